@@ -1,0 +1,243 @@
+// The headless runner: options, the stream of the text screen to standard output, typing standard
+// input lines, and driving the idle loop until each run ends.
+#include "app/headless/headless_runner.h"
+
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <string>
+#include <unistd.h>
+
+#include "core/interpreter.h"
+#include "io/program_file.h"
+#include "io/shift_jis.h"
+
+namespace tessaly::app {
+
+namespace {
+
+// Set by the SIGINT handler; a signal handler can reach nothing else.
+volatile std::sig_atomic_t g_interruptRequested = 0;
+
+void onInterrupt(int) { g_interruptRequested = 1; }
+
+constexpr const char* kUsage =
+    "Usage: tessaly --headless [--screen] [FILE]\n"
+    "\n"
+    "Runs a BASIC program without a window.\n"
+    "\n"
+    "  FILE      a program file (plain text or line records); it is loaded and run as RUN runs it,\n"
+    "            and the process exits when the run ends.\n"
+    "  no FILE   each line of standard input is typed on the screen followed by Enter: a numbered\n"
+    "            line is stored, any other line is a direct command and runs to its end before the\n"
+    "            next line is read. The process exits at the end of the input.\n"
+    "  --screen  instead of the stream, print at exit the final 25 text rows, trailing blanks\n"
+    "            removed, without the empty rows after the last non-empty one.\n"
+    "\n"
+    "Standard output receives every text written to the text screen (program output, OK,\n"
+    "BREAK, OK, error messages, listings, prompts), converted from Shift-JIS to UTF-8, with a\n"
+    "line feed each time the cursor moves on to a following row. Cursor positioning is not shown.\n"
+    "When standard input is not a terminal, what is read from it is echoed as typed.\n"
+    "Ctrl+C performs BREAK.\n"
+    "\n"
+    "Exit status: 0 when the last run ended with OK or BREAK, OK; 1 when it ended with an error\n"
+    "message; 2 for a usage error or an unreadable file.\n";
+
+struct Options {
+    bool screenDump = false;
+    bool help = false;
+    const char* file = nullptr;
+};
+
+bool parseOptions(int argc, char** argv, Options& options)
+{
+    for (int i = 1; i < argc; ++i) {
+        std::string arg = argv[i];
+        if (arg == "--headless")
+            continue;
+        if (arg == "--screen")
+            options.screenDump = true;
+        else if (arg == "--help" || arg == "-h")
+            options.help = true;
+        else if (arg.starts_with("-") && arg != "-")
+            return false;
+        else if (options.file == nullptr)
+            options.file = argv[i];
+        else
+            return false;
+    }
+    return true;
+}
+
+class HeadlessHost final : public core::Host {
+public:
+    core::LocalTime localTime() override
+    {
+        std::time_t now = std::time(nullptr);
+        std::tm local {};
+        localtime_r(&now, &local);
+        return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+    }
+};
+
+// The text screen's stream, as UTF-8 on standard output.
+class StreamWriter final : public screen::TextListener {
+public:
+    explicit StreamWriter(bool enabled)
+        : m_enabled(enabled)
+    {
+    }
+    void textWritten(std::string_view bytes) override
+    {
+        m_suppressRowAdvance = false;
+        if (m_enabled)
+            write(io::ShiftJisToUtf8(bytes));
+    }
+    void rowAdvanced() override
+    {
+        if (m_suppressRowAdvance) {
+            m_suppressRowAdvance = false;
+            return;
+        }
+        if (m_enabled)
+            write("\n");
+    }
+    void echo(std::string_view utf8)
+    {
+        if (m_enabled)
+            write(utf8);
+    }
+    // The terminal already moved on when the user pressed Enter.
+    void suppressNextRowAdvance() { m_suppressRowAdvance = true; }
+    void flush() { std::fflush(stdout); }
+
+private:
+    static void write(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+    bool m_enabled;
+    bool m_suppressRowAdvance = false;
+};
+
+void driveUntilIdle(core::Interpreter& interpreter)
+{
+    while (interpreter.isRunning()) {
+        if (g_interruptRequested) {
+            g_interruptRequested = 0;
+            interpreter.breakProgram();
+            continue;
+        }
+        interpreter.idle();
+    }
+}
+
+void typeLine(core::Interpreter& interpreter, StreamWriter& stream, std::string_view sjis)
+{
+    // The typed text stands on the screen like text typed in the editor; it is not part of the stream.
+    auto& screen = interpreter.screen();
+    screen::TextListener silent;
+    screen.setListener(&silent);
+    screen.Print(sjis);
+    screen.setListener(&stream);
+}
+
+void dumpScreen(core::Interpreter& interpreter)
+{
+    auto& screen = interpreter.screen();
+    int lastUsed = -1;
+    std::string rows[screen::kRows];
+    for (int r = 0; r < screen::kRows; ++r) {
+        std::string text = screen.row(r);
+        auto end = text.find_last_not_of(' ');
+        text.erase(end == std::string::npos ? 0 : end + 1);
+        if (!text.empty())
+            lastUsed = r;
+        rows[r] = io::ShiftJisToUtf8(text);
+    }
+    for (int r = 0; r <= lastUsed; ++r) {
+        std::fwrite(rows[r].data(), 1, rows[r].size(), stdout);
+        std::fputc('\n', stdout);
+    }
+}
+
+int exitStatusOf(core::Interpreter& interpreter)
+{
+    return interpreter.run().lastOutcome == core::RunOutcome::Error ? 1 : 0;
+}
+
+int runFile(core::Interpreter& interpreter, const char* path)
+{
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        std::fprintf(stderr, "tessaly: cannot read %s\n", path);
+        return 2;
+    }
+    std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    if (file.bad()) {
+        std::fprintf(stderr, "tessaly: cannot read %s\n", path);
+        return 2;
+    }
+    io::ProgramFile::Read(bytes, interpreter.program());
+    interpreter.runProgram();
+    driveUntilIdle(interpreter);
+    return 0;
+}
+
+void runInput(core::Interpreter& interpreter, StreamWriter& stream)
+{
+    bool terminal = isatty(STDIN_FILENO) != 0;
+    std::string line;
+    while (std::getline(std::cin, line)) {
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        if (terminal)
+            stream.suppressNextRowAdvance();
+        else
+            stream.echo(line);
+        std::string sjis = io::Utf8ToShiftJis(line);
+        typeLine(interpreter, stream, sjis);
+        interpreter.lineEntered(sjis);
+        driveUntilIdle(interpreter);
+        stream.flush();
+    }
+}
+
+} // namespace
+
+int runHeadless(int argc, char** argv)
+{
+    Options options;
+    if (!parseOptions(argc, argv, options)) {
+        std::fputs(kUsage, stderr);
+        return 2;
+    }
+    if (options.help) {
+        std::fputs(kUsage, stdout);
+        return 0;
+    }
+    struct sigaction action {};
+    action.sa_handler = onInterrupt;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+
+    HeadlessHost host;
+    core::Interpreter interpreter(host);
+    StreamWriter stream(!options.screenDump);
+    interpreter.screen().setListener(&stream);
+
+    if (options.file != nullptr) {
+        if (int status = runFile(interpreter, options.file); status != 0)
+            return status;
+    } else {
+        runInput(interpreter, stream);
+    }
+    interpreter.screen().setListener(nullptr);
+    if (options.screenDump)
+        dumpScreen(interpreter);
+    stream.flush();
+    return exitStatusOf(interpreter);
+}
+
+} // namespace tessaly::app

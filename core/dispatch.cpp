@@ -1,0 +1,57 @@
+// The dispatch table from statement code to handler. Codes without a handler of their own do nothing;
+// statements whose subsystem has no handler yet answer "Syntax error in ".
+#include "core/dispatch.h"
+
+#include <array>
+
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/statements.h"
+
+namespace tessaly::core {
+
+namespace {
+
+int doNothing(Interpreter& in, int, int) { return in.run().statementCode; }
+
+int notAvailable(Interpreter& in, int, int) { return in.raise(ErrorId::SyntaxError); }
+
+struct HandlerTable {
+    std::array<StatementHandler, 256> handlers {};
+
+    constexpr HandlerTable()
+    {
+        for (auto& handler : handlers)
+            handler = doNothing;
+#define X(name, code, text) handlers[code] = notAvailable;
+#include "core/keywords.def"
+#undef X
+        set(Stmt::Run, stmtRun);
+        set(Stmt::End, stmtEnd);
+        set(Stmt::Stop, stmtStop);
+        set(Stmt::Cont, stmtCont);
+        set(Stmt::Rem, stmtNothing);
+        set(Stmt::Apostrophe, stmtNothing);
+        set(Stmt::Data, stmtNothing);
+        set(Stmt::Usr, stmtNothing);
+        set(Stmt::Beep, stmtBeep);
+        set(Stmt::DefUsr, stmtDefUsr);
+        set(Stmt::OnErrorGoto, stmtOnErrorGoto);
+        set(Stmt::Resume, stmtResume);
+        set(Stmt::Error, stmtError);
+        set(Stmt::Goto, stmtGoto);
+        set(Stmt::GoTo, stmtGoto);
+    }
+    constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }
+};
+
+constexpr HandlerTable kHandlers;
+
+} // namespace
+
+StatementHandler handlerFor(int code)
+{
+    return kHandlers.handlers[static_cast<uint8_t>(code)];
+}
+
+} // namespace tessaly::core

@@ -1,0 +1,283 @@
+// The statement executor: digits, labels, recognition, refinements, assignment without LET.
+// Handlers themselves live beside their subsystems and are reached through core/dispatch.
+#include "core/executor.h"
+
+#include <cstring>
+
+#include "core/dispatch.h"
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/run_loop.h"
+
+namespace tessaly::core {
+
+namespace {
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+int skipBlanks(const StatementBuffer& buffer, int pos, int end)
+{
+    while (pos < end && buffer.at(pos) == ' ')
+        ++pos;
+    return pos;
+}
+
+// The statement text with every blank removed begins with prefix.
+bool startsWithoutBlanks(std::string_view text, std::string_view prefix)
+{
+    size_t matched = 0;
+    for (char c : text) {
+        if (matched == prefix.size())
+            break;
+        if (c == ' ')
+            continue;
+        if (c != prefix[matched])
+            return false;
+        ++matched;
+    }
+    return matched == prefix.size();
+}
+
+// ON, OFF or STOP after the keyword, outside quotes: 1, 2 or 3; 0 when none stands there.
+int switchMode(std::string_view text, int from)
+{
+    bool quoted = false;
+    for (size_t pos = static_cast<size_t>(from); pos < text.size(); ++pos) {
+        if (text[pos] == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        auto rest = text.substr(pos);
+        if (rest.starts_with("ON"))
+            return 1;
+        if (rest.starts_with("OFF"))
+            return 2;
+        if (rest.starts_with("STOP"))
+            return 3;
+    }
+    return 0;
+}
+
+int assignmentOrSyntaxError(Interpreter& in, int start, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    bool quoted = false;
+    bool hasEquals = false;
+    for (size_t pos = static_cast<size_t>(start); pos < text.size(); ++pos) {
+        if (text[pos] == '"')
+            quoted = !quoted;
+        else if (text[pos] == '=' && !quoted) {
+            hasEquals = true;
+            break;
+        }
+    }
+    if (!hasEquals)
+        return in.raise(ErrorId::SyntaxError);
+    int pos = start;
+    while (pos < end && !isLetter(in.buffer().at(pos)))
+        ++pos;
+    if (pos >= end)
+        return in.raise(ErrorId::SyntaxError);
+    in.run().statementCode = static_cast<int>(Stmt::Let);
+    return handlerFor(static_cast<int>(Stmt::Let))(in, pos, end);
+}
+
+// The "?" of the stored entry becomes "PRINT " and the entry is taken into the buffer again.
+int rewriteQuestionMark(Interpreter& in, int& pos, int& end)
+{
+    int entry = in.run().currentIndex;
+    if (!ProgramStore::isValidEntry(entry))
+        return in.raise(ErrorId::SyntaxError);
+    auto& text = in.program().mutableText(entry);
+    auto mark = text.find('?');
+    if (mark == std::string::npos)
+        return in.raise(ErrorId::SyntaxError);
+    text.replace(mark, 1, "PRINT ");
+    TRY_BASIC(loadEntryIntoBuffer(in, entry));
+    pos = 0;
+    end = in.buffer().length();
+    return 0;
+}
+
+// The checks and code changes that look past the keyword. Returns the (possibly new) code,
+// or kFailed after raising.
+int refine(Interpreter& in, int code, int& pos, int end)
+{
+    auto& buffer = in.buffer();
+    auto text = buffer.view().substr(0, static_cast<size_t>(end));
+    switch (static_cast<Stmt>(code)) {
+    case Stmt::Print:
+    case Stmt::Lprint: {
+        char next = buffer.at(pos);
+        if (!(pos >= end || next == ' ' || next == '"' || next == '('))
+            return in.raise(ErrorId::SyntaxError);
+        int at = skipBlanks(buffer, pos, end);
+        if (buffer.at(at) == '#') {
+            pos = at;
+            return static_cast<int>(Stmt::PrintFile);
+        }
+        if (at > pos && text.substr(static_cast<size_t>(at)).starts_with("USING")) {
+            pos = at + 5;
+            return static_cast<int>(code == static_cast<int>(Stmt::Print) ? Stmt::PrintUsing : Stmt::LprintUsing);
+        }
+        return code;
+    }
+    case Stmt::Line: {
+        auto input = text.find("INPUT", static_cast<size_t>(pos));
+        if (input == std::string_view::npos)
+            return code;
+        pos = static_cast<int>(input) + 5;
+        if (text.find('#', input) != std::string_view::npos)
+            return static_cast<int>(Stmt::LineInputFile);
+        in.run().lineInputMode = true;
+        return static_cast<int>(Stmt::Input);
+    }
+    case Stmt::LineInput: {
+        int at = skipBlanks(buffer, pos, end);
+        if (buffer.at(at) == '#') {
+            pos = at;
+            return static_cast<int>(Stmt::LineInputFile);
+        }
+        in.run().lineInputMode = true;
+        return static_cast<int>(Stmt::Input);
+    }
+    case Stmt::Input: {
+        char next = buffer.at(pos);
+        if (!in.run().lineInputMode && !(next == ' ' || next == '"')) {
+            in.run().statementCode = 0;
+            return in.raise(ErrorId::SyntaxError);
+        }
+        int at = skipBlanks(buffer, pos, end);
+        if (buffer.at(at) == '#') {
+            pos = at;
+            return static_cast<int>(Stmt::InputFile);
+        }
+        return code;
+    }
+    case Stmt::Write: {
+        int at = skipBlanks(buffer, pos, end);
+        if (buffer.at(at) == '#') {
+            pos = at;
+            return static_cast<int>(Stmt::WriteFile);
+        }
+        return code;
+    }
+    case Stmt::On: {
+        static constexpr std::pair<std::string_view, Stmt> kForms[] = {
+            {"ONERRORGOTO", Stmt::OnErrorGoto}, {"ONKEYGOSUB", Stmt::OnKeyGosub},
+            {"ONSTOPGOSUB", Stmt::OnStopGosub}, {"ONTIME$", Stmt::OnTimeGosub},
+            {"ONPEN", Stmt::OnPenGosub},        {"ONCOM", Stmt::OnComGosub},
+        };
+        for (const auto& [prefix, form] : kForms) {
+            if (startsWithoutBlanks(text, prefix))
+                return static_cast<int>(form);
+        }
+        return code;
+    }
+    case Stmt::Key:
+    case Stmt::Stop:
+    case Stmt::TimeStatement: {
+        int mode = switchMode(text, pos);
+        if (mode == 0)
+            return code;
+        in.run().switchMode = mode;
+        if (code == static_cast<int>(Stmt::Key))
+            return static_cast<int>(Stmt::KeySwitch);
+        return static_cast<int>(code == static_cast<int>(Stmt::Stop) ? Stmt::StopSwitch : Stmt::TimeSwitch);
+    }
+    default:
+        return code;
+    }
+}
+
+int storeLine(Interpreter& in, const std::string& numberText, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    auto outcome = in.program().enterLine(text, numberText);
+    in.host().setDocumentModified(true);
+    switch (outcome) {
+    case StoreOutcome::Stored:
+        return in.run().statementCode;
+    case StoreOutcome::NumberOutOfRange:
+        return in.raiseForLine(ErrorId::OutOfMemory, 0);
+    case StoreOutcome::LineTooLong:
+        return in.raiseForLine(ErrorId::LineBufferOverflow, leadingNumber(numberText));
+    case StoreOutcome::StoreFull:
+        return in.raiseForLine(ErrorId::OutOfMemory, 0);
+    }
+    return kFailed;
+}
+
+} // namespace
+
+void storeNumberedLine(Interpreter& in)
+{
+    executeStatement(in, 0, in.buffer().length());
+    // The cursor moves on; no "OK" follows a stored line, but an error is shown at once.
+    in.screen().NewLine();
+    if (in.error().isPending())
+        showPrompt(in, PromptKind::Output);
+}
+
+int executeFromKeyword(Interpreter& in, int begin, int end)
+{
+    auto& run = in.run();
+    int pos = begin;
+    for (int restarts = 0; restarts < 8; ++restarts) {
+        auto recognized = keywordTable().recognizeStatement(in.buffer().view().substr(0, static_cast<size_t>(end)), pos);
+        if (recognized.code == 0)
+            return assignmentOrSyntaxError(in, pos, end);
+        pos = recognized.position;
+        int code = recognized.code;
+        if (code == static_cast<int>(Stmt::Let))
+            continue; // recognition starts again after LET
+        if (code == static_cast<int>(Stmt::Question)) {
+            TRY_BASIC(rewriteQuestionMark(in, pos, end));
+            continue;
+        }
+        run.statementCode = code;
+        code = refine(in, code, pos, end);
+        if (code < 0)
+            return kFailed;
+        run.statementCode = code;
+        return handlerFor(code)(in, pos, end);
+    }
+    return in.raise(ErrorId::SyntaxError);
+}
+
+int executeStatement(Interpreter& in, int begin, int end)
+{
+    auto& run = in.run();
+    auto& buffer = in.buffer();
+    if (run.lastResult == result::kInputWait) {
+        run.statementCode = static_cast<int>(Stmt::Input);
+        return handlerFor(run.statementCode)(in, begin, end);
+    }
+    run.lineInputMode = false;
+    int pos = skipBlanks(buffer, begin, end);
+    if (isDigit(buffer.at(pos))) {
+        int digits = pos;
+        for (; pos < end && buffer.at(pos) != ' '; ++pos) {
+            // A digit glued to the text after it, as in 10PRINT.
+            if (!isDigit(buffer.at(pos)))
+                return in.raiseWithoutLine(ErrorId::SyntaxErrorAtEntry);
+        }
+        if (run.runMode != RunMode::Running) {
+            auto numberText = buffer.view().substr(static_cast<size_t>(digits), static_cast<size_t>(pos - digits));
+            return storeLine(in, std::string(numberText), end);
+        }
+    }
+    pos = skipBlanks(buffer, pos, end);
+    if (buffer.at(pos) == '*') {
+        run.statementCode = 0;
+        return 0;
+    }
+    if (buffer.at(pos) == '=')
+        return assignmentOrSyntaxError(in, pos, end);
+    return executeFromKeyword(in, pos, end);
+}
+
+} // namespace tessaly::core

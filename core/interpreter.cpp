@@ -1,0 +1,154 @@
+// The interpreter object: construction, raising errors, and the entry points a host calls.
+// The work behind each entry point lives in core/run_loop.cpp and core/line_entry.cpp.
+#include "core/interpreter.h"
+
+#include <string>
+
+#include "core/line_entry.h"
+#include "core/preparation.h"
+#include "core/run_loop.h"
+#include "core/statements.h"
+
+namespace tessaly::core {
+
+Interpreter::Interpreter(Host& host)
+    : m_host(host)
+{
+    m_usrAddresses.fill(1);
+}
+
+int Interpreter::sourceLineNumber(int entry) const
+{
+    if (!ProgramStore::isValidEntry(entry))
+        return 0;
+    int source = m_prepared.sourceAt(entry);
+    if (!ProgramStore::isValidEntry(source))
+        return 0;
+    return leadingNumber(m_program.textAt(source));
+}
+
+int Interpreter::raiseWithText(int16_t code, std::string_view text, int entry)
+{
+    m_error.pending = ErrorPending::Raised;
+    m_error.code = code;
+    m_run.outputText.assign(text);
+    int source = ProgramStore::isValidEntry(entry) ? m_prepared.sourceAt(entry) : 0;
+    // An error in a direct command has no line: ERL is 0 and the message carries no number.
+    bool direct = m_prepared.directBase >= 0 && source > m_prepared.directBase;
+    if (direct || entry <= 0) {
+        m_error.line = 0;
+        return kFailed;
+    }
+    int line = sourceLineNumber(entry);
+    m_error.line = static_cast<int16_t>(static_cast<uint16_t>(line));
+    m_run.outputText += std::to_string(line);
+    return kFailed;
+}
+
+int Interpreter::raise(ErrorId id)
+{
+    auto info = errorInfo(id);
+    return raiseWithText(info.code, info.text, m_run.currentIndex);
+}
+
+int Interpreter::raiseAt(int entry, ErrorId id)
+{
+    auto info = errorInfo(id);
+    return raiseWithText(info.code, info.text, entry);
+}
+
+int Interpreter::raiseForLine(ErrorId id, int lineNumber)
+{
+    auto info = errorInfo(id);
+    m_error.pending = ErrorPending::Raised;
+    m_error.code = info.code;
+    m_error.line = static_cast<int16_t>(static_cast<uint16_t>(lineNumber));
+    m_run.outputText.assign(info.text);
+    m_run.outputText += std::to_string(lineNumber);
+    return kFailed;
+}
+
+int Interpreter::raiseWithoutLine(ErrorId id)
+{
+    auto info = errorInfo(id);
+    m_error.pending = ErrorPending::Raised;
+    m_error.code = info.code;
+    m_error.line = 0;
+    m_run.outputText.assign(info.text);
+    return kFailed;
+}
+
+int Interpreter::raiseUserError(int code)
+{
+    auto info = errorInfo(ErrorId::UserError);
+    return raiseWithText(static_cast<int16_t>(code), info.text, m_run.currentIndex);
+}
+
+void Interpreter::idle()
+{
+    m_screen.setIdleCursorRow(m_screen.cursorRow());
+    auto& keys = m_keyboard;
+    bool active = isBusy() || m_run.autoLine > 0;
+    if (keys.lastKey == screen::vk::kEscape) {
+        keys.lastKey = 0;
+        keys.keyCapture = 0;
+        if (active)
+            breakProgram();
+    } else if (keys.lastKeyDown == screen::vk::kPause || keys.lastKeyDown == screen::vk::kC) {
+        // The STOP key already acted when it went down; here it only stops key collection.
+        keys.lastKeyDown = 0;
+        keys.keyCapture = 0;
+    }
+    if (m_run.running)
+        runLoop(*this);
+}
+
+void Interpreter::lineEntered(std::string_view text)
+{
+    m_run.statementEcho = 1;
+    m_run.printNewline = true;
+    enterLine(*this, text);
+}
+
+void Interpreter::breakProgram()
+{
+    core::breakProgram(*this);
+}
+
+void Interpreter::continueProgram()
+{
+    core::continueProgram(*this);
+    if (m_error.isPending())
+        showPrompt(*this, PromptKind::Output);
+}
+
+void Interpreter::runMenuCommand()
+{
+    if (m_run.runMode == RunMode::Running)
+        return;
+    lineEntered("RUN");
+}
+
+void Interpreter::onTimer(TimerId id)
+{
+    if (id == TimerId::ContinuousBeep)
+        m_host.beep();
+}
+
+void Interpreter::runProgram()
+{
+    resetRunTime(*this);
+    m_error.clear();
+    m_run.continueIndex = -1;
+    m_run.editShown = false;
+    if (prepareProgram(*this) < 0) {
+        showPrompt(*this, PromptKind::Output);
+        return;
+    }
+    m_run.runMode = RunMode::Running;
+    m_run.running = false;
+    m_run.currentIndex = 0;
+    runLoop(*this);
+}
+
+} // namespace tessaly::core

@@ -1,0 +1,87 @@
+// The one interpreter object: it owns one object per subsystem and nothing else of its own.
+// Hosts drive it through idle(), lineEntered(), the break keys and timers; see core/host.h.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "core/basic_error.h"
+#include "core/control_stacks.h"
+#include "core/error_trap.h"
+#include "core/host.h"
+#include "core/prepared_program.h"
+#include "core/program_store.h"
+#include "core/run_state.h"
+#include "core/statement_buffer.h"
+#include "screen/keyboard.h"
+#include "screen/text_screen.h"
+
+namespace tessaly::core {
+
+class Interpreter {
+public:
+    explicit Interpreter(Host& host);
+    Interpreter(const Interpreter&) = delete;
+    Interpreter& operator=(const Interpreter&) = delete;
+
+    // --- What a host calls ---
+    // One step of the idle driver: break keys, then one run-loop step while a program runs.
+    void idle();
+    // Enter on a logical line of the screen (already gathered from the rows).
+    void lineEntered(std::string_view text);
+    // The BREAK command (ESC, the BREAK menu, Ctrl+C in the headless runner).
+    void breakProgram();
+    void continueProgram();
+    void runMenuCommand();
+    void onTimer(TimerId id);
+    // Runs a loaded program as RUN does.
+    void runProgram();
+    [[nodiscard]] bool isRunning() const { return m_run.running; }
+    // A program or direct command is under way (running, or waiting for input).
+    [[nodiscard]] bool isBusy() const { return m_run.running || m_run.runMode != RunMode::Direct; }
+
+    // --- Subsystems ---
+    ProgramStore& program() { return m_program; }
+    PreparedProgram& prepared() { return m_prepared; }
+    RunState& run() { return m_run; }
+    BasicError& error() { return m_error; }
+    ErrorTrap& trap() { return m_trap; }
+    ControlStacks& stacks() { return m_stacks; }
+    StatementBuffer& buffer() { return m_buffer; }
+    screen::TextScreen& screen() { return m_screen; }
+    screen::Keyboard& keyboard() { return m_keyboard; }
+    Host& host() { return m_host; }
+    std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
+
+    // --- Raising errors (each returns kFailed) ---
+    // The line number is the program line of the entry being executed.
+    int raise(ErrorId id);
+    // The line number is the program line of the given entry.
+    int raiseAt(int entry, ErrorId id);
+    // The message is followed by the given number.
+    int raiseForLine(ErrorId id, int lineNumber);
+    // Line 0, no number in the message (line entry, CONT).
+    int raiseWithoutLine(ErrorId id);
+    // ERROR n: "error in " with ERR n.
+    int raiseUserError(int code);
+
+    // The number of the program line that entry belongs to; 0 for a direct command.
+    [[nodiscard]] int sourceLineNumber(int entry) const;
+
+private:
+    int raiseWithText(int16_t code, std::string_view text, int entry);
+
+    Host& m_host;
+    ProgramStore m_program;
+    PreparedProgram m_prepared;
+    RunState m_run;
+    BasicError m_error;
+    ErrorTrap m_trap;
+    ControlStacks m_stacks;
+    StatementBuffer m_buffer;
+    screen::TextScreen m_screen;
+    screen::Keyboard m_keyboard;
+    std::array<int32_t, 10> m_usrAddresses {};
+};
+
+} // namespace tessaly::core

@@ -1,0 +1,117 @@
+// Line entry: upper-casing, CONT, INPUT answers, numbered lines and direct commands.
+// The executor stores numbered lines (core/executor.cpp); direct commands run through core/run_loop.
+#include "core/line_entry.h"
+
+#include <cmath>
+#include <cstdlib>
+
+#include "core/executor.h"
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/run_loop.h"
+
+namespace tessaly::core {
+
+void upperCaseEnteredText(std::string& text)
+{
+    bool quoted = false;
+    bool keepCase = false;
+    for (size_t pos = 0; pos < text.size(); ++pos) {
+        char& c = text[pos];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (c == '\'')
+            return;
+        if (c == ':')
+            keepCase = false;
+        if (keepCase)
+            continue;
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+        if (c == 'M' && pos >= 2 && text.compare(pos - 2, 2, "RE") == 0)
+            keepCase = true;
+        if (c == ' ' && pos >= 4 && text.compare(pos - 4, 4, "DATA") == 0)
+            keepCase = true;
+    }
+}
+
+bool isNumberedLine(std::string_view text)
+{
+    // Read as a number: digits with an optional fraction and exponent, stopping at the first
+    // character that does not fit.
+    std::string head(text.substr(0, 64));
+    char* end = nullptr;
+    double value = std::strtod(head.c_str(), &end);
+    if (end == head.c_str() || !std::isfinite(value))
+        return false;
+    // strtod also reads hexadecimal, infinities and leading blanks; a line number is plain decimal.
+    size_t first = head.find_first_not_of(' ');
+    if (first == std::string::npos)
+        return false;
+    char lead = head[first];
+    if (!(lead == '+' || lead == '-' || lead == '.' || (lead >= '0' && lead <= '9')))
+        return false;
+    if (head.find_first_of("xXnN", first) < static_cast<size_t>(end - head.c_str()))
+        return false;
+    return std::trunc(value + 0.5) > 0;
+}
+
+namespace {
+
+std::string_view trimBlanks(std::string_view text)
+{
+    auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    auto last = text.find_last_not_of(' ');
+    return text.substr(first, last - first + 1);
+}
+
+} // namespace
+
+void enterLine(Interpreter& in, std::string_view typed)
+{
+    auto& screen = in.screen();
+    auto& run = in.run();
+    auto trimmed = trimBlanks(typed);
+    if (trimmed.empty()) {
+        screen.NewLine();
+        return;
+    }
+    std::string text(trimmed);
+    upperCaseEnteredText(text);
+    if (!in.buffer().assign(text)) {
+        screen.NewLine();
+        in.raiseWithoutLine(ErrorId::LineBufferOverflow);
+        showPrompt(in, PromptKind::Output);
+        return;
+    }
+    if (text == "CONT") {
+        screen.NewLine();
+        showPrompt(in, PromptKind::Ok);
+        in.continueProgram();
+        return;
+    }
+    if (run.lastResult == result::kInputWait) {
+        if (run.previousCode == static_cast<int>(Stmt::Input)) {
+            run.outputText = text;
+            screen.setCursor(0, screen.cursorRow());
+            screen.NewLine();
+            runLoop(in);
+            return;
+        }
+        runDirectCommand(in);
+        return;
+    }
+    if (!isNumberedLine(text)) {
+        runDirectCommand(in);
+        return;
+    }
+    storeNumberedLine(in);
+}
+
+} // namespace tessaly::core

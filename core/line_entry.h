@@ -1,0 +1,21 @@
+// Line entry: what happens to a logical line when Enter is pressed in direct mode.
+// Storing is core/program_store; running a direct command is core/run_loop.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessaly::core {
+
+class Interpreter;
+
+// Upper-cases text outside string literals; the rest of a line after an apostrophe, and REM text
+// and DATA items up to the next colon, keep their case.
+void upperCaseEnteredText(std::string& text);
+
+// True when the text, read as a decimal number from its start and rounded, is above 0.
+[[nodiscard]] bool isNumberedLine(std::string_view text);
+
+void enterLine(Interpreter& interpreter, std::string_view text);
+
+} // namespace tessaly::core

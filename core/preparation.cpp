@@ -1,0 +1,477 @@
+// Program preparation: splitting lines into statement entries, compiling IF statements into branch
+// entries, and collecting labels. Lookups in the result are core/prepared_program.cpp.
+#include "core/preparation.h"
+
+#include <vector>
+
+#include "core/interpreter.h"
+
+namespace tessaly::core {
+
+namespace {
+
+bool isUpperLetter(char c) { return c >= 'A' && c <= 'Z'; }
+
+// The end of the line number at the start of an entry's text (leading blanks and digits).
+size_t numberEnd(std::string_view text)
+{
+    size_t pos = 0;
+    while (pos < text.size() && text[pos] == ' ')
+        ++pos;
+    while (pos < text.size() && text[pos] >= '0' && text[pos] <= '9')
+        ++pos;
+    return pos;
+}
+
+// The statement of an entry: its text after the number and blanks.
+std::string_view statementOf(std::string_view text)
+{
+    size_t pos = numberEnd(text);
+    while (pos < text.size() && text[pos] == ' ')
+        ++pos;
+    return text.substr(pos);
+}
+
+void trimTrailing(std::string& text)
+{
+    auto last = text.find_last_not_of(" \r\n");
+    text.erase(last == std::string::npos ? 0 : last + 1);
+}
+
+// Position of the first of the given stops outside quotes, from pos; text.size() when none.
+// Sets openQuote when the text ends inside quotes.
+size_t findOutsideQuotes(std::string_view text, size_t pos, std::string_view stops, bool withRem, bool& openQuote)
+{
+    bool quoted = false;
+    for (; pos < text.size(); ++pos) {
+        char c = text[pos];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (stops.find(c) != std::string_view::npos)
+            return pos;
+        if (withRem && text.compare(pos, 3, "REM") == 0)
+            return pos;
+    }
+    openQuote = quoted;
+    return text.size();
+}
+
+// Allocation of working entries behind the program.
+class EntryAllocator {
+public:
+    EntryAllocator(Interpreter& in, int firstFree)
+        : m_in(in)
+        , m_next(firstFree)
+    {
+    }
+
+    // A new entry numbered one above the entry before it; 0 when the entries are used up.
+    int allocate(int source, std::string_view statement)
+    {
+        if (m_next > kEntryLimit)
+            return 0;
+        int entry = m_next++;
+        auto& store = m_in.program();
+        int number = store.numberAt(entry - 1) + 1;
+        std::string text = std::to_string(number);
+        text += ' ';
+        text += statement;
+        store.setEntry(entry, number, std::move(text));
+        m_in.prepared().setOverride(entry, 0);
+        m_in.prepared().setSource(entry, source);
+        return entry;
+    }
+    [[nodiscard]] int next() const { return m_next; }
+    [[nodiscard]] int last() const { return m_next - 1; }
+
+private:
+    Interpreter& m_in;
+    int m_next;
+};
+
+// The entries of one program line that hold its statements.
+struct LineEntries {
+    int first;
+    int last;
+    int followNumber; // the number the line continues with (next line, or END)
+};
+
+// Splits the line held in copy into pieces, cut at colons and a comment outside quotes.
+std::vector<std::string_view> splitPieces(std::string_view body)
+{
+    std::vector<std::string_view> pieces;
+    size_t pos = 0;
+    while (pos <= body.size()) {
+        bool open = false;
+        size_t stop = findOutsideQuotes(body, pos, ":'\r\n", false, open);
+        auto piece = body.substr(pos, stop - pos);
+        auto first = piece.find_first_not_of(' ');
+        if (first != std::string_view::npos)
+            pieces.push_back(piece.substr(first));
+        if (stop >= body.size() || body[stop] != ':')
+            break;
+        pos = stop + 1;
+    }
+    return pieces;
+}
+
+// The label at the start of the statements becomes a statement of its own.
+void separateLabel(std::string& copy)
+{
+    auto blank = copy.find(' ');
+    if (blank == std::string::npos)
+        return;
+    size_t pos = copy.find_first_not_of(' ', blank);
+    if (pos == std::string::npos || copy[pos] != '*' || pos + 1 >= copy.size() || !isUpperLetter(copy[pos + 1]))
+        return;
+    size_t labelEnd = copy.find(' ', pos);
+    if (labelEnd == std::string::npos)
+        return;
+    size_t after = copy.find_first_not_of(' ', labelEnd);
+    if (after == std::string::npos)
+        return;
+    if (copy[after] == ':' || copy[after] == '\'' || copy.compare(after, 3, "REM") == 0)
+        return;
+    copy[labelEnd] = ':';
+}
+
+bool hasColonOutsideQuotes(std::string_view text)
+{
+    bool open = false;
+    size_t pos = findOutsideQuotes(text, 0, ":", false, open);
+    return pos < text.size();
+}
+
+// Splits one line (entry line) whose normalised text is copy. followNumber: where the line goes on.
+int splitLine(Interpreter& in, EntryAllocator& entries, int line, const std::string& copy, int followNumber,
+    LineEntries& result)
+{
+    result = {line, line, followNumber};
+    if (!hasColonOutsideQuotes(copy))
+        return 0;
+    auto body = std::string_view(copy).substr(numberEnd(copy));
+    auto pieces = splitPieces(body);
+    int first = 0;
+    for (auto piece : pieces) {
+        int entry = entries.allocate(line, piece);
+        if (entry == 0)
+            return in.raiseAt(line, ErrorId::OutOfMemory);
+        if (first == 0)
+            first = entry;
+    }
+    int jump = entries.allocate(line, "GOTO " + std::to_string(followNumber));
+    if (jump == 0)
+        return in.raiseAt(line, ErrorId::OutOfMemory);
+    in.prepared().setOverride(line, first != 0 ? first : jump);
+    result.first = first != 0 ? first : jump;
+    result.last = jump - 1;
+    return 0;
+}
+
+// The text of a THEN or ELSE branch: from after the keyword (one blank skipped) to its end.
+bool branchText(std::string_view statement, size_t keywordEnd, bool thenBranch, std::string& branch)
+{
+    size_t pos = keywordEnd;
+    if (pos < statement.size() && statement[pos] == ' ')
+        ++pos;
+    size_t stop = pos;
+    bool quoted = false;
+    for (; stop < statement.size(); ++stop) {
+        char c = statement[stop];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (c == ':' || c == '\'' || c == '\r' || c == '\n')
+            break;
+        if (thenBranch && (statement.compare(stop, 4, "ELSE") == 0 || statement.compare(stop, 3, "REM") == 0))
+            break;
+    }
+    if (quoted)
+        return false;
+    branch.assign(statement.substr(pos, stop - pos));
+    if (thenBranch && branch.find("GOTO") == std::string::npos && branch.find("GO TO") == std::string::npos &&
+        branch.find("GOSUB") == std::string::npos) {
+        auto first = branch.find_first_not_of(' ');
+        bool target = false;
+        if (first != std::string::npos) {
+            target = branch[first] == '*' || leadingNumber(branch) >= 1;
+        }
+        if (target)
+            branch.insert(0, "GOTO ");
+    }
+    return true;
+}
+
+// Finds a keyword outside quotes in a statement, from pos; npos when absent.
+size_t findKeyword(std::string_view statement, std::string_view keyword, size_t pos)
+{
+    bool quoted = false;
+    for (; pos < statement.size(); ++pos) {
+        if (statement[pos] == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (!quoted && statement.compare(pos, keyword.size(), keyword) == 0)
+            return pos;
+    }
+    return std::string_view::npos;
+}
+
+// Turns the IF statement of entry into IF k with four branch entries; follows an ELSE IF chain.
+int compileIf(Interpreter& in, EntryAllocator& entries, int entry, int line, int continuation)
+{
+    auto& prepared = in.prepared();
+    for (;;) {
+        std::string statement(statementOf(in.program().textAt(entry)));
+        if (!statement.starts_with("IF "))
+            return 0;
+        if (prepared.ifCount() + 1 >= kMaxIfStatements)
+            return in.raiseAt(line, ErrorId::OutOfMemory);
+        size_t thenAt = findKeyword(statement, "THEN", 3);
+        if (thenAt == std::string::npos)
+            return in.raiseAt(line, ErrorId::SyntaxError);
+        std::string thenBranch;
+        if (!branchText(statement, thenAt + 4, true, thenBranch))
+            return in.raiseAt(line, ErrorId::SyntaxError);
+        std::string elseBranch;
+        bool hasElse = false;
+        size_t elseAt = findKeyword(statement, "ELSE", thenAt + 4);
+        if (elseAt != std::string::npos) {
+            hasElse = true;
+            if (!branchText(statement, elseAt + 4, false, elseBranch))
+                return in.raiseAt(line, ErrorId::SyntaxError);
+        }
+        std::string jump = "GOTO " + std::to_string(continuation);
+        int base = entries.allocate(line, thenBranch);
+        if (base == 0 || entries.allocate(line, jump) == 0)
+            return in.raiseAt(line, ErrorId::OutOfMemory);
+        int elseEntry = entries.allocate(line, elseBranch);
+        if (elseEntry == 0 || entries.allocate(line, jump) == 0)
+            return in.raiseAt(line, ErrorId::OutOfMemory);
+        if (!hasElse)
+            in.program().setEntry(elseEntry, in.program().numberAt(elseEntry), "");
+        prepared.addIf(entry, base);
+        // An ELSE branch that is itself an IF statement continues the chain.
+        entry = elseEntry;
+    }
+}
+
+// Normalises, separates the label and splits one line; the shared part of program and direct preparation.
+int prepareLine(Interpreter& in, EntryAllocator& entries, int line, std::string copy, int followNumber,
+    LineEntries& result)
+{
+    if (copy.find("IF") != std::string::npos && !checkIfStructure(copy))
+        return in.raiseAt(line, ErrorId::SyntaxError);
+    if (!normaliseStatements(copy))
+        return in.raiseAt(line, ErrorId::SyntaxError);
+    separateLabel(copy);
+    return splitLine(in, entries, line, copy, followNumber, result);
+}
+
+int compileLineIfs(Interpreter& in, EntryAllocator& entries, const LineEntries& line, int source)
+{
+    auto& store = in.program();
+    for (int entry = line.first; entry <= line.last; ++entry) {
+        if (!statementOf(store.textAt(entry)).starts_with("IF "))
+            continue;
+        int continuation = entry < line.last ? store.numberAt(entry + 1) : line.followNumber;
+        // A split line's pieces are followed by their jump entry, which carries on to the next line.
+        if (line.first != source && entry == line.last)
+            continuation = store.numberAt(entry + 1);
+        TRY_BASIC(compileIf(in, entries, entry, source, continuation));
+        break; // one IF statement per line
+    }
+    return 0;
+}
+
+int collectLabels(Interpreter& in, int last)
+{
+    auto& prepared = in.prepared();
+    auto& store = in.program();
+    prepared.labels.clear();
+    for (int entry = 1; entry <= last; ++entry) {
+        if (prepared.overrideAt(entry) != 0)
+            continue;
+        auto statement = statementOf(store.textAt(entry));
+        if (statement.size() < 2 || statement[0] != '*' || !isUpperLetter(statement[1]))
+            continue;
+        auto end = statement.find_first_of(" ':\r\n");
+        std::string name(statement.substr(0, end));
+        if (prepared.findLabel(name) != 0)
+            return in.raiseAt(entry, ErrorId::DuplicateLabel);
+        prepared.labels.push_back({std::move(name), entry});
+    }
+    return 0;
+}
+
+} // namespace
+
+bool checkIfStructure(std::string_view lineText)
+{
+    std::string text = " ";
+    text += lineText;
+    int state = 0;
+    bool quoted = false;
+    for (size_t pos = 0; pos < text.size(); ++pos) {
+        char c = text[pos];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (c == '\'' || text.compare(pos, 3, "REM") == 0)
+            break;
+        auto endsWith = [&](std::string_view word) {
+            return pos + 1 >= word.size() && text.compare(pos + 1 - word.size(), word.size(), word) == 0;
+        };
+        if (endsWith("IF")) {
+            if (state != 0 && state != 3)
+                return false;
+            state = 1;
+        } else if (endsWith("THEN")) {
+            if (state != 1)
+                return false;
+            state = 2;
+        } else if (endsWith("ELSE")) {
+            if (state != 2)
+                return false;
+            state = 3;
+        } else if (c == ':' && state != 0) {
+            if (state == 1)
+                return false;
+            state = 4;
+        }
+    }
+    return state != 1;
+}
+
+bool normaliseStatements(std::string& text)
+{
+    bool quoted = false;
+    for (size_t pos = 0; pos < text.size(); ++pos) {
+        char c = text[pos];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (c == '\'' || text.compare(pos, 3, "REM") == 0) {
+            text.erase(pos);
+            break;
+        }
+        if (text.compare(pos, 4, "NEXT") != 0)
+            continue;
+        // NEXT I,J becomes NEXT I :NEXT J.
+        int depth = 0;
+        bool inner = false;
+        for (size_t scan = pos + 4; scan < text.size(); ++scan) {
+            char s = text[scan];
+            if (s == '"')
+                inner = !inner;
+            if (inner)
+                continue;
+            if (s == ':' || s == '\'')
+                break;
+            if (s == '(')
+                ++depth;
+            else if (s == ')')
+                --depth;
+            else if (s == ',' && depth == 0) {
+                text.replace(scan, 1, " :NEXT ");
+                break;
+            }
+        }
+    }
+    return !quoted;
+}
+
+int prepareProgram(Interpreter& in)
+{
+    auto& store = in.program();
+    auto& prepared = in.prepared();
+    auto& run = in.run();
+    run.directMode = false;
+    prepared.directBase = -1;
+    prepared.prepared = false;
+    prepared.labels.clear();
+    prepared.truncateIfs(0);
+    int count = store.count();
+    for (int line = 1; line <= count; ++line)
+        prepared.setSource(line, line);
+
+    int endEntry = count + 1;
+    if (endEntry > kEntryLimit)
+        return in.raiseAt(count, ErrorId::OutOfMemory);
+    int endNumber = store.numberAt(count) + 1;
+    if (count == 0)
+        endNumber = 1;
+    store.setEntry(endEntry, endNumber, std::to_string(endNumber) + " END ");
+    prepared.setOverride(endEntry, 0);
+    prepared.setSource(endEntry, endEntry);
+    run.endIndex = endEntry;
+
+    EntryAllocator entries(in, endEntry + 1);
+    std::vector<LineEntries> lines(static_cast<size_t>(count) + 1);
+    for (int line = 1; line <= count; ++line) {
+        auto& text = store.mutableText(line);
+        trimTrailing(text);
+        prepared.setOverride(line, 0);
+        int follow = line < count ? store.numberAt(line + 1) : endNumber;
+        TRY_BASIC(prepareLine(in, entries, line, text, follow, lines[static_cast<size_t>(line)]));
+    }
+    for (int line = 1; line <= count; ++line)
+        TRY_BASIC(compileLineIfs(in, entries, lines[static_cast<size_t>(line)], line));
+
+    prepared.programIfCount = prepared.ifCount();
+    prepared.preparedHighWater = entries.last();
+    prepared.lastAllocated = entries.last();
+    TRY_BASIC(collectLabels(in, entries.last()));
+    prepared.prepared = true;
+    return 0;
+}
+
+int prepareDirect(Interpreter& in)
+{
+    auto& store = in.program();
+    auto& prepared = in.prepared();
+    auto& run = in.run();
+    run.directMode = true;
+    prepared.truncateIfs(prepared.programIfCount);
+    int base = std::max(store.count(), prepared.preparedHighWater);
+    prepared.directBase = base;
+    if (base >= kEntryLimit - 6)
+        return in.raiseWithoutLine(ErrorId::OutOfMemory);
+
+    std::string command(in.buffer().view());
+    rewriteQuestionMarks(command);
+    EntryAllocator entries(in, base + 1);
+    int commandEntry = entries.allocate(base + 1, command);
+    int endEntry = entries.allocate(base + 2, "END");
+    prepared.setSource(commandEntry, commandEntry);
+    prepared.setSource(endEntry, endEntry);
+    prepared.lastAllocated = entries.last();
+    run.startEntry = commandEntry;
+
+    LineEntries line {};
+    int endNumber = store.numberAt(endEntry);
+    TRY_BASIC(prepareLine(in, entries, commandEntry, store.textAt(commandEntry), endNumber, line));
+    if (line.first != commandEntry) {
+        run.startEntry = line.first;
+        prepared.setOverride(commandEntry, 0);
+    }
+    prepared.lastAllocated = entries.last();
+    TRY_BASIC(compileLineIfs(in, entries, line, commandEntry));
+    prepared.lastAllocated = entries.last();
+    return 0;
+}
+
+} // namespace tessaly::core

@@ -1,0 +1,193 @@
+// Storing, replacing and deleting program lines in number order.
+// Line entry's decisions (numbered line or direct command) are in core/line_entry.cpp.
+#include "core/program_store.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace tessaly::core {
+
+ProgramStore::ProgramStore()
+    : m_numbers(kEntryCapacity, 0)
+    , m_texts(kEntryCapacity)
+{
+}
+
+int32_t leadingNumber(std::string_view text)
+{
+    size_t pos = 0;
+    while (pos < text.size() && text[pos] == ' ')
+        ++pos;
+    int64_t value = 0;
+    for (; pos < text.size() && text[pos] >= '0' && text[pos] <= '9'; ++pos) {
+        value = value * 10 + (text[pos] - '0');
+        if (value > 999999999) // far above every valid line number; keeps the value in range
+            value = 999999999;
+    }
+    return static_cast<int32_t>(value);
+}
+
+void rewriteQuestionMarks(std::string& text)
+{
+    bool quoted = false;
+    for (size_t pos = 0; pos < text.size(); ++pos) {
+        if (text[pos] == '"') {
+            quoted = !quoted;
+        } else if (text[pos] == '?' && !quoted) {
+            text.replace(pos, 1, "PRINT ");
+            pos += 5;
+        }
+    }
+}
+
+StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view numberText)
+{
+    if (m_count + 1 >= kEntryCapacity)
+        return StoreOutcome::StoreFull;
+    ++m_count;
+    auto& entry = m_texts[static_cast<size_t>(m_count)];
+    auto lineEnd = text.find_first_of("\r\n");
+    entry.assign(text.substr(0, lineEnd));
+    rewriteQuestionMarks(entry);
+    entry += "\r\n";
+    m_numbers[static_cast<size_t>(m_count)] = leadingNumber(numberText);
+    ++m_revision;
+    return insertSorted(numberText);
+}
+
+void ProgramStore::repairOrder()
+{
+    // Puts entries 1..count-1 in ascending order; of equal numbers the one that comes last stays.
+    int older = m_count - 1;
+    bool ordered = true;
+    for (int i = 2; i <= older; ++i) {
+        if (m_numbers[static_cast<size_t>(i - 1)] >= m_numbers[static_cast<size_t>(i)]) {
+            ordered = false;
+            break;
+        }
+    }
+    if (ordered)
+        return;
+    std::vector<int> order(static_cast<size_t>(older));
+    std::iota(order.begin(), order.end(), 1);
+    std::stable_sort(order.begin(), order.end(), [this](int a, int b) {
+        return m_numbers[static_cast<size_t>(a)] < m_numbers[static_cast<size_t>(b)];
+    });
+    std::vector<int32_t> numbers;
+    std::vector<std::string> texts;
+    for (size_t k = 0; k < order.size(); ++k) {
+        auto i = static_cast<size_t>(order[k]);
+        bool laterTwin = k + 1 < order.size() && m_numbers[static_cast<size_t>(order[k + 1])] == m_numbers[i];
+        if (laterTwin)
+            continue;
+        numbers.push_back(m_numbers[i]);
+        texts.push_back(std::move(m_texts[i]));
+    }
+    auto newest = static_cast<size_t>(m_count);
+    int32_t newestNumber = m_numbers[newest];
+    std::string newestText = std::move(m_texts[newest]);
+    for (size_t k = 0; k < numbers.size(); ++k) {
+        m_numbers[k + 1] = numbers[k];
+        m_texts[k + 1] = std::move(texts[k]);
+    }
+    m_count = static_cast<int>(numbers.size()) + 1;
+    m_numbers[static_cast<size_t>(m_count)] = newestNumber;
+    m_texts[static_cast<size_t>(m_count)] = std::move(newestText);
+}
+
+void ProgramStore::moveEntry(size_t from, size_t to)
+{
+    m_numbers[to] = m_numbers[from];
+    m_texts[to] = std::move(m_texts[from]);
+}
+
+StoreOutcome ProgramStore::insertSorted(std::string_view numberText)
+{
+    ++m_revision;
+    repairOrder();
+    auto newest = static_cast<size_t>(m_count);
+    int32_t number = m_numbers[newest];
+    if (number < 1 || number > kHighestLineNumber)
+        return StoreOutcome::NumberOutOfRange;
+
+    std::string line = m_texts[newest];
+    line.erase(0, line.find_first_not_of(' ') == std::string::npos ? line.size() : line.find_first_not_of(' '));
+    if (static_cast<int>(line.size()) > kMaxStoredLineLength) {
+        m_texts[newest] = line.substr(0, kCutLineLength);
+        return StoreOutcome::LineTooLong;
+    }
+
+    int place = m_count;
+    for (int i = 1; i < m_count; ++i) {
+        if (m_numbers[static_cast<size_t>(i)] >= number) {
+            place = i;
+            break;
+        }
+    }
+    auto at = static_cast<size_t>(place);
+    if (place < m_count && m_numbers[at] == number) {
+        m_texts[at] = line;
+        m_texts[newest].clear();
+        --m_count;
+    } else if (place < m_count) {
+        for (auto i = newest; i > at; --i)
+            moveEntry(i - 1, i);
+        m_numbers[at] = number;
+        m_texts[at] = line;
+    } else {
+        m_texts[at] = line;
+    }
+
+    // A number alone deletes the line.
+    auto end = line.find_last_not_of(" \r\n");
+    std::string_view body(line.data(), end == std::string::npos ? 0 : end + 1);
+    if (body == numberText) {
+        removeLine(place);
+        return StoreOutcome::Stored;
+    }
+    auto& stored = m_texts[at];
+    stored.erase(0, std::min(stored.find_first_not_of(' '), stored.size()));
+    return StoreOutcome::Stored;
+}
+
+void ProgramStore::removeLine(int entry)
+{
+    if (entry < 1 || entry > m_count)
+        return;
+    for (auto i = static_cast<size_t>(entry); i < static_cast<size_t>(m_count); ++i)
+        moveEntry(i + 1, i);
+    m_texts[static_cast<size_t>(m_count)].clear();
+    m_numbers[static_cast<size_t>(m_count)] = 0;
+    --m_count;
+    ++m_revision;
+}
+
+void ProgramStore::replaceAll(std::vector<Line> lines)
+{
+    clear();
+    size_t count = std::min(lines.size(), static_cast<size_t>(kEntryCapacity - 1));
+    for (size_t i = 0; i < count; ++i) {
+        m_numbers[i + 1] = lines[i].number;
+        m_texts[i + 1] = std::move(lines[i].text);
+    }
+    m_count = static_cast<int>(count);
+}
+
+void ProgramStore::clear()
+{
+    for (int i = 1; i <= m_count; ++i) {
+        m_texts[static_cast<size_t>(i)].clear();
+        m_numbers[static_cast<size_t>(i)] = 0;
+    }
+    m_count = 0;
+    ++m_revision;
+}
+
+void ProgramStore::setEntry(int entry, int number, std::string text)
+{
+    m_numbers[static_cast<size_t>(entry)] = number;
+    m_texts[static_cast<size_t>(entry)] = std::move(text);
+    ++m_revision;
+}
+
+} // namespace tessaly::core

@@ -1,0 +1,74 @@
+// The program as a sorted array of numbered text lines, and the working entries above it.
+// Deciding what an entered line is (line entry) lives in core/line_entry; preparation in core/preparation.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tessaly::core {
+
+// Entries are numbered 1..count(); entry 0 is never a program line. Entries above count()
+// are the working entries of preparation.
+inline constexpr int kEntryCapacity = 65536;
+inline constexpr int kHighestLineNumber = 65536;
+// A stored line (without leading blanks, with its CR LF) may hold at most this many bytes.
+inline constexpr int kMaxStoredLineLength = 257;
+inline constexpr int kCutLineLength = 255;
+
+enum class StoreOutcome : uint8_t {
+    Stored,             // inserted, replaced or deleted (a number alone)
+    NumberOutOfRange,   // "Out of memory in " 0: the entry stays as the last entry
+    LineTooLong,        // "Line buffer overflow in " n: the cut entry stays as the last entry
+    StoreFull,          // no room for another entry
+};
+
+class ProgramStore {
+public:
+    ProgramStore();
+
+    [[nodiscard]] int count() const { return m_count; }
+    [[nodiscard]] int numberAt(int entry) const { return m_numbers[static_cast<size_t>(entry)]; }
+    [[nodiscard]] const std::string& textAt(int entry) const { return m_texts[static_cast<size_t>(entry)]; }
+    [[nodiscard]] static bool isValidEntry(int entry) { return entry >= 0 && entry < kEntryCapacity; }
+
+    // Stores the line text (which begins with its digits); numberText is the run of digits at its start.
+    // Any "?" outside quotes becomes "PRINT ", CR LF is appended, the line is put in its place.
+    StoreOutcome enterLine(std::string_view text, std::string_view numberText);
+    // Puts entry count() in its place after the repair pass over the older entries.
+    StoreOutcome insertSorted(std::string_view numberText);
+
+    // Replaces the whole program with the given lines, in the given order (program loading).
+    struct Line {
+        int number;
+        std::string text;
+    };
+    void replaceAll(std::vector<Line> lines);
+    void clear();
+    // Removes program entry i (1..count()); the entries behind it move down.
+    void removeLine(int entry);
+
+    // Working entries (preparation and the "?" rewrite of the executor); entry must be valid.
+    void setEntry(int entry, int number, std::string text);
+    std::string& mutableText(int entry) { return m_texts[static_cast<size_t>(entry)]; }
+
+    // Bumped by every change to any entry; caches keyed on it stay valid while it is unchanged.
+    [[nodiscard]] uint32_t revision() const { return m_revision; }
+
+private:
+    void repairOrder();
+    void moveEntry(size_t from, size_t to);
+
+    int m_count = 0;
+    uint32_t m_revision = 0;
+    std::vector<int32_t> m_numbers;
+    std::vector<std::string> m_texts;
+};
+
+// Replaces every "?" outside double quotes with "PRINT " (the rewrite of line entry).
+void rewriteQuestionMarks(std::string& text);
+// The decimal value of the leading digits of text (after leading blanks); 0 when there are none.
+int32_t leadingNumber(std::string_view text);
+
+} // namespace tessaly::core

@@ -1,0 +1,331 @@
+// The run loop: one program entry per step, the end of a run, the prompts, BREAK and CONT.
+// Statements are executed by core/executor; preparation of direct commands is core/preparation.
+#include "core/run_loop.h"
+
+#include <string>
+
+#include "core/executor.h"
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/preparation.h"
+
+namespace tessaly::core {
+
+namespace {
+
+// The first character of a statement: "*", "?", an apostrophe, or any byte above "@".
+bool startsStatement(unsigned char c) { return c == '*' || c > 64 || c == '?' || c == '\''; }
+
+bool isPrintCode(int code)
+{
+    return code == static_cast<int>(Stmt::Print) || code == static_cast<int>(Stmt::Write) ||
+           code == static_cast<int>(Stmt::PrintUsing);
+}
+
+// The end of a run. Returns true when an ON ERROR GOTO handler caught the error and the run goes on.
+bool endRun(Interpreter& in)
+{
+    auto& run = in.run();
+    if (run.autoLine <= 0) {
+        if (in.error().isPending()) {
+            showPrompt(in, PromptKind::Output);
+            if (in.error().pending == ErrorPending::Caught) {
+                in.error().pending = ErrorPending::None;
+                run.outputText.clear();
+                return true;
+            }
+        } else {
+            showPrompt(in, run.runMode == RunMode::Break ? PromptKind::Break : PromptKind::Ok);
+        }
+    }
+    run.runMode = RunMode::Direct;
+    run.lastResult = 0;
+    run.statementCode = 0;
+    run.lastExecutedIndex = 0;
+    in.screen().saveCursor();
+    run.running = false;
+    return false;
+}
+
+// Step 2 of the loop: decides whether the loop runs on. Returns false when it must return.
+bool checkRunMode(Interpreter& in, bool& repeatEntry)
+{
+    auto& run = in.run();
+    repeatEntry = false;
+    if (run.lastResult == result::kChainLoaded)
+        return true;
+    switch (run.runMode) {
+    case RunMode::Break:
+        endRun(in);
+        return false;
+    case RunMode::Gosub:
+    case RunMode::Returned:
+        run.runMode = RunMode::Running;
+        return true;
+    case RunMode::Running:
+        if (run.lastResult == result::kInputWait || run.previousCode == static_cast<int>(Stmt::Input)) {
+            // An INPUT waits until the key buffer ends with Enter; then it runs again and completes.
+            const auto& keys = in.keyboard().keyBuffer;
+            if (keys.empty() || keys.back() != '\r')
+                return false;
+            run.previousCode = 0;
+            in.screen().setCursor(0, in.screen().cursorRow());
+            repeatEntry = true;
+            return true;
+        }
+        if (!run.running) {
+            run.currentIndex = 0;
+            in.stacks().whileDepth = 0;
+        }
+        return true;
+    default:
+        run.running = false;
+        return false;
+    }
+}
+
+// Step 3: the next entry, following the override.
+bool advance(Interpreter& in)
+{
+    auto& run = in.run();
+    run.running = true;
+    if (run.startEntry > 0) {
+        run.currentIndex = run.startEntry;
+        run.startEntry = 0;
+        return true;
+    }
+    ++run.currentIndex;
+    if (!ProgramStore::isValidEntry(run.currentIndex) || run.currentIndex < 0)
+        return false;
+    int target = in.prepared().overrideAt(run.currentIndex);
+    if (target != 0 && ProgramStore::isValidEntry(target))
+        run.currentIndex = target;
+    return true;
+}
+
+} // namespace
+
+int loadEntryIntoBuffer(Interpreter& in, int entry)
+{
+    if (!ProgramStore::isValidEntry(entry))
+        return 0;
+    std::string_view text = in.program().textAt(entry);
+    size_t start = 0;
+    while (start < text.size() && !startsStatement(static_cast<unsigned char>(text[start])))
+        ++start;
+    if (start == 0 || start >= text.size())
+        return 0;
+    // A trailing comment (an apostrophe or REM outside quotes) is cut off; one at the start stays.
+    size_t stop = text.size();
+    bool quoted = false;
+    for (size_t pos = start; pos < text.size(); ++pos) {
+        char c = text[pos];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (c == '\r' || c == '\n') {
+            stop = pos;
+            break;
+        }
+        if (c == '\'' || text.compare(pos, 3, "REM") == 0) {
+            if (pos != start)
+                stop = pos;
+            break;
+        }
+    }
+    if (!in.buffer().assign(text.substr(start, stop - start)))
+        return in.raise(ErrorId::LineBufferOverflow);
+    return 1;
+}
+
+void runLoop(Interpreter& in)
+{
+    auto& run = in.run();
+    bool repeatEntry = false;
+    if (!checkRunMode(in, repeatEntry))
+        return;
+    for (;;) {
+        if (!repeatEntry) {
+            if (!advance(in)) {
+                // Past the last entry: the run ends as at END.
+                if (endRun(in))
+                    continue;
+                return;
+            }
+            int loaded = loadEntryIntoBuffer(in, run.currentIndex);
+            if (loaded == 0)
+                continue;
+            if (loaded < 0) {
+                if (endRun(in))
+                    continue;
+                return;
+            }
+        }
+        repeatEntry = false;
+        run.lastExecutedIndex = run.currentIndex;
+        run.executing = true;
+        int outcome = executeStatement(in, 0, in.buffer().length());
+        run.executing = false;
+        run.lastResult = outcome;
+
+        if (outcome == result::kDeviceSave || outcome == result::kSerialLoad)
+            return;
+        if (outcome == static_cast<int>(Stmt::Cont) || outcome == static_cast<int>(Stmt::While) ||
+            outcome == static_cast<int>(Stmt::Wend))
+            continue;
+        if (outcome == result::kRepeatEntry) {
+            --run.currentIndex;
+            continue;
+        }
+        int code = run.statementCode;
+        if (outcome == kFailed || code == static_cast<int>(Stmt::End)) {
+            if (endRun(in))
+                continue;
+            return;
+        }
+        if (code == static_cast<int>(Stmt::Run)) {
+            run.runMode = RunMode::Running;
+            if (outcome == result::kRunFromEntry)
+                --run.currentIndex;
+            else
+                run.currentIndex = 0;
+            continue;
+        }
+        run.previousCode = code;
+        showPrompt(in, PromptKind::Output);
+        if (code == static_cast<int>(Stmt::Goto) || code == static_cast<int>(Stmt::GoTo))
+            run.currentIndex = run.jumpTarget - 1;
+        if (isPrintCode(code)) {
+            run.statementCode = 0;
+            if (run.printNewline)
+                in.screen().NewLine();
+        }
+        if (in.error().isPending() || run.runMode == RunMode::Break) {
+            // A statement that stopped the run (STOP) leaves the end of the run to the loop.
+            if (endRun(in))
+                continue;
+            return;
+        }
+        if (outcome == result::kInputWait) {
+            run.running = false;
+            return;
+        }
+        if (outcome == result::kChainOn)
+            continue;
+        return;
+    }
+}
+
+void showPrompt(Interpreter& in, PromptKind kind)
+{
+    auto& run = in.run();
+    auto& screen = in.screen();
+    if (kind == PromptKind::Output) {
+        auto& error = in.error();
+        if (error.isPending()) {
+            auto& trap = in.trap();
+            if (!trap.inTrapHandler && trap.trapTarget > 0) {
+                trap.trapReturnIndex = error.line == 0 ? 0 : run.currentIndex;
+                run.currentIndex = trap.trapTarget - 1;
+                error.pending = ErrorPending::Caught;
+                trap.inTrapHandler = true;
+                return;
+            }
+            screen.Print(run.outputText);
+            screen.NewLine();
+            run.outputText.clear();
+            error.pending = ErrorPending::None;
+            run.lastOutcome = RunOutcome::Error;
+            return;
+        }
+        if (!run.outputText.empty()) {
+            screen.Print(run.outputText);
+            run.outputText.clear();
+        }
+        return;
+    }
+    run.lastOutcome = kind == PromptKind::Ok ? RunOutcome::Ok : RunOutcome::Break;
+    if (run.editShown)
+        return;
+    if (!run.printNewline)
+        screen.NewLine();
+    else
+        run.printNewline = false;
+    int row = screen.cursorRow();
+    std::string rowText = screen.row(row);
+    std::string prompt;
+    if (kind == PromptKind::Ok) {
+        prompt = "OK";
+        rowText.replace(0, rowText.size() < 2 ? rowText.size() : 2, prompt);
+    } else {
+        prompt = "BREAK, OK ";
+        // The line shown is that of the statement executed last: after a jump the current entry
+        // already stands before the jump's target, which is not where the program was stopped.
+        int stopped = run.lastExecutedIndex;
+        if (stopped > 0 && stopped != run.endIndex && !run.directMode)
+            prompt += "in " + std::to_string(in.sourceLineNumber(stopped)) + " ";
+        rowText.insert(0, prompt);
+        if (rowText.size() > 80)
+            rowText.resize(80);
+    }
+    screen.setRow(row, rowText);
+    screen.PrintLineAt(0, row, prompt);
+}
+
+void runDirectCommand(Interpreter& in)
+{
+    auto& run = in.run();
+    if (in.buffer().length() == 0)
+        return;
+    run.statementEcho = 0;
+    in.keyboard().lastKey = 0;
+    in.trap().inTrapHandler = false;
+    // The command's messages start on the row below the command.
+    in.screen().NewLine();
+    if (prepareDirect(in) < 0) {
+        showPrompt(in, PromptKind::Output);
+        return;
+    }
+    run.runMode = RunMode::Running;
+    run.running = false;
+    run.currentIndex = 0;
+    run.statementCode = static_cast<int>(Stmt::Run);
+    runLoop(in);
+}
+
+void breakProgram(Interpreter& in)
+{
+    auto& run = in.run();
+    run.canContinue = true;
+    in.keyboard().lastKey = screen::vk::kEscape;
+    run.continueIndex = run.currentIndex;
+    run.currentIndex = 0;
+    run.lastResult = 0;
+    run.previousCode = 0;
+    run.runMode = RunMode::Break;
+    // Inside a statement (STOP) the loop that runs it ends the run after the statement.
+    if (!run.executing)
+        runLoop(in);
+}
+
+void continueProgram(Interpreter& in)
+{
+    auto& run = in.run();
+    if (!run.canContinue) {
+        in.raiseWithoutLine(ErrorId::CantContinue);
+        return;
+    }
+    run.canContinue = false;
+    if (run.continueIndex != -1) {
+        run.running = true;
+        run.runMode = RunMode::Running;
+        run.currentIndex = run.continueIndex;
+        run.continueIndex = -1;
+        in.keyboard().lastKey = 0;
+    }
+}
+
+} // namespace tessaly::core

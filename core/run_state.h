@@ -1,0 +1,60 @@
+// The state of a run: mode, current entry, CONT state, the shared output text, prompt flags.
+// How entries are run is core/run_loop; how one statement is run is core/executor.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tessaly::core {
+
+enum class RunMode : int32_t {
+    Direct = 0,
+    Running = 3,
+    Ended = 13,     // END executed
+    Gosub = 14,     // a GOSUB (or an event-trap GOSUB) was executed
+    Returned = 15,  // a RETURN was executed
+    Break = -100,   // BREAK requested
+};
+
+// Results of a statement that the run loop interprets besides the statement codes.
+namespace result {
+inline constexpr int kFailed = -1;
+inline constexpr int kRunFromEntry = -3;  // RUN n: currentIndex already points before the target
+inline constexpr int kChainOn = -6;       // go on with the next entry without returning
+inline constexpr int kInputWait = 6;      // an INPUT waits for its line
+inline constexpr int kRepeatEntry = 21;   // IF: execute from the entry currentIndex + 1 at once
+inline constexpr int kChainLoaded = 72;   // CHAIN has loaded and prepared a program
+inline constexpr int kDeviceSave = 101;   // a program is being sent to a device
+inline constexpr int kSerialLoad = 102;   // a program is being received from a serial port
+} // namespace result
+
+// What the screen showed last at the end of a run or a line entry.
+enum class RunOutcome : uint8_t { None, Ok, Break, Error };
+
+struct RunState {
+    RunMode runMode = RunMode::Direct;
+    bool running = false;         // the idle driver runs the loop while set
+    int currentIndex = 0;         // the entry being executed
+    int endIndex = 0;             // the END entry behind the last program line
+    int jumpTarget = 0;           // the entry chosen by the last GOTO, GOSUB or RETURN
+    bool directMode = false;      // the entries being run come from a direct command
+    bool canContinue = false;     // set by BREAK and STOP
+    int continueIndex = -1;       // where BREAK or STOP interrupted; -1 when none
+    int statementCode = 0;        // the code of the statement being executed, refined by handlers
+    int lastResult = 0;           // the result of the last executor call
+    int previousCode = 0;         // the code of the statement executed before
+    int autoLine = 0;             // AUTO's next line number; above 0 while AUTO is active
+    int autoStep = 10;
+    int statementEcho = 0;
+    bool editShown = false;       // EDIT has put a line on the screen: no prompt after it
+    bool printNewline = true;     // the printed row is finished; the next output starts a new row
+    bool lineInputMode = false;   // INPUT was reached as LINE INPUT
+    int switchMode = 0;           // KEY, STOP, TIME$ followed by ON (1), OFF (2) or STOP (3)
+    bool executing = false;       // a statement handler is running (BREAK then waits for the loop)
+    int lastExecutedIndex = 0;    // the entry whose statement ran last in this run; 0 after the run
+    int startEntry = 0;           // the first entry of a direct command, taken at the first step
+    std::string outputText;       // what the statement printed, or the error message
+    RunOutcome lastOutcome = RunOutcome::None;
+};
+
+} // namespace tessaly::core

@@ -1,0 +1,14 @@
+// GOTO and GO TO: the run loop moves to the target that findTarget chose.
+#include "core/find_target.h"
+#include "core/interpreter.h"
+#include "core/statements.h"
+
+namespace tessaly::core {
+
+int stmtGoto(Interpreter& in, int begin, int end)
+{
+    TRY_BASIC(findTarget(in, begin, end));
+    return in.run().statementCode;
+}
+
+} // namespace tessaly::core

@@ -1,0 +1,181 @@
+// RUN, END, STOP, CONT, BEEP, DEF USR, and the statements that do nothing at run time.
+// The loop that acts on their results is core/run_loop.cpp.
+#include <algorithm>
+#include <string>
+
+#include "core/executor.h"
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/preparation.h"
+#include "core/run_loop.h"
+#include "core/statements.h"
+#include "expr/evaluator.h"
+
+namespace tessaly::core {
+
+namespace {
+
+std::string trimmed(std::string_view text)
+{
+    auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    auto last = text.find_last_not_of(' ');
+    return std::string(text.substr(first, last - first + 1));
+}
+
+// RUN's argument as text: upper-cased, without double quotes and blanks.
+std::string plainArgument(const expr::Value& value)
+{
+    std::string text;
+    if (value.isString()) {
+        text = value.text;
+    } else if (!value.empty) {
+        text = std::to_string(expr::integerOf(value));
+    }
+    std::string plain;
+    for (char c : text) {
+        if (c == '"' || c == ' ')
+            continue;
+        plain += (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+    }
+    return plain;
+}
+
+// RUN "file" and RUN "file",R are LOAD with the same arguments.
+int runAsLoad(Interpreter& in, int begin, int end)
+{
+    auto& buffer = in.buffer();
+    int keyword = begin - 3;
+    if (keyword < 0 || !buffer.replace(keyword, 3, "LOAD"))
+        return in.raise(ErrorId::SyntaxError);
+    return executeFromKeyword(in, keyword, end + 1);
+}
+
+} // namespace
+
+int stmtRun(Interpreter& in, int begin, int end)
+{
+    auto& run = in.run();
+    auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    std::string label;
+    int lineNumber = 0;
+    if (auto star = argument.find('*'); star != std::string_view::npos) {
+        label = trimmed(argument.substr(star));
+    } else if (auto comma = argument.find(','); comma != std::string_view::npos &&
+               argument.find('R', comma) != std::string_view::npos) {
+        return runAsLoad(in, begin, end);
+    } else {
+        expr::Value value;
+        TRY_BASIC(expr::evaluateExpression(in, begin, end, value));
+        std::string plain = plainArgument(value);
+        if (!plain.empty()) {
+            if (!value.isString() && expr::integerOf(value) > 0)
+                lineNumber = expr::integerOf(value);
+            else if (plain[0] == '*')
+                label = plain;
+            else
+                return runAsLoad(in, begin, end);
+        }
+    }
+
+    resetRunTime(in);
+    in.error().clear();
+    run.continueIndex = -1;
+    run.editShown = false;
+    run.runMode = RunMode::Running;
+    run.currentIndex = 0;
+    TRY_BASIC(prepareProgram(in));
+
+    if (lineNumber > 0 || !label.empty()) {
+        int target = label.empty() ? in.prepared().findLine(in.program(), lineNumber) : in.prepared().findLabel(label);
+        if (target <= 0 || (label.empty() && target > in.program().count())) {
+            // Reported at the last line of the program.
+            run.currentIndex = in.program().count();
+            return in.raise(ErrorId::UndefinedLineNumber);
+        }
+        run.currentIndex = target;
+        return result::kRunFromEntry;
+    }
+    return static_cast<int>(Stmt::Run);
+}
+
+int stmtEnd(Interpreter& in, int, int)
+{
+    in.run().currentIndex = in.run().endIndex;
+    in.run().runMode = RunMode::Ended;
+    return static_cast<int>(Stmt::End);
+}
+
+int stmtStop(Interpreter& in, int, int)
+{
+    in.run().continueIndex = in.run().currentIndex;
+    breakProgram(in);
+    return static_cast<int>(Stmt::Stop);
+}
+
+int stmtCont(Interpreter& in, int, int)
+{
+    continueProgram(in);
+    if (in.error().isPending())
+        return kFailed;
+    return static_cast<int>(Stmt::Cont);
+}
+
+int stmtNothing(Interpreter& in, int, int)
+{
+    return in.run().statementCode;
+}
+
+int stmtBeep(Interpreter& in, int begin, int end)
+{
+    auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    if (argument.find_first_not_of(' ') == std::string_view::npos) {
+        in.host().stopTimer(TimerId::ContinuousBeep);
+        in.host().beep();
+        return static_cast<int>(Stmt::Beep);
+    }
+    expr::Value value;
+    TRY_BASIC(expr::evaluateExpression(in, begin, end, value));
+    if (value.isString())
+        return in.raise(ErrorId::SyntaxError);
+    switch (expr::integerOf(value)) {
+    case 0:
+        in.host().stopTimer(TimerId::ContinuousBeep);
+        break;
+    case 1:
+        in.host().startTimer(TimerId::ContinuousBeep, 50);
+        break;
+    default:
+        return in.raise(ErrorId::SyntaxError);
+    }
+    return static_cast<int>(Stmt::Beep);
+}
+
+int stmtDefUsr(Interpreter& in, int begin, int end)
+{
+    auto& buffer = in.buffer();
+    char next = buffer.at(begin);
+    int digit = 0;
+    if (next >= '0' && next <= '9')
+        digit = next - '0';
+    else if (next != ' ' && next != '=')
+        return in.raise(ErrorId::SyntaxError);
+    auto equals = buffer.view().substr(0, static_cast<size_t>(end)).find('=', static_cast<size_t>(begin));
+    if (equals == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    expr::Value value;
+    TRY_BASIC(expr::evaluateExpression(in, static_cast<int>(equals) + 1, end, value));
+    if (value.isString())
+        return in.raise(ErrorId::TypeMismatch);
+    in.usrAddresses()[static_cast<size_t>(digit)] = expr::integerOf(value);
+    in.run().outputText.clear();
+    return static_cast<int>(Stmt::DefUsr);
+}
+
+void resetRunTime(Interpreter& in)
+{
+    in.stacks().reset();
+}
+
+} // namespace tessaly::core

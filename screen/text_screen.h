@@ -1,0 +1,117 @@
+// The 80 x 25 text screen model: row texts, logical-line links, cursor, scroll window.
+// Pixels are left to a TextPlane (the rendering side); the model never draws by itself.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tessaly::screen {
+
+inline constexpr int kColumns = 80;
+inline constexpr int kRows = 25;
+inline constexpr int kRowSlots = 40;
+inline constexpr int kFunctionKeyRow = 24;
+
+// A row that belongs to a multi-row logical line carries the line's first row; the first row
+// also carries the line's last row. -1 in both: the row stands alone.
+struct LineLink {
+    int8_t firstRow = -1;
+    int8_t lastRow = -1;
+};
+
+// The pixel side of the text screen. The model calls it in the order things happen;
+// a plane that draws nothing is valid (the headless runner without a screenshot).
+class TextPlane {
+public:
+    virtual ~TextPlane() = default;
+    // Fills the cells from (column,row) with the background colour and draws the bytes there.
+    virtual void drawText(int column, int row, std::string_view bytes) { (void)column, (void)row, (void)bytes; }
+    // Moves the pixel rows top+1..bottom-1 up one row and clears row bottom-1.
+    virtual void scrollUp(int top, int bottom) { (void)top, (void)bottom; }
+    // Clears rows first..last (inclusive) to the background colour.
+    virtual void clearRows(int first, int last) { (void)first, (void)last; }
+    // Composes and shows rows first..last (inclusive).
+    virtual void presentRows(int first, int last) { (void)first, (void)last; }
+    virtual void drawFunctionKeyLine() {}
+};
+
+// What leaves the text screen as a stream: the headless runner turns it into standard output.
+class TextListener {
+public:
+    virtual ~TextListener() = default;
+    // Bytes written at the cursor by Print, a message or a prompt (Shift-JIS).
+    virtual void textWritten(std::string_view bytes) { (void)bytes; }
+    // The cursor moved on to a following row (end of a line, a wrap, a line feed).
+    virtual void rowAdvanced() {}
+    // Byte 7 was printed.
+    virtual void bell() {}
+};
+
+class TextScreen {
+public:
+    TextScreen();
+
+    void setPlane(TextPlane* plane);
+    void setListener(TextListener* listener);
+
+    // Writes the bytes at the cursor, acting on the control bytes; wraps at column 80 and
+    // scrolls the window past lastTextRow.
+    void Print(std::string_view bytes);
+    // Column 0 of the next row, scrolling the window when that passes lastTextRow.
+    void NewLine();
+    // Scrolls the window rows up by one (nothing while idleCursorRow is past lastTextRow).
+    void ScrollUp();
+    // Draws text at (column,row) without storing it, then puts the cursor at column 0 of the next row.
+    void PrintLineAt(int column, int row, std::string_view text);
+    // Empties the window's rows; cursorColumn 0, cursorRow -1, highestRow -1.
+    void ClearRows();
+
+    // Row texts (0..24); a row may be shorter than 80 bytes.
+    [[nodiscard]] const std::string& row(int r) const { return m_rows[static_cast<size_t>(r)]; }
+    void setRow(int r, std::string text);
+    [[nodiscard]] LineLink link(int r) const { return m_links[static_cast<size_t>(r)]; }
+    void setLink(int r, LineLink link) { m_links[static_cast<size_t>(r)] = link; }
+
+    [[nodiscard]] int cursorColumn() const { return m_cursorColumn; }
+    [[nodiscard]] int cursorRow() const { return m_cursorRow; }
+    void setCursor(int column, int row);
+    [[nodiscard]] int savedColumn() const { return m_savedColumn; }
+    [[nodiscard]] int savedRow() const { return m_savedRow; }
+    void saveCursor() { m_savedColumn = m_cursorColumn, m_savedRow = m_cursorRow; }
+    [[nodiscard]] int highestRow() const { return m_highestRow; }
+
+    void setIdleCursorRow(int row) { m_idleCursorRow = row; }
+
+    // The scroll window (CONSOLE).
+    [[nodiscard]] int scrollTop() const { return m_scrollTop; }
+    [[nodiscard]] int scrollBottom() const { return m_scrollBottom; }
+    [[nodiscard]] int lastTextRow() const { return m_lastTextRow; }
+    // Sets the window; the caller has checked top 0..24 and rows 0..25.
+    void setScrollWindow(int top, int rows);
+
+private:
+    void advanceRow();            // the cursor moves on to a following row, scrolling as needed
+    void applyControl(uint8_t c); // one control byte of Print
+    void storeByte(uint8_t c);
+
+    std::array<std::string, kRowSlots> m_rows;
+    std::array<LineLink, kRows> m_links;
+    int m_cursorColumn = 0;
+    int m_cursorRow = 0;
+    int m_savedColumn = 0;
+    int m_savedRow = 0;
+    int m_highestRow = 0;
+    int m_idleCursorRow = 0;
+    int m_scrollTop = 0;
+    int m_scrollRows = 25;
+    int m_scrollBottom = 25;
+    int m_lastTextRow = 23;
+    TextPlane m_nullPlane;
+    TextListener m_nullListener;
+    TextPlane* m_plane = &m_nullPlane;
+    TextListener* m_listener = &m_nullListener;
+};
+
+} // namespace tessaly::screen

@@ -1,0 +1,106 @@
+// Storing, replacing, deleting and ordering program lines.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/program_store.h"
+
+namespace tessaly::core {
+namespace {
+
+std::vector<std::string> texts(const ProgramStore& store)
+{
+    std::vector<std::string> result;
+    for (int i = 1; i <= store.count(); ++i)
+        result.push_back(store.textAt(i));
+    return result;
+}
+
+StoreOutcome enter(ProgramStore& store, const std::string& text)
+{
+    auto digits = text.substr(0, text.find_first_not_of("0123456789"));
+    return store.enterLine(text, digits);
+}
+
+TEST(ProgramStore, KeepsLinesInNumberOrder)
+{
+    ProgramStore store;
+    enter(store, "20 B");
+    enter(store, "10 A");
+    enter(store, "30 C");
+    EXPECT_EQ(texts(store), (std::vector<std::string> {"10 A\r\n", "20 B\r\n", "30 C\r\n"}));
+    EXPECT_EQ(store.numberAt(1), 10);
+    EXPECT_EQ(store.numberAt(3), 30);
+}
+
+TEST(ProgramStore, ReplacesAndDeletesLines)
+{
+    ProgramStore store;
+    enter(store, "10 PRINT \"a\"");
+    enter(store, "20 END");
+    enter(store, "10 PRINT \"b\"");
+    EXPECT_EQ(texts(store), (std::vector<std::string> {"10 PRINT \"b\"\r\n", "20 END\r\n"}));
+    enter(store, "10");
+    EXPECT_EQ(texts(store), (std::vector<std::string> {"20 END\r\n"}));
+    enter(store, "15");
+    EXPECT_EQ(texts(store), (std::vector<std::string> {"20 END\r\n"}));
+}
+
+TEST(ProgramStore, RewritesQuestionMarksOutsideQuotes)
+{
+    ProgramStore store;
+    enter(store, "10 ?\"x\";Y:?\"?\"");
+    EXPECT_EQ(store.textAt(1), "10 PRINT \"x\";Y:PRINT \"?\"\r\n");
+}
+
+TEST(ProgramStore, KeepsLeadingZerosOfTheNumber)
+{
+    ProgramStore store;
+    enter(store, "0010 END");
+    EXPECT_EQ(store.textAt(1), "0010 END\r\n");
+    EXPECT_EQ(store.numberAt(1), 10);
+}
+
+TEST(ProgramStore, RefusesNumbersOutOfRangeAndKeepsTheEntryLast)
+{
+    ProgramStore store;
+    enter(store, "10 A");
+    EXPECT_EQ(enter(store, "70000 B"), StoreOutcome::NumberOutOfRange);
+    EXPECT_EQ(store.count(), 2);
+    EXPECT_EQ(store.numberAt(2), 70000);
+    // The next entry's repair pass keeps the order; the out-of-range entry is the older last.
+    enter(store, "5 C");
+    EXPECT_EQ(store.numberAt(1), 5);
+    EXPECT_EQ(store.numberAt(2), 10);
+    EXPECT_EQ(enter(store, "65536 D"), StoreOutcome::Stored);
+}
+
+TEST(ProgramStore, CutsLinesLongerThan257Characters)
+{
+    ProgramStore store;
+    std::string line = "10 REM " + std::string(300 - 7, 'X');
+    EXPECT_EQ(enter(store, line), StoreOutcome::LineTooLong);
+    EXPECT_EQ(store.textAt(1), line.substr(0, 255));
+    std::string fits = "20 REM " + std::string(255 - 7, 'Y');
+    EXPECT_EQ(enter(store, fits), StoreOutcome::Stored);
+    EXPECT_EQ(store.textAt(2), fits + "\r\n");
+}
+
+TEST(ProgramStore, RepairPassSortsALoadedProgramAndKeepsTheLastTwin)
+{
+    ProgramStore store;
+    store.replaceAll({{30, "30 C\r\n"}, {10, "10 A\r\n"}, {20, "20 B\r\n"}, {10, "10 A2\r\n"}});
+    enter(store, "40 D");
+    EXPECT_EQ(texts(store), (std::vector<std::string> {"10 A2\r\n", "20 B\r\n", "30 C\r\n", "40 D\r\n"}));
+}
+
+TEST(ProgramStore, LeadingNumberReadsDigitsAfterBlanks)
+{
+    EXPECT_EQ(leadingNumber("  120 PRINT"), 120);
+    EXPECT_EQ(leadingNumber("PRINT"), 0);
+    EXPECT_EQ(leadingNumber("99999999999999999999"), 999999999);
+}
+
+} // namespace
+} // namespace tessaly::core

@@ -1,0 +1,175 @@
+// Line entry, direct commands, the run loop, prompts, BREAK, STOP, CONT and error trapping,
+// seen through the text screen's stream.
+#include <gtest/gtest.h>
+
+#include "support/test_host.h"
+
+namespace tessaly::core {
+namespace {
+
+using test::Session;
+
+TEST(RunLoop, StoredLinesShowNothingAndRunEndsWithOk)
+{
+    Session session;
+    EXPECT_EQ(session.type({"10 END", "RUN"}), "10 END\nRUN\nOK\n");
+    EXPECT_TRUE(session.host().modified);
+}
+
+TEST(RunLoop, EmptyProgramRunsToOk)
+{
+    Session session;
+    EXPECT_EQ(session.type("RUN"), "RUN\nOK\n");
+    EXPECT_EQ(session.type(""), "\n");
+}
+
+TEST(RunLoop, LineEntryErrorsHaveNoLineNumberOrOk)
+{
+    Session session;
+    EXPECT_EQ(session.type("10PRINT"), "10PRINT\nSyntax error \n");
+    EXPECT_EQ(session.type("70000 END"), "70000 END\nOut of memory in 0\n");
+    EXPECT_EQ(session.type("10 REM " + std::string(300, 'X')).substr(308), "Line buffer overflow in 10\n");
+}
+
+TEST(RunLoop, ErrorsInAProgramShowTheirLine)
+{
+    Session session;
+    EXPECT_EQ(session.type({"10 REM start", "20 ERROR 200", "RUN"}).substr(26), "RUN\nerror in 20\n");
+    EXPECT_EQ(session.interpreter().error().code, 200);
+    EXPECT_EQ(session.interpreter().error().line, 20);
+    EXPECT_EQ(session.type("20 ERROR 256"), "20 ERROR 256\n");
+    EXPECT_EQ(session.type("RUN"), "RUN\nIllegal function call in 20\n");
+    EXPECT_EQ(session.type("20 FOO"), "20 FOO\n");
+    EXPECT_EQ(session.type("RUN"), "RUN\nSyntax error in 20\n");
+}
+
+TEST(RunLoop, DirectCommandErrorsShowNoLine)
+{
+    Session session;
+    EXPECT_EQ(session.type("ERROR 7"), "ERROR 7\nerror in \n");
+    EXPECT_EQ(session.interpreter().error().line, 0);
+    EXPECT_EQ(session.type("GOTO100"), "GOTO100\nSyntax error in \n");
+    EXPECT_EQ(session.type("GOTO 100"), "GOTO 100\nUndefined line number in \n");
+}
+
+TEST(RunLoop, CommentsAreCutBeforeExecution)
+{
+    Session session;
+    EXPECT_EQ(session.type({"10 PREM=1", "RUN"}).substr(10), "RUN\nSyntax error in 10\n");
+    EXPECT_EQ(session.type({"10 END 'the end", "RUN"}).substr(16), "RUN\nOK\n");
+    EXPECT_EQ(session.type({"10 REM", "20 ' note", "RUN"}).substr(17), "RUN\nOK\n");
+}
+
+TEST(RunLoop, StopAndCont)
+{
+    Session session;
+    session.type({"10 REM", "20 STOP", "30 END"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nBREAK, OK in 20 \n");
+    EXPECT_EQ(session.type("CONT"), "CONT\nOK\n\nOK\n");
+    EXPECT_EQ(session.type("CONT"), "CONT\nOK\nCan't continue \n");
+}
+
+TEST(RunLoop, EndThenContCannotContinue)
+{
+    Session session;
+    session.type({"10 END", "20 STOP"});
+    session.type("RUN");
+    EXPECT_EQ(session.type("CONT"), "CONT\nOK\nCan't continue \n");
+}
+
+TEST(RunLoop, BreakStopsAnEndlessLoopBetweenEntries)
+{
+    Session session;
+    session.type({"10 GOTO 10"});
+    EXPECT_EQ(session.typeThenBreak("RUN", 500), "RUN\nBREAK, OK in 10 \n");
+    EXPECT_FALSE(session.interpreter().isBusy());
+}
+
+TEST(RunLoop, BreakInADirectCommandShowsNoLine)
+{
+    Session session;
+    session.type({"10 GOTO 10"});
+    EXPECT_EQ(session.typeThenBreak("GOTO 10", 100), "GOTO 10\nBREAK, OK \n");
+}
+
+TEST(RunLoop, RunFromALineOrLabel)
+{
+    Session session;
+    session.type({"10 ERROR 1", "20 *HERE ERROR 2", "30 ERROR 3"});
+    EXPECT_EQ(session.type("RUN 30"), "RUN 30\nerror in 30\n");
+    EXPECT_EQ(session.type("RUN *HERE"), "RUN *HERE\nerror in 20\n");
+    EXPECT_EQ(session.type("RUN 25"), "RUN 25\nUndefined line number in 30\n");
+    EXPECT_EQ(session.type("RUN *NONE"), "RUN *NONE\nUndefined line number in 30\n");
+}
+
+TEST(RunLoop, OnErrorGotoCatchesAndResumeNextGoesOn)
+{
+    Session session;
+    session.type({"10 ON ERROR GOTO 100", "20 ERROR 5", "30 STOP", "100 RESUME NEXT"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nBREAK, OK in 30 \n");
+    EXPECT_EQ(session.interpreter().error().code, 0);
+}
+
+TEST(RunLoop, ErrorInsideTheHandlerEndsTheRun)
+{
+    Session session;
+    session.type({"10 ON ERROR GOTO 100", "20 ERROR 5", "30 END", "100 ERROR 6"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nerror in 100\n");
+    EXPECT_EQ(session.interpreter().error().code, 6);
+}
+
+TEST(RunLoop, ResumeToALineAndOnErrorGotoZeroDisarms)
+{
+    Session session;
+    session.type({"10 ON ERROR GOTO 100", "20 ERROR 5", "30 END", "100 RESUME 30"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nOK\n");
+    session.type({"10 ON ERROR GOTO 0"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nerror in 20\n");
+    session.type({"10 ON ERROR GOTO 999"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nUndefined line number in 10\n");
+}
+
+TEST(RunLoop, BeepSoundsOnceOrStartsAndStopsTheTimer)
+{
+    Session session;
+    session.type("BEEP");
+    EXPECT_EQ(session.host().beeps, 1);
+    session.type("BEEP 1");
+    session.type("BEEP 0");
+    ASSERT_EQ(session.host().timers.size(), 3U);
+    EXPECT_EQ(session.host().timers[1].periodMs, 50);
+    EXPECT_EQ(session.host().timers[2].periodMs, 0);
+    EXPECT_EQ(session.type("BEEP 2"), "BEEP 2\nSyntax error in \n");
+}
+
+TEST(RunLoop, DefUsrStoresTheAddress)
+{
+    Session session;
+    session.type("DEF USR3=1234");
+    EXPECT_EQ(session.interpreter().usrAddresses()[3], 1234);
+    session.type("DEF USR=99");
+    EXPECT_EQ(session.interpreter().usrAddresses()[0], 99);
+    EXPECT_EQ(session.interpreter().usrAddresses()[1], 1);
+    EXPECT_EQ(session.type("DEF USRX=1"), "DEF USRX=1\nSyntax error in \n");
+}
+
+TEST(RunLoop, QuestionMarkInALoadedProgramIsRewrittenWhenRun)
+{
+    Session session;
+    auto& in = session.interpreter();
+    in.program().replaceAll({{10, "10 ?\r\n"}});
+    session.runProgram();
+    EXPECT_EQ(in.program().textAt(1), "10 PRINT ");
+}
+
+TEST(RunLoop, MultiStatementDirectCommandsRunInOrder)
+{
+    Session session;
+    EXPECT_EQ(session.type("ERROR 1:ERROR 2"), "ERROR 1:ERROR 2\nerror in \n");
+    EXPECT_EQ(session.interpreter().error().code, 1);
+    EXPECT_EQ(session.type("ON ERROR GOTO 0:ERROR 3"), "ON ERROR GOTO 0:ERROR 3\nerror in \n");
+    EXPECT_EQ(session.interpreter().error().code, 3);
+}
+
+} // namespace
+} // namespace tessaly::core

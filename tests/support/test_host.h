@@ -1,0 +1,65 @@
+// Test doubles: a host that records what it is asked, and a session that types lines into an
+// interpreter and collects the text screen's stream.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/interpreter.h"
+
+namespace tessaly::test {
+
+class RecordingHost final : public core::Host {
+public:
+    void beep() override { ++beeps; }
+    void startTimer(core::TimerId id, int periodMs) override { timers.push_back({static_cast<int>(id), periodMs}); }
+    void stopTimer(core::TimerId id) override { timers.push_back({static_cast<int>(id), 0}); }
+    void printerWrite(std::string_view bytes) override { printed += bytes; }
+    void setDocumentModified(bool modified) override { this->modified = modified; }
+
+    struct TimerCall {
+        int id;
+        int periodMs; // 0: stopped
+    };
+    int beeps = 0;
+    std::vector<TimerCall> timers;
+    std::string printed;
+    bool modified = false;
+};
+
+class StreamRecorder final : public screen::TextListener {
+public:
+    void textWritten(std::string_view bytes) override { text += bytes; }
+    void rowAdvanced() override { text += '\n'; }
+    std::string text;
+};
+
+// An interpreter with a recording host; type() enters lines as the headless runner does
+// (echoing each line) and runs until the interpreter is idle.
+class Session {
+public:
+    // A run that takes more than maxSteps idle steps is stopped by BREAK.
+    explicit Session(int maxSteps = 1000000);
+    // Types each line and Enter, running to the end; returns everything written since the call.
+    std::string type(std::initializer_list<std::string_view> lines);
+    std::string type(std::string_view line) { return type({line}); }
+    // Types the line, runs the given number of idle steps, then performs BREAK.
+    std::string typeThenBreak(std::string_view line, int steps);
+    // Runs the current program as the headless runner does with a file.
+    std::string runProgram();
+
+    core::Interpreter& interpreter() { return *m_interpreter; }
+    RecordingHost& host() { return m_host; }
+
+private:
+    void driveUntilIdle();
+
+    int m_maxSteps;
+    RecordingHost m_host;
+    StreamRecorder m_stream;
+    std::unique_ptr<core::Interpreter> m_interpreter;
+};
+
+} // namespace tessaly::test

@@ -1,0 +1,2 @@
+10 REM first
+20 ERROR 200
