@@ -1,0 +1,178 @@
+// Number texts: GcvtText and the evaluator, PRINT and STR$ forms, and ReadNumberText.
+#include "expr/number_text.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace tessaly::expr {
+
+namespace {
+
+// The decimal exponent of the exact value: 0 for 1 to 9.99..., -1 for 0.1 to 0.99...
+int decimalExponent(double value)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%.40e", std::fabs(value));
+    const char* e = std::strchr(text, 'e');
+    return e == nullptr ? 0 : std::atoi(e + 1);
+}
+
+// Drops the zeros at the end of the fraction; the "." itself stays.
+void dropTrailingZeros(std::string& mantissa)
+{
+    if (mantissa.find('.') == std::string::npos)
+        return;
+    while (!mantissa.empty() && mantissa.back() == '0')
+        mantissa.pop_back();
+}
+
+} // namespace
+
+std::string GcvtText(double value, int digits)
+{
+    if (value == 0.0 || !std::isfinite(value)) {
+        if (!std::isfinite(value))
+            return value < 0 ? "-1.#INF" : "1.#INF";
+        return "0.";
+    }
+    int exponent = decimalExponent(value);
+    char text[400];
+    if (exponent < -1 || exponent > digits - 1) {
+        std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
+        std::string formatted = text;
+        auto e = formatted.find('e');
+        std::string mantissa = formatted.substr(0, e);
+        if (mantissa.find('.') == std::string::npos)
+            mantissa += '.';
+        dropTrailingZeros(mantissa);
+        int shown = std::atoi(formatted.c_str() + e + 1);
+        std::snprintf(text, sizeof text, "e%c%03d", shown < 0 ? '-' : '+', shown < 0 ? -shown : shown);
+        return mantissa + text;
+    }
+    std::snprintf(text, sizeof text, "%.*f", digits - (exponent + 1), value);
+    std::string fixed = text;
+    if (fixed.find('.') == std::string::npos)
+        fixed += '.';
+    dropTrailingZeros(fixed);
+    if (fixed == "-0.")
+        return "0.";
+    return fixed;
+}
+
+std::string ValueText(double value, int digits)
+{
+    std::string text = GcvtText(value, digits);
+    if (text[0] != '-')
+        text.insert(0, 1, ' ');
+    text += ' ';
+    return text;
+}
+
+std::string PrintNumberText(std::string_view input, ValueType type)
+{
+    std::string text(input);
+    if (text.size() >= 2 && text[0] == ' ' && text[1] == '-')
+        text.erase(0, 1);
+    if (text.size() >= 2 && text.compare(text.size() - 2, 2, ". ") == 0) {
+        text.erase(text.size() - 2, 1);
+        return text;
+    }
+    if (text.find_last_of("EDed.") == std::string::npos)
+        return text;
+    std::string rewritten;
+    if (type == ValueType::Single)
+        rewritten = GcvtText(static_cast<float>(ReadNumberText(text)), 6);
+    else if (type == ValueType::Double)
+        rewritten = GcvtText(ReadNumberText(text), 16);
+    else
+        return text;
+
+    static constexpr std::string_view kSmallExponents[] = {"e-001", "e-002", "e-003", "e-004"};
+    for (size_t k = 0; k < std::size(kSmallExponents); ++k) {
+        if (rewritten.size() < 5 || rewritten.compare(rewritten.size() - 5, 5, kSmallExponents[k]) != 0)
+            continue;
+        // Shown in fixed form: 5.e-002 becomes 0.05.
+        rewritten.erase(rewritten.size() - 5);
+        auto point = rewritten.find('.');
+        if (point != std::string::npos)
+            rewritten.erase(point, 1);
+        if (rewritten[0] != '-' && rewritten[0] != ' ')
+            rewritten.insert(0, 1, ' ');
+        rewritten.insert(1, std::string("0.") + std::string(k, '0'));
+        return rewritten + ' ';
+    }
+    if (rewritten[0] != '-' && rewritten[0] != ' ')
+        rewritten.insert(0, 1, ' ');
+    return rewritten + ' ';
+}
+
+std::string StrNumberText(std::string_view input)
+{
+    std::string text(input);
+    while (!text.empty() && text.back() == ' ')
+        text.pop_back();
+    if (!text.empty() && text.back() == '.')
+        text.pop_back();
+    if (text.empty() || (text[0] != '-' && text[0] != ' '))
+        text.insert(0, 1, ' ');
+    if (text.find('e') == std::string::npos || text.size() < 5)
+        return text;
+    // "e-005" loses its first exponent digit: "e-05".
+    text.erase(text.size() - 3, 1);
+    std::string exponent = text.substr(text.size() - 4);
+    if (exponent >= "e-01" && exponent <= "e-05") {
+        text.erase(text.size() - 4);
+        int zeros = exponent.back() - '0';
+        auto point = text.find('.');
+        if (point != std::string::npos)
+            text.erase(point, 1);
+        size_t first = text.find_first_of("0123456789");
+        if (first == std::string::npos)
+            return text;
+        text.insert(first, std::string(static_cast<size_t>(zeros), '0'));
+        text.insert(first + 1, ".");
+    }
+    return text;
+}
+
+double ReadNumberText(std::string_view text)
+{
+    size_t pos = 0;
+    while (pos < text.size() && text[pos] == ' ')
+        ++pos;
+    std::string number;
+    if (pos < text.size() && (text[pos] == '-' || text[pos] == '+'))
+        number += text[pos++];
+    bool digits = false;
+    while (pos < text.size() && text[pos] >= '0' && text[pos] <= '9') {
+        number += text[pos++];
+        digits = true;
+    }
+    if (pos < text.size() && text[pos] == '.') {
+        number += text[pos++];
+        while (pos < text.size() && text[pos] >= '0' && text[pos] <= '9') {
+            number += text[pos++];
+            digits = true;
+        }
+    }
+    if (!digits)
+        return 0.0;
+    if (pos < text.size() && (text[pos] == 'E' || text[pos] == 'e' || text[pos] == 'D' || text[pos] == 'd')) {
+        size_t mark = pos + 1;
+        std::string exponent = "e";
+        if (mark < text.size() && (text[mark] == '-' || text[mark] == '+'))
+            exponent += text[mark++];
+        bool exponentDigits = false;
+        while (mark < text.size() && text[mark] >= '0' && text[mark] <= '9') {
+            exponent += text[mark++];
+            exponentDigits = true;
+        }
+        if (exponentDigits)
+            number += exponent;
+    }
+    return std::strtod(number.c_str(), nullptr);
+}
+
+} // namespace tessaly::expr

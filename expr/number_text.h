@@ -1,0 +1,30 @@
+// The one number-to-text conversion behind every number the user sees, its finishing rules for
+// the evaluator, PRINT and STR$, and the one text-to-number reading. PRINT USING formats elsewhere.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "expr/values.h"
+
+namespace tessaly::expr {
+
+// A general format with `digits` significant digits: fixed form while the decimal exponent is
+// -1..digits-1, else one digit, ".", the other digits and a three-digit exponent; trailing zeros of
+// the fraction are dropped but the "." stays. 100 -> "100.", 0.05 -> "5.e-002".
+[[nodiscard]] std::string GcvtText(double value, int digits);
+
+// The evaluator's value text: GcvtText with a leading blank unless negative, and a trailing blank.
+[[nodiscard]] std::string ValueText(double value, int digits);
+
+// The PRINT form of an evaluated number text of the given type.
+[[nodiscard]] std::string PrintNumberText(std::string_view text, ValueType type);
+
+// The STR$ form of an evaluated number text.
+[[nodiscard]] std::string StrNumberText(std::string_view text);
+
+// Leading blanks, a sign, digits, a point and digits, an exponent after E, e, D or d; stops at the
+// first character that cannot continue the number; 0 when there is none.
+[[nodiscard]] double ReadNumberText(std::string_view text);
+
+} // namespace tessaly::expr

@@ -1,0 +1,83 @@
+// Number texts exactly as the user sees them.
+#include <gtest/gtest.h>
+
+#include "expr/number_text.h"
+
+namespace tessaly::expr {
+namespace {
+
+struct GcvtCase {
+    double value;
+    int digits;
+    const char* text;
+};
+
+class Gcvt : public ::testing::TestWithParam<GcvtCase> {};
+
+TEST_P(Gcvt, FormatsLikeTheSystem)
+{
+    EXPECT_EQ(GcvtText(GetParam().value, GetParam().digits), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(NumberText, Gcvt,
+    ::testing::Values(GcvtCase {100, 16, "100."}, GcvtCase {0.5, 16, "0.5"},
+        GcvtCase {1.0 / 3, 16, "0.3333333333333333"}, GcvtCase {0, 16, "0."}, GcvtCase {0.05, 16, "5.e-002"},
+        GcvtCase {1e20, 16, "1.e+020"}, GcvtCase {-2.5, 16, "-2.5"}, GcvtCase {12345678, 7, "1.234568e+007"},
+        GcvtCase {32767, 7, "32767."}, GcvtCase {1.0 / 3, 6, "0.333333"}, GcvtCase {1.5e20, 16, "1.5e+020"},
+        GcvtCase {0.00005, 16, "5.e-005"}, GcvtCase {2.0 / 3, 16, "0.6666666666666666"},
+        GcvtCase {123456789012345, 16, "123456789012345."}, GcvtCase {1e16, 16, "1.e+016"},
+        GcvtCase {9999999, 7, "9999999."}, GcvtCase {99999995, 7, "1.e+008"}, GcvtCase {-0.0, 16, "0."},
+        GcvtCase {1e-300, 16, "1.e-300"}, GcvtCase {0.1 + 0.2, 16, "0.3"}));
+
+struct FormCase {
+    const char* text;
+    ValueType type;
+    const char* shown;
+};
+
+class PrintForm : public ::testing::TestWithParam<FormCase> {};
+
+TEST_P(PrintForm, IsWhatPrintShows)
+{
+    EXPECT_EQ(PrintNumberText(GetParam().text, GetParam().type), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(NumberText, PrintForm,
+    ::testing::Values(FormCase {" 100. ", ValueType::Double, " 100 "}, FormCase {"-100. ", ValueType::Double, "-100 "},
+        FormCase {" 0. ", ValueType::Double, " 0 "}, FormCase {" 5.e-002 ", ValueType::Double, " 0.05 "},
+        FormCase {" 1.e-004 ", ValueType::Double, " 0.0001 "},
+        FormCase {" 1.e-005 ", ValueType::Double, " 1.e-005 "},
+        FormCase {" 1.e+016 ", ValueType::Double, " 1.e+016 "}, FormCase {" 7 ", ValueType::Integer, " 7 "},
+        FormCase {" 0.3333333333333333 ", ValueType::Single, " 0.333333 "},
+        FormCase {"-1.2e-003 ", ValueType::Double, "-0.0012 "}, FormCase {" 1E20 ", ValueType::Double, " 1.e+020 "},
+        FormCase {" 007 ", ValueType::Double, " 007 "}, FormCase {" -1 ", ValueType::Integer, "-1 "}));
+
+struct StrCase {
+    const char* text;
+    const char* shown;
+};
+
+class StrForm : public ::testing::TestWithParam<StrCase> {};
+
+TEST_P(StrForm, IsWhatStrShows)
+{
+    EXPECT_EQ(StrNumberText(GetParam().text), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(NumberText, StrForm,
+    ::testing::Values(StrCase {" 1.e-005 ", " 0.00001"}, StrCase {" 1.e+020 ", " 1.e+20"}, StrCase {" 5. ", " 5"},
+        StrCase {" 1E20 ", " 1E20"}, StrCase {" 5.e-002 ", " 0.05"}, StrCase {" 1.234e-003 ", " 0.001234"},
+        StrCase {"-2.5 ", "-2.5"}, StrCase {" 1.e-006 ", " 1.e-06"}));
+
+TEST(NumberText, ReadNumberTextStopsAtTheFirstForeignCharacter)
+{
+    EXPECT_EQ(ReadNumberText("1D3"), 1000);
+    EXPECT_EQ(ReadNumberText(" 12AB"), 12);
+    EXPECT_EQ(ReadNumberText("-.5"), -0.5);
+    EXPECT_EQ(ReadNumberText("X"), 0);
+    EXPECT_EQ(ReadNumberText("2E"), 2);
+    EXPECT_EQ(ReadNumberText(" 1.5e+020 "), 1.5e20);
+}
+
+} // namespace
+} // namespace tessaly::expr
