@@ -259,7 +259,7 @@ void showPrompt(Interpreter& in, PromptKind kind)
     std::string prompt;
     if (kind == PromptKind::Ok) {
         prompt = "OK";
-        rowText.replace(0, rowText.size() < 2 ? rowText.size() : 2, prompt);
+        rowText = rowText.size() > 2 ? prompt + rowText.substr(2) : prompt;
     } else {
         prompt = "BREAK, OK ";
         // The line shown is that of the statement executed last: after a jump the current entry

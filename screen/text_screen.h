@@ -94,6 +94,7 @@ public:
 private:
     void advanceRow();            // the cursor moves on to a following row, scrolling as needed
     void applyControl(uint8_t c); // one control byte of Print
+    void controlToNextRow();
     void storeByte(uint8_t c);
 
     std::array<std::string, kRowSlots> m_rows;
