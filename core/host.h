@@ -2,6 +2,9 @@
 // The desktop shell and the headless runner each implement it; the interpreter never sees either.
 #pragma once
 
+#include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
 
 namespace tessaly::core {
@@ -14,6 +17,20 @@ struct LocalTime {
 enum class TimerId : int {
     TimeAlarm = 1,     // the ON TIME$ alarm
     ContinuousBeep = 2 // BEEP 1: one tone every 50 ms
+};
+
+enum class MessageButtons : uint8_t { Ok, RetryCancel, YesNoCancel };
+enum class MessageAnswer : uint8_t { Ok, Retry, Cancel, Yes, No };
+
+// An open serial port (COM1 ...). Reads and writes never block.
+class SerialPort {
+public:
+    virtual ~SerialPort() = default;
+    virtual void write(std::string_view bytes) = 0;
+    // Up to max bytes that have arrived; empty when none.
+    virtual std::string read(size_t max) = 0;
+    [[nodiscard]] virtual size_t bytesWaiting() const = 0;
+    [[nodiscard]] virtual bool partnerReady() const = 0; // DSR
 };
 
 class Host {
@@ -30,6 +47,30 @@ public:
     virtual LocalTime localTime() { return {}; }
     // The program was changed (a line stored or deleted) or saved.
     virtual void setDocumentModified(bool modified) { (void)modified; }
+
+    // Plain text of the clipboard (Shift-JIS), and putting text or a 640 x 400 RGB image there.
+    virtual std::string clipboardText() { return {}; }
+    virtual void setClipboardText(std::string_view text) { (void)text; }
+    virtual void setClipboardImage(const uint32_t* pixels, int width, int height) { (void)pixels, (void)width, (void)height; }
+
+    // A modal message; a host without a window answers as the user would to go on (Ok, Cancel).
+    virtual MessageAnswer messageBox(std::string_view text, MessageButtons buttons)
+    {
+        (void)text;
+        return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Cancel;
+    }
+
+    // Serial port `number` (1 for COM1) with its line settings; nullptr when it cannot be opened.
+    virtual std::unique_ptr<SerialPort> openSerialPort(int number, std::string_view settings)
+    {
+        (void)number, (void)settings;
+        return nullptr;
+    }
+
+    // The machine's I/O ports; false when the platform gives no access to them.
+    [[nodiscard]] virtual bool portsAvailable() { return false; }
+    virtual uint8_t portIn(uint16_t port) { (void)port; return 0xFF; }
+    virtual void portOut(uint16_t port, uint8_t value) { (void)port, (void)value; }
 };
 
 } // namespace tessaly::core

@@ -126,7 +126,14 @@ void Interpreter::runMenuCommand()
 {
     if (m_run.runMode == RunMode::Running)
         return;
-    lineEntered("RUN");
+    // "RUN" is written at the start of the cursor row, which is then entered as if typed.
+    int row = m_screen.cursorRow();
+    std::string text = m_screen.row(row);
+    text = text.size() > 3 ? "RUN" + text.substr(3) : std::string("RUN");
+    m_screen.setRow(row, text);
+    m_screen.setCursor(3, row);
+    auto end = text.find_last_not_of(' ');
+    lineEntered(std::string_view(text).substr(0, end + 1));
 }
 
 void Interpreter::onTimer(TimerId id)

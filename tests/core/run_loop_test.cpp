@@ -85,6 +85,32 @@ TEST(RunLoop, BreakStopsAnEndlessLoopBetweenEntries)
     EXPECT_FALSE(session.interpreter().isBusy());
 }
 
+TEST(RunLoop, EscapeBreaksAtTheNextIdleCall)
+{
+    Session session(50);
+    auto& in = session.interpreter();
+    session.type({"10 GOTO 20", "20 GOTO 10"});
+    in.lineEntered("RUN");
+    for (int i = 0; i < 10; ++i)
+        in.idle();
+    ASSERT_TRUE(in.isRunning());
+    in.keyboard().lastKey = screen::vk::kEscape;
+    in.idle();
+    EXPECT_FALSE(in.isBusy());
+    EXPECT_TRUE(in.run().canContinue);
+    EXPECT_EQ(in.screen().row(in.screen().cursorRow() - 1).substr(0, 16), "BREAK, OK in 10 ");
+}
+
+TEST(RunLoop, RunMenuCommandTypesRunUnlessRunning)
+{
+    Session session;
+    auto& in = session.interpreter();
+    session.type({"10 ERROR 9"});
+    in.runMenuCommand();
+    EXPECT_EQ(in.error().code, 9);
+    EXPECT_EQ(in.screen().row(1).substr(0, 3), "RUN");
+}
+
 TEST(RunLoop, BreakInADirectCommandShowsNoLine)
 {
     Session session;
