@@ -7,6 +7,7 @@
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/statements.h"
+#include "expr/statements.h"
 
 namespace tessaly::core {
 
@@ -41,6 +42,21 @@ struct HandlerTable {
         set(Stmt::Error, stmtError);
         set(Stmt::Goto, stmtGoto);
         set(Stmt::GoTo, stmtGoto);
+        set(Stmt::Let, expr::stmtLet);
+        set(Stmt::Swap, expr::stmtSwap);
+        set(Stmt::Defint, expr::stmtDefint);
+        set(Stmt::Defsng, expr::stmtDefsng);
+        set(Stmt::Defdbl, expr::stmtDefdbl);
+        set(Stmt::Defstr, expr::stmtDefstr);
+        set(Stmt::Clear, expr::stmtClear);
+        set(Stmt::Dim, expr::stmtDim);
+        set(Stmt::Erase, expr::stmtErase);
+        set(Stmt::OptionBase, expr::stmtOptionBase);
+        set(Stmt::Randomize, expr::stmtRandomize);
+        set(Stmt::DefFn, expr::stmtDefFn);
+        set(Stmt::MidStatement, expr::stmtMid);
+        set(Stmt::DateStatement, expr::stmtDate);
+        set(Stmt::TimeStatement, expr::stmtTime);
     }
     constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }
 };

@@ -13,6 +13,10 @@
 #include "core/program_store.h"
 #include "core/run_state.h"
 #include "core/statement_buffer.h"
+#include "expr/arrays.h"
+#include "expr/expression_scratch.h"
+#include "expr/function_state.h"
+#include "expr/variables.h"
 #include "screen/keyboard.h"
 #include "screen/text_screen.h"
 
@@ -50,6 +54,10 @@ public:
     StatementBuffer& buffer() { return m_buffer; }
     screen::TextScreen& screen() { return m_screen; }
     screen::Keyboard& keyboard() { return m_keyboard; }
+    expr::VariableStore& variables() { return m_variables; }
+    expr::ArrayStore& arrays() { return m_arrays; }
+    expr::FunctionState& functionState() { return m_functionState; }
+    expr::ExpressionScratch& expressionScratch() { return m_expressionScratch; }
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
@@ -81,6 +89,10 @@ private:
     StatementBuffer m_buffer;
     screen::TextScreen m_screen;
     screen::Keyboard m_keyboard;
+    expr::VariableStore m_variables;
+    expr::ArrayStore m_arrays;
+    expr::FunctionState m_functionState;
+    expr::ExpressionScratch m_expressionScratch;
     std::array<int32_t, 10> m_usrAddresses {};
 };
 

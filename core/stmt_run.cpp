@@ -10,6 +10,7 @@
 #include "core/run_loop.h"
 #include "core/statements.h"
 #include "expr/evaluator.h"
+#include "expr/statements.h"
 
 namespace tessaly::core {
 
@@ -175,6 +176,7 @@ int stmtDefUsr(Interpreter& in, int begin, int end)
 
 void resetRunTime(Interpreter& in)
 {
+    expr::resetVariables(in);
     in.stacks().reset();
 }
 

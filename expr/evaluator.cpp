@@ -1,14 +1,518 @@
-// Expression evaluation. So far: numeric literals (with a sign) and string literals; operators,
-// variables and functions come with the full evaluator.
+// The expression evaluator. Each parenthesised group is reduced on its own, innermost first; within
+// a group the operator that is done next is the first one that goes before its right neighbour,
+// else the last one, exactly as the reduction of the group's text would do it.
 #include "expr/evaluator.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <string>
 
 #include "core/interpreter.h"
+#include "expr/functions.h"
+#include "expr/number_text.h"
+#include "expr/expression_scratch.h"
+#include "expr/operators.h"
 
 namespace tessaly::expr {
+
+namespace {
+
+using core::ErrorId;
+
+bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isNameChar(char c) { return isLetter(c) || isDigit(c) || c == '.' || c == '%' || c == '!' || c == '#' || c == '$'; }
+char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
+
+bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
+{
+    if (pos + word.size() > text.size())
+        return false;
+    for (size_t k = 0; k < word.size(); ++k) {
+        if (upper(text[pos + k]) != word[k])
+            return false;
+    }
+    return true;
+}
+
+class Parser {
+public:
+    // scope: the text searched for the words that keep a leading minus from wrapping its term.
+    Parser(core::Interpreter& in, std::string_view text, size_t begin, size_t end, std::string_view scope)
+        : m_in(in)
+        , m_text(text.substr(0, end))
+        , m_pos(begin)
+        , m_scope(scope)
+    {
+    }
+
+    int parseTop(Value& result);
+    int parseArguments(std::vector<Value>& values);
+
+private:
+    enum class Stop { Top, CloseParen, Argument };
+
+    int parseGroup(Value& result, Stop stop, bool wrapLeadingMinus);
+    int parseOperand(Value& value, bool& substituted, ValueType& substitutedType);
+    int parseNumber(Value& value);
+    int parseHexOrOctal(Value& value);
+    int parseString(Value& value);
+    int parseName(Value& value, bool& substituted, ValueType& substitutedType);
+    int parseCallArguments(std::vector<Value>& args, bool& hasParentheses);
+    bool parseBinaryOperator(Op& op);
+    int reduce(std::vector<Token>& tokens, ValueType& groupType);
+    void skipBlanks()
+    {
+        while (m_pos < m_text.size() && m_text[m_pos] == ' ')
+            ++m_pos;
+    }
+    [[nodiscard]] char peek() const { return m_pos < m_text.size() ? m_text[m_pos] : '\0'; }
+    [[nodiscard]] bool atGroupEnd(Stop stop) const;
+
+    core::Interpreter& m_in;
+    std::string_view m_text;
+    size_t m_pos;
+    std::string_view m_scope;
+    int m_depth = 0;
+};
+
+bool Parser::atGroupEnd(Stop stop) const
+{
+    char c = peek();
+    if (c == '\0' || c == ':' || c == '\'' || c == '\r' || c == '\n')
+        return true;
+    if (c == ')')
+        return true;
+    // Commas and semicolons end a group: only argument lists hold them.
+    (void)stop;
+    return c == ',' || c == ';';
+}
+
+int Parser::parseTop(Value& result)
+{
+    skipBlanks();
+    // A leading minus applies to the whole first term (-A^2+B is -(A^2)+B), unless a logical
+    // operator, MOD, \, THEN or ELSE stands anywhere in the rest of the statement.
+    bool wrap = false;
+    if (peek() == '-') {
+        wrap = true;
+        auto rest = m_scope;
+        for (std::string_view word : {" AND", " NOT", " OR", " XOR", " IMP", " EQV", " \\", " MOD", " THEN", " ELSE"}) {
+            if (rest.find(word) != std::string_view::npos)
+                wrap = false;
+        }
+    }
+    TRY_BASIC(parseGroup(result, Stop::Top, wrap));
+    skipBlanks();
+    if (peek() == ')')
+        return m_in.raise(ErrorId::SyntaxError);
+    return 0;
+}
+
+int Parser::parseGroup(Value& result, Stop stop, bool wrapLeadingMinus)
+{
+    auto& scratch = m_in.expressionScratch();
+    // 63 levels of groups per expression; an FN call's expression has levels of its own.
+    if (m_depth >= kMaxGroupDepth || scratch.depth + 1 >= static_cast<int>(ExpressionScratch::kGroupSlots))
+        return m_in.raise(ErrorId::OutOfMemory);
+    ++scratch.depth;
+    ++m_depth;
+    struct DepthGuard {
+        int& depth;
+        int& local;
+        ~DepthGuard() { --depth, --local; }
+    } guard {scratch.depth, m_depth};
+    auto& tokens = scratch.groups[static_cast<size_t>(scratch.depth)];
+    tokens.clear();
+
+    ValueType groupType = ValueType::Double;
+    bool negateNext = false;
+    bool signSeen = false;
+    bool wrapping = false;
+    if (wrapLeadingMinus) {
+        ++m_pos; // the "-": its first term is reduced as a group of its own
+        wrapping = true;
+    }
+    std::vector<Token>* current = &tokens;
+    std::vector<Token> firstTerm;
+    if (wrapping)
+        current = &firstTerm;
+
+    for (;;) {
+        skipBlanks();
+        bool expectOperand = current->empty() || current->back().isOperator;
+        if (expectOperand) {
+            if (atGroupEnd(stop))
+                break;
+            char c = peek();
+            if (c == '+' || c == '-') {
+                if (c == '-')
+                    negateNext = !negateNext;
+                signSeen = true;
+                ++m_pos;
+                continue;
+            }
+            if (startsWithWord(m_text, m_pos, "NOT")) {
+                m_pos += 3;
+                current->push_back({true, Op::Not, {}});
+                continue;
+            }
+            Token token {false, Op::Add, {}};
+            bool substituted = false;
+            ValueType substitutedType = ValueType::Double;
+            TRY_BASIC(parseOperand(token.value, substituted, substitutedType));
+            if (substituted)
+                groupType = substitutedType;
+            if (negateNext) {
+                if (token.value.isString())
+                    return m_in.raise(ErrorId::SyntaxError);
+                token.value.number = -token.value.number;
+                if (token.value.form == NumberForm::Literal)
+                    token.value.text = token.value.text[0] == '-' ? token.value.text.substr(1) : "-" + token.value.text;
+            }
+            negateNext = false;
+            signSeen = false;
+            current->push_back(std::move(token));
+            continue;
+        }
+        if (atGroupEnd(stop))
+            break;
+        Op op {};
+        if (!parseBinaryOperator(op))
+            return m_in.raise(ErrorId::SyntaxError);
+        if (wrapping && (op == Op::Add || op == Op::Subtract)) {
+            // The first term ends at the first + or - of this group.
+            Value term;
+            ValueType termType = ValueType::Double;
+            TRY_BASIC(reduce(firstTerm, termType));
+            term = std::move(firstTerm.front().value);
+            if (term.isString())
+                return m_in.raise(ErrorId::SyntaxError);
+            term.number = -term.number;
+            if (term.form == NumberForm::Literal)
+                term.text = term.text[0] == '-' ? term.text.substr(1) : "-" + term.text;
+            tokens.push_back({false, Op::Add, std::move(term)});
+            current = &tokens;
+            wrapping = false;
+        }
+        current->push_back({true, op, {}});
+    }
+    if (signSeen)
+        return m_in.raise(ErrorId::SyntaxError);
+    if (wrapping) {
+        if (firstTerm.empty())
+            return m_in.raise(ErrorId::SyntaxError);
+        ValueType termType = ValueType::Double;
+        TRY_BASIC(reduce(firstTerm, termType));
+        Value term = std::move(firstTerm.front().value);
+        if (term.isString())
+            return m_in.raise(ErrorId::SyntaxError);
+        term.number = -term.number;
+        if (term.form == NumberForm::Literal)
+            term.text = term.text[0] == '-' ? term.text.substr(1) : "-" + term.text;
+        tokens.push_back({false, Op::Add, std::move(term)});
+    }
+    if (tokens.empty()) {
+        result = Value {};
+        result.empty = true;
+        return 0;
+    }
+    if (tokens.back().isOperator)
+        return m_in.raise(ErrorId::SyntaxError);
+    TRY_BASIC(reduce(tokens, groupType));
+    result = std::move(tokens.front().value);
+    if (!result.isString())
+        result.type = groupType;
+    return 0;
+}
+
+int Parser::reduce(std::vector<Token>& tokens, ValueType& groupType)
+{
+    bool onlyOperand = tokens.size() == 1;
+    while (tokens.size() > 1) {
+        int pending = -1;
+        int chosen = -1;
+        for (int k = 0; k < static_cast<int>(tokens.size()); ++k) {
+            const auto& token = tokens[static_cast<size_t>(k)];
+            if (!token.isOperator)
+                continue;
+            if (token.op == Op::Not) {
+                pending = k;
+                continue;
+            }
+            if (pending >= 0 && !tokens[static_cast<size_t>(k - 1)].isOperator &&
+                goesFirst(tokens[static_cast<size_t>(pending)].op, token.op)) {
+                chosen = pending;
+                break;
+            }
+            pending = k;
+        }
+        if (chosen < 0)
+            chosen = pending;
+        if (chosen < 0)
+            return m_in.raise(ErrorId::SyntaxError);
+        auto at = static_cast<size_t>(chosen);
+        Op op = tokens[at].op;
+        if (at + 1 >= tokens.size() || tokens[at + 1].isOperator)
+            return m_in.raise(ErrorId::SyntaxError);
+        if (op == Op::Not) {
+            TRY_BASIC(applyNot(m_in, tokens[at + 1].value));
+            tokens.erase(tokens.begin() + static_cast<std::ptrdiff_t>(at));
+            continue;
+        }
+        if (at == 0 || tokens[at - 1].isOperator)
+            return m_in.raise(ErrorId::SyntaxError);
+        TRY_BASIC(applyBinary(m_in, op, tokens[at - 1].value, tokens[at + 1].value));
+        if (isRelational(op))
+            groupType = ValueType::Integer;
+        tokens.erase(tokens.begin() + static_cast<std::ptrdiff_t>(at), tokens.begin() + static_cast<std::ptrdiff_t>(at) + 2);
+    }
+    (void)onlyOperand;
+    return 0;
+}
+
+bool Parser::parseBinaryOperator(Op& op)
+{
+    char c = peek();
+    char next = m_pos + 1 < m_text.size() ? m_text[m_pos + 1] : '\0';
+    auto take = [&](Op found, size_t length) {
+        op = found;
+        m_pos += length;
+        return true;
+    };
+    switch (c) {
+    case '+': return take(Op::Add, 1);
+    case '-': return take(Op::Subtract, 1);
+    case '*': return take(Op::Multiply, 1);
+    case '/': return take(Op::Divide, 1);
+    case '^': return take(Op::Power, 1);
+    case '\\': return take(Op::IntDivide, 1);
+    case '<':
+        if (next == '=')
+            return take(Op::LessEqual, 2);
+        if (next == '>')
+            return take(Op::NotEqual, 2);
+        return take(Op::Less, 1);
+    case '>':
+        if (next == '=')
+            return take(Op::GreaterEqual, 2);
+        if (next == '<')
+            return take(Op::NotEqual, 2);
+        return take(Op::Greater, 1);
+    case '=':
+        if (next == '<')
+            return take(Op::LessEqual, 2);
+        if (next == '>')
+            return take(Op::GreaterEqual, 2);
+        return take(Op::Equal, 1);
+    default:
+        break;
+    }
+    static constexpr std::pair<std::string_view, Op> kWords[] = {
+        {"MOD", Op::Mod}, {"AND", Op::And}, {"OR", Op::Or}, {"XOR", Op::Xor}, {"EQV", Op::Eqv}, {"IMP", Op::Imp}};
+    for (const auto& [word, found] : kWords) {
+        if (startsWithWord(m_text, m_pos, word))
+            return take(found, word.size());
+    }
+    return false;
+}
+
+int Parser::parseOperand(Value& value, bool& substituted, ValueType& substitutedType)
+{
+    char c = peek();
+    if (isDigit(c) || c == '.')
+        return parseNumber(value);
+    if (c == '&')
+        return parseHexOrOctal(value);
+    if (c == '"')
+        return parseString(value);
+    if (c == '(') {
+        ++m_pos;
+        TRY_BASIC(parseGroup(value, Stop::CloseParen, false));
+        skipBlanks();
+        if (peek() != ')')
+            return m_in.raise(ErrorId::SyntaxError);
+        ++m_pos;
+        return 0;
+    }
+    if (isLetter(c))
+        return parseName(value, substituted, substitutedType);
+    return m_in.raise(ErrorId::SyntaxError);
+}
+
+int Parser::parseNumber(Value& value)
+{
+    size_t start = m_pos;
+    while (isDigit(peek()))
+        ++m_pos;
+    if (peek() == '.') {
+        ++m_pos;
+        while (isDigit(peek()))
+            ++m_pos;
+    }
+    char e = upper(peek());
+    if (e == 'E' || e == 'D') {
+        size_t mark = m_pos + 1;
+        if (mark < m_text.size() && (m_text[mark] == '+' || m_text[mark] == '-'))
+            ++mark;
+        if (mark < m_text.size() && isDigit(m_text[mark])) {
+            m_pos = mark;
+            while (isDigit(peek()))
+                ++m_pos;
+        }
+    }
+    value = Value::makeNumber(0, NumberForm::Literal);
+    value.text.assign(m_text.substr(start, m_pos - start));
+    value.number = ReadNumberText(value.text);
+    if (!std::isfinite(value.number))
+        return m_in.raise(ErrorId::Overflow);
+    // A type mark after a number (1#, 2%) does not change its value.
+    if (peek() == '#' || peek() == '!' || peek() == '%')
+        ++m_pos;
+    return 0;
+}
+
+int Parser::parseHexOrOctal(Value& value)
+{
+    ++m_pos;
+    int base = 8;
+    char kind = upper(peek());
+    if (kind == 'H') {
+        base = 16;
+        ++m_pos;
+    } else if (kind == 'O') {
+        ++m_pos;
+    } else if (!isDigit(kind)) {
+        return m_in.raise(ErrorId::SyntaxError);
+    }
+    uint32_t number = 0;
+    for (;;) {
+        char c = upper(peek());
+        int digit = isDigit(c) ? c - '0' : (c >= 'A' && c <= 'F' ? c - 'A' + 10 : 99);
+        if (digit >= base)
+            break;
+        number = number * static_cast<uint32_t>(base) + static_cast<uint32_t>(digit);
+        ++m_pos;
+    }
+    auto read = static_cast<int32_t>(number);
+    value = Value::makeNumber(read, NumberForm::Literal);
+    value.text = std::to_string(read);
+    value.unsignedLiteral = true;
+    return 0;
+}
+
+int Parser::parseString(Value& value)
+{
+    size_t close = m_text.find('"', m_pos + 1);
+    if (close == std::string_view::npos)
+        return m_in.raise(ErrorId::IllegalFunctionCall);
+    value = Value::makeString(std::string(m_text.substr(m_pos + 1, close - m_pos - 1)));
+    m_pos = close + 1;
+    return 0;
+}
+
+int Parser::parseCallArguments(std::vector<Value>& args, bool& hasParentheses)
+{
+    size_t mark = m_pos;
+    skipBlanks();
+    hasParentheses = peek() == '(';
+    if (!hasParentheses) {
+        m_pos = mark;
+        return 0;
+    }
+    ++m_pos;
+    TRY_BASIC(parseArguments(args));
+    return 0;
+}
+
+int Parser::parseArguments(std::vector<Value>& values)
+{
+    for (;;) {
+        Value value;
+        skipBlanks();
+        // A "#" before a file number is part of the argument (INPUT$(n,#f)).
+        if (peek() == '#')
+            ++m_pos;
+        TRY_BASIC(parseGroup(value, Stop::Argument, false));
+        values.push_back(std::move(value));
+        skipBlanks();
+        char c = peek();
+        if (c == ',') {
+            ++m_pos;
+            continue;
+        }
+        if (c == ')') {
+            ++m_pos;
+            return 0;
+        }
+        return m_in.raise(ErrorId::SyntaxError);
+    }
+}
+
+int Parser::parseName(Value& value, bool& substituted, ValueType& substitutedType)
+{
+    size_t start = m_pos;
+    while (isNameChar(peek()))
+        ++m_pos;
+    std::string name(m_text.substr(start, m_pos - start));
+    for (char& c : name)
+        c = upper(c);
+    substituted = true;
+
+    if (name.size() > 2 && name.starts_with("FN")) {
+        std::vector<Value> args;
+        bool parens = false;
+        TRY_BASIC(parseCallArguments(args, parens));
+        TRY_BASIC(callUserFunction(m_in, name.substr(2), args, parens, value));
+        substitutedType = value.isString() ? ValueType::String : value.type;
+        return 0;
+    }
+    auto function = findFunction(name);
+    if (function.kind != FunctionKind::None) {
+        std::vector<Value> args;
+        bool parens = false;
+        TRY_BASIC(parseCallArguments(args, parens));
+        if (function.kind == FunctionKind::Numeric) {
+            TRY_BASIC(callNumericFunction(m_in, function.code, args, parens, value));
+            substitutedType = ValueType::Double;
+        } else {
+            TRY_BASIC(callStringFunction(m_in, function.code, args, value));
+            substitutedType = ValueType::String;
+        }
+        return 0;
+    }
+    ValueType type = m_in.variables().typeOfName(name);
+    substitutedType = type;
+    size_t mark = m_pos;
+    skipBlanks();
+    if (peek() == '(') {
+        ++m_pos;
+        std::vector<Value> args;
+        TRY_BASIC(parseArguments(args));
+        std::vector<int32_t> subscripts;
+        for (const auto& arg : args) {
+            if (arg.isString())
+                return m_in.raise(ErrorId::TypeMismatch);
+            double s = std::trunc(arg.number);
+            if (!(s >= 0 && s <= 32767))
+                return m_in.raise(ErrorId::SubscriptOutOfRange);
+            subscripts.push_back(static_cast<int32_t>(s));
+        }
+        switch (m_in.arrays().read(name, type, subscripts, value)) {
+        case ArrayStatus::Ok:
+            return 0;
+        case ArrayStatus::OutOfMemory:
+            return m_in.raise(ErrorId::OutOfMemory);
+        default:
+            return m_in.raise(ErrorId::SubscriptOutOfRange);
+        }
+    }
+    m_pos = mark;
+    if (!m_in.variables().read(name, type, value))
+        return m_in.raise(ErrorId::OutOfMemory);
+    return 0;
+}
+
+} // namespace
 
 int32_t integerOf(const Value& value)
 {
@@ -22,38 +526,34 @@ int32_t integerOf(const Value& value)
     return static_cast<int32_t>(truncated);
 }
 
+int32_t roundedIntegerOf(const Value& value)
+{
+    Value rounded = value;
+    rounded.number = value.number >= 0 ? std::trunc(value.number + 0.5) : std::trunc(value.number - 0.5);
+    return integerOf(rounded);
+}
+
 int evaluateExpression(core::Interpreter& in, int begin, int end, Value& result)
 {
-    result = Value {};
-    auto text = std::string(in.buffer().view().substr(0, static_cast<size_t>(end)));
-    size_t pos = static_cast<size_t>(begin);
-    while (pos < text.size() && text[pos] == ' ')
-        ++pos;
-    size_t last = text.find_last_not_of(' ');
-    if (pos >= text.size() || last == std::string::npos || last < pos) {
-        result.empty = true;
-        return 0;
-    }
-    text.erase(last + 1);
-    if (text[pos] == '"') {
-        auto close = text.find('"', pos + 1);
-        if (close != std::string::npos && close != text.size() - 1)
-            return in.raise(core::ErrorId::SyntaxError);
-        result.type = ValueType::String;
-        result.text = text.substr(pos + 1, close == std::string::npos ? std::string::npos : close - pos - 1);
-        return 0;
-    }
-    const char* start = text.c_str() + pos;
-    bool sign = *start == '-' || *start == '+';
-    const char* digits = sign ? start + 1 : start;
-    if (!((*digits >= '0' && *digits <= '9') || *digits == '.'))
-        return in.raise(core::ErrorId::SyntaxError);
-    char* stop = nullptr;
-    double value = std::strtod(start, &stop);
-    if (stop != text.c_str() + text.size())
-        return in.raise(core::ErrorId::SyntaxError);
-    result.number = value;
-    return 0;
+    auto text = in.buffer().view();
+    auto stop = static_cast<size_t>(std::max(begin, std::min(end, static_cast<int>(text.size()))));
+    auto from = static_cast<size_t>(std::max(begin, 0));
+    Parser parser(in, text, from, stop, text.substr(std::min(from, text.size())));
+    return parser.parseTop(result);
+}
+
+int evaluateText(core::Interpreter& in, std::string_view text, Value& result)
+{
+    Parser parser(in, text, 0, text.size(), text);
+    return parser.parseTop(result);
+}
+
+int evaluateArguments(core::Interpreter& in, std::string_view text, std::vector<Value>& values)
+{
+    std::string list(text);
+    list += ')';
+    Parser parser(in, list, 0, list.size(), list);
+    return parser.parseArguments(values);
 }
 
 } // namespace tessaly::expr

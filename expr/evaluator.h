@@ -1,6 +1,9 @@
-// Evaluating an expression of the statement buffer into a Value.
-// Raises "Syntax error in " and the arithmetic errors through the interpreter.
+// Evaluating expressions of the statement buffer: operands (literals, variables, array elements,
+// function calls), groups in parentheses reduced innermost first, and IF/WHILE conditions.
 #pragma once
+
+#include <string_view>
+#include <vector>
 
 #include "expr/values.h"
 
@@ -10,11 +13,25 @@ class Interpreter;
 
 namespace tessaly::expr {
 
-// Evaluates the text of the statement buffer from begin to end. Returns 0, or kFailed after raising.
+inline constexpr int kMaxGroupDepth = 63;
+
+// Evaluates the statement buffer's text from begin to end. Returns 0, or kFailed after raising.
+// An expression with nothing in it gives a value with `empty` set.
 int evaluateExpression(core::Interpreter& interpreter, int begin, int end, Value& result);
 
-// The value read as an integer, as statements read their arguments (truncated toward zero,
-// clamped to the 32-bit range).
+// Evaluates a text that is not in the statement buffer (an argument list element, a definition).
+int evaluateText(core::Interpreter& interpreter, std::string_view text, Value& result);
+
+// The condition of IF or WHILE: comparisons are made on whole sides and exactly, then the logical
+// operators combine -1 and 0. Sets truth; returns 0, or kFailed after raising.
+int evaluateCondition(core::Interpreter& interpreter, int begin, int end, bool& truth);
+
+// A statement argument read as an integer (truncated toward zero, clamped to 32 bits).
 [[nodiscard]] int32_t integerOf(const Value& value);
+// Rounded half away from zero, clamped to 32 bits.
+[[nodiscard]] int32_t roundedIntegerOf(const Value& value);
+
+// Evaluates a comma-separated argument list (each argument its own expression) from the text.
+int evaluateArguments(core::Interpreter& interpreter, std::string_view text, std::vector<Value>& values);
 
 } // namespace tessaly::expr

@@ -137,6 +137,40 @@ std::string StrNumberText(std::string_view input)
     return text;
 }
 
+double RoundToDigits(double value, int digits)
+{
+    if (!std::isfinite(value) || value == 0.0)
+        return value == 0.0 ? 0.0 : value;
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
+    return std::strtod(text, nullptr);
+}
+
+std::string numberValueText(const Value& value)
+{
+    std::string text;
+    switch (value.form) {
+    case NumberForm::Literal:
+        text = value.text;
+        break;
+    case NumberForm::Computed16:
+    case NumberForm::DoubleVar:
+        text = GcvtText(value.number, 16);
+        break;
+    case NumberForm::Computed7:
+    case NumberForm::SingleVar:
+        text = GcvtText(value.number, 7);
+        break;
+    case NumberForm::IntegerVar:
+        text = std::to_string(static_cast<long long>(value.number));
+        break;
+    }
+    if (text.empty() || (text[0] != '-' && text[0] != ' '))
+        text.insert(0, 1, ' ');
+    text += ' ';
+    return text;
+}
+
 double ReadNumberText(std::string_view text)
 {
     size_t pos = 0;

@@ -23,6 +23,13 @@ namespace tessaly::expr {
 // The STR$ form of an evaluated number text.
 [[nodiscard]] std::string StrNumberText(std::string_view text);
 
+// The number rounded as its text with that many significant digits reads back.
+[[nodiscard]] double RoundToDigits(double value, int digits);
+
+// The value text of a number as the evaluator writes it: a blank or "-" first, a blank last
+// (" 2. ", "-0.5 ", " 007 " for a literal written 007).
+[[nodiscard]] std::string numberValueText(const Value& value);
+
 // Leading blanks, a sign, digits, a point and digits, an exponent after E, e, D or d; stops at the
 // first character that cannot continue the number; 0 when there is none.
 [[nodiscard]] double ReadNumberText(std::string_view text);

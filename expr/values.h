@@ -1,5 +1,6 @@
 // Value types and the value that expressions produce between evaluation steps.
-// Variables, arrays and the evaluator build on these; number texts come from expr/number_text.
+// A number keeps the text form the user would see (a literal as written, a computed result with
+// 16 or 7 digits, a variable in its type's form); expr/number_text turns it into that text.
 #pragma once
 
 #include <cstdint>
@@ -15,15 +16,44 @@ enum class ValueType : int8_t {
     Unknown = 127,
 };
 
-// A number (kept in double precision while an expression is worked on) or a string.
+// How a number's text is made (see numberValueText).
+enum class NumberForm : uint8_t {
+    Literal,     // as the user wrote it (kept in text)
+    Computed16,  // GcvtText with 16 digits
+    Computed7,   // GcvtText with 7 digits
+    IntegerVar,  // the decimal digits of a 16-bit value
+    SingleVar,   // GcvtText with 7 digits
+    DoubleVar,   // GcvtText with 16 digits
+};
+
+// Strings longer than this do not fit the evaluator's 1,024-byte buffers with their quotes.
+inline constexpr size_t kMaxStringLength = 1021;
+
 struct Value {
-    ValueType type = ValueType::Double;
-    double number = 0.0;
-    std::string text;  // the characters of a string
-    bool empty = false; // nothing stood where the value was expected
-    bool unsignedLiteral = false; // a &H or &O literal
+    ValueType type = ValueType::Double;  // String, or the type shown by PRINT for a number
+    double number = 0.0;                 // the number as its text reads back
+    std::string text;                    // a string's bytes, or a literal's spelling
+    NumberForm form = NumberForm::Computed16;
+    bool empty = false;                  // nothing stood where the value was expected
+    bool unsignedLiteral = false;        // a lone &H or &O literal: 0..65535 fits an integer
 
     [[nodiscard]] bool isString() const { return type == ValueType::String; }
+
+    static Value makeString(std::string bytes)
+    {
+        Value v;
+        v.type = ValueType::String;
+        v.text = std::move(bytes);
+        return v;
+    }
+    static Value makeNumber(double number, NumberForm form, ValueType shownType = ValueType::Double)
+    {
+        Value v;
+        v.type = shownType;
+        v.number = number;
+        v.form = form;
+        return v;
+    }
 };
 
 } // namespace tessaly::expr

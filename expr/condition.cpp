@@ -1,0 +1,149 @@
+// Conditions of IF and WHILE: each comparison is made between two whole sides, exactly, and the
+// logical operators then combine the -1 and 0 that the comparisons give.
+#include <string>
+
+#include "core/interpreter.h"
+#include "expr/evaluator.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+using core::ErrorId;
+
+constexpr std::string_view kLogicalWords[] = {" AND", " OR", " XOR", " IMP", " EQV", " NOT"};
+
+// The first logical word (with its blank) outside quotes from pos; npos when none.
+size_t findLogical(std::string_view text, size_t pos, size_t& length)
+{
+    bool quoted = false;
+    for (; pos < text.size(); ++pos) {
+        if (text[pos] == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        for (auto word : kLogicalWords) {
+            if (text.compare(pos, word.size(), word) == 0) {
+                length = word.size();
+                return pos;
+            }
+        }
+    }
+    return std::string_view::npos;
+}
+
+struct Relation {
+    size_t at = std::string_view::npos;
+    size_t length = 0;
+    int kind = 0; // 1 =, 2 <>, 3 <, 4 <=, 5 >, 6 >=
+};
+
+// The first relational operator of a term outside quotes and parentheses.
+Relation findRelation(std::string_view term)
+{
+    bool quoted = false;
+    int depth = 0;
+    for (size_t pos = 0; pos < term.size(); ++pos) {
+        char c = term[pos];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (c == '(')
+            ++depth;
+        else if (c == ')')
+            --depth;
+        if (depth != 0 || (c != '=' && c != '<' && c != '>'))
+            continue;
+        char next = pos + 1 < term.size() ? term[pos + 1] : '\0';
+        auto pair = std::string {c, next};
+        if (pair == "<>" || pair == "><")
+            return {pos, 2, 2};
+        if (pair == "<=" || pair == "=<")
+            return {pos, 2, 4};
+        if (pair == ">=" || pair == "=>")
+            return {pos, 2, 6};
+        return {pos, 1, c == '=' ? 1 : (c == '<' ? 3 : 5)};
+    }
+    return {};
+}
+
+bool holds(int kind, int comparison)
+{
+    switch (kind) {
+    case 1: return comparison == 0;
+    case 2: return comparison != 0;
+    case 3: return comparison < 0;
+    case 4: return comparison <= 0;
+    case 5: return comparison > 0;
+    default: return comparison >= 0;
+    }
+}
+
+int termTruth(core::Interpreter& in, std::string_view term, bool& truth)
+{
+    auto relation = findRelation(term);
+    if (relation.at == std::string_view::npos) {
+        Value value;
+        TRY_BASIC(evaluateText(in, term, value));
+        if (value.isString())
+            return in.raise(ErrorId::TypeMismatch);
+        truth = value.number != 0;
+        return 0;
+    }
+    Value left;
+    Value right;
+    TRY_BASIC(evaluateText(in, term.substr(0, relation.at), left));
+    TRY_BASIC(evaluateText(in, term.substr(relation.at + relation.length), right));
+    if (left.isString() != right.isString() || left.empty || right.empty)
+        return in.raise(left.empty || right.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
+    int comparison = 0;
+    if (left.isString()) {
+        int c = left.text.compare(right.text);
+        comparison = c < 0 ? -1 : (c > 0 ? 1 : 0);
+    } else {
+        comparison = left.number < right.number ? -1 : (left.number > right.number ? 1 : 0);
+    }
+    truth = holds(relation.kind, comparison);
+    return 0;
+}
+
+} // namespace
+
+int evaluateCondition(core::Interpreter& in, int begin, int end, bool& truth)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    std::string condition(text.substr(static_cast<size_t>(begin)));
+    // Each term becomes -1 or 0; the logical words stay between them.
+    std::string combined;
+    size_t pos = 0;
+    while (pos <= condition.size()) {
+        size_t length = 0;
+        size_t word = findLogical(condition, pos, length);
+        size_t stop = word == std::string_view::npos ? condition.size() : word;
+        auto term = std::string_view(condition).substr(pos, stop - pos);
+        if (term.find_first_not_of(' ') != std::string_view::npos) {
+            bool termTrue = false;
+            TRY_BASIC(termTruth(in, term, termTrue));
+            combined += termTrue ? "-1 " : " 0 ";
+        }
+        if (word == std::string_view::npos)
+            break;
+        combined += condition.substr(word, length);
+        combined += ' ';
+        pos = word + length;
+    }
+    Value value;
+    TRY_BASIC(evaluateText(in, combined, value));
+    if (value.isString() || value.empty)
+        return in.raise(ErrorId::SyntaxError);
+    in.functionState().conditionValue = integerOf(value);
+    truth = in.functionState().conditionValue != 0;
+    return 0;
+}
+
+} // namespace tessaly::expr

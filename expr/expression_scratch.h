@@ -1,0 +1,28 @@
+// Working storage of the evaluator, kept between evaluations so that reducing a group allocates
+// nothing once the program has run a while.
+#pragma once
+
+#include <vector>
+
+#include "expr/operators.h"
+#include "expr/values.h"
+
+namespace tessaly::expr {
+
+struct Token {
+    bool isOperator;
+    Op op;
+    Value value;
+};
+
+struct ExpressionScratch {
+    ExpressionScratch() : groups(kGroupSlots) {}
+
+    // One token list per nesting level; never reallocated, so a level's list stays put while
+    // deeper levels (and the expressions of FN calls) are reduced.
+    static constexpr size_t kGroupSlots = 64 * 12;
+    std::vector<std::vector<Token>> groups;
+    int depth = 0;
+};
+
+} // namespace tessaly::expr

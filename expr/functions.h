@@ -1,0 +1,36 @@
+// The built-in functions reached from expressions: recognition of a name and the call with its
+// evaluated arguments. Numeric functions: expr/functions_numeric; string functions:
+// expr/functions_string; DEF FN: expr/user_functions.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "expr/values.h"
+
+namespace tessaly::core {
+class Interpreter;
+}
+
+namespace tessaly::expr {
+
+enum class FunctionKind : uint8_t { None, Numeric, String };
+
+struct FunctionId {
+    FunctionKind kind = FunctionKind::None;
+    int code = 0; // keyword table code in its list
+};
+
+// Recognises a built-in function by its whole name (every name of both lists).
+[[nodiscard]] FunctionId findFunction(std::string_view name);
+
+// Calls a numeric function with its evaluated arguments; hasParentheses tells RND from RND().
+int callNumericFunction(core::Interpreter& in, int code, const std::vector<Value>& args, bool hasParentheses,
+    Value& result);
+int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>& args, Value& result);
+
+// FNname(args): the definition's expression with the parameters bound. Returns 0 or kFailed.
+int callUserFunction(core::Interpreter& in, std::string_view name, const std::vector<Value>& args,
+    bool hasParentheses, Value& result);
+
+} // namespace tessaly::expr

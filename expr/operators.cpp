@@ -1,0 +1,192 @@
+// Operator precedence and the operations: arithmetic with its 16-digit results, integer division
+// and MOD, 16-bit logical and relational operations, string joining and comparison.
+#include "expr/operators.h"
+
+#include <cmath>
+
+#include "core/interpreter.h"
+#include "expr/number_text.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+constexpr double kZeroThreshold = 1e-50;
+
+int code(Op op) { return static_cast<int>(op); }
+
+// Rounded half away from zero to a 32-bit integer.
+bool roundTo32(double x, int64_t& out)
+{
+    double rounded = x >= 0 ? std::trunc(x + 0.5) : std::trunc(x - 0.5);
+    if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0))
+        return false;
+    out = static_cast<int64_t>(rounded);
+    return true;
+}
+
+// A computed number: its text reads back with the given number of digits; too big is Overflow.
+int finishNumber(core::Interpreter& in, Value& result, double x, int digits, ValueType shown)
+{
+    if (!std::isfinite(x))
+        return in.raise(core::ErrorId::Overflow);
+    double rounded = RoundToDigits(x, digits);
+    if (!std::isfinite(rounded))
+        return in.raise(core::ErrorId::Overflow);
+    result = Value::makeNumber(rounded, digits == 16 ? NumberForm::Computed16 : NumberForm::Computed7, shown);
+    return 0;
+}
+
+int power(core::Interpreter& in, double a, double b, double& result)
+{
+    if (a == 0) {
+        result = 0;
+        return 0;
+    }
+    bool integralB = std::trunc(b) == b;
+    if (a < 0) {
+        if (!integralB)
+            return in.raise(core::ErrorId::IllegalFunctionCall);
+        result = std::exp(std::log(-a) * b);
+        if (std::fmod(std::fabs(b), 2.0) == 1.0)
+            result = -result;
+        return 0;
+    }
+    result = std::exp(std::log(a) * b);
+    if (b > 0 && integralB && std::trunc(a) == a)
+        result = std::trunc(result + 0.5);
+    return 0;
+}
+
+int compareValues(const Value& left, const Value& right)
+{
+    if (left.isString()) {
+        int c = left.text.compare(right.text);
+        return c < 0 ? -1 : (c > 0 ? 1 : 0);
+    }
+    int a = toInt16(left.number);
+    int b = toInt16(right.number);
+    return a < b ? -1 : (a > b ? 1 : 0);
+}
+
+bool relationHolds(Op op, int comparison)
+{
+    switch (op) {
+    case Op::Less: return comparison < 0;
+    case Op::Greater: return comparison > 0;
+    case Op::LessEqual: return comparison <= 0;
+    case Op::GreaterEqual: return comparison >= 0;
+    case Op::Equal: return comparison == 0;
+    default: return comparison != 0;
+    }
+}
+
+int16_t logical(Op op, int16_t a, int16_t b)
+{
+    uint16_t x = static_cast<uint16_t>(a);
+    uint16_t y = static_cast<uint16_t>(b);
+    uint16_t r = 0;
+    switch (op) {
+    case Op::And: r = x & y; break;
+    case Op::Or: r = x | y; break;
+    case Op::Xor: r = x ^ y; break;
+    case Op::Eqv: r = static_cast<uint16_t>(~(x ^ y)); break;
+    default: r = static_cast<uint16_t>(~(x ^ y) | y); break; // IMP
+    }
+    return static_cast<int16_t>(r);
+}
+
+} // namespace
+
+int16_t toInt16(double value)
+{
+    if (!std::isfinite(value))
+        return 0;
+    double truncated = std::trunc(value);
+    double wrapped = std::fmod(truncated, 65536.0);
+    if (wrapped < 0)
+        wrapped += 65536.0;
+    return static_cast<int16_t>(static_cast<uint16_t>(wrapped));
+}
+
+bool goesFirst(Op pending, Op found)
+{
+    int p = code(pending);
+    switch (found) {
+    case Op::Power: return p > 16;
+    case Op::Multiply:
+    case Op::Divide: return p > 14;
+    case Op::IntDivide: return p > 13;
+    case Op::Mod: return p > 12;
+    case Op::Add:
+    case Op::Subtract: return p >= 11;
+    case Op::Not: return p > 6;
+    case Op::Or: return p > 5;
+    case Op::And: return p > 4;
+    case Op::Xor: return p > 3;
+    case Op::Eqv: return p > 2;
+    case Op::Imp: return p > 1;
+    default: return false; // a relational operator takes the operand just before it
+    }
+}
+
+int applyNot(core::Interpreter& in, Value& operand)
+{
+    if (operand.isString())
+        return in.raise(core::ErrorId::TypeMismatch);
+    auto value = static_cast<int16_t>(~static_cast<uint16_t>(toInt16(operand.number)));
+    return finishNumber(in, operand, value, 7, ValueType::Double);
+}
+
+int applyBinary(core::Interpreter& in, Op op, Value& left, const Value& right)
+{
+    if (left.isString() || right.isString()) {
+        if (left.isString() != right.isString())
+            return in.raise(core::ErrorId::TypeMismatch);
+        if (op == Op::Add) {
+            if (left.text.size() + right.text.size() > kMaxStringLength)
+                return in.raise(core::ErrorId::OutOfMemory);
+            left.text += right.text;
+            return 0;
+        }
+        if (isRelational(op)) {
+            bool holds = relationHolds(op, compareValues(left, right));
+            return finishNumber(in, left, holds ? -1 : 0, 7, ValueType::Integer);
+        }
+        return in.raise(core::ErrorId::SyntaxError);
+    }
+    double a = left.number;
+    double b = right.number;
+    if (isRelational(op))
+        return finishNumber(in, left, relationHolds(op, compareValues(left, right)) ? -1 : 0, 7, ValueType::Integer);
+    ValueType shown = left.type;
+    switch (op) {
+    case Op::Add: return finishNumber(in, left, a + b, 16, shown);
+    case Op::Subtract: return finishNumber(in, left, a - b, 16, shown);
+    case Op::Multiply: return finishNumber(in, left, a * b, 16, shown);
+    case Op::Divide:
+        if (std::fabs(b) < kZeroThreshold)
+            return in.raise(core::ErrorId::DivisionByZero);
+        return finishNumber(in, left, a / b, 16, shown);
+    case Op::Power: {
+        double result = 0;
+        TRY_BASIC(power(in, a, b, result));
+        return finishNumber(in, left, result, 16, shown);
+    }
+    case Op::IntDivide:
+    case Op::Mod: {
+        int64_t x = 0;
+        int64_t y = 0;
+        if (!roundTo32(a, x) || !roundTo32(b, y))
+            return in.raise(core::ErrorId::Overflow);
+        if (y == 0)
+            return in.raise(core::ErrorId::DivisionByZero);
+        int64_t quotient = x / y;
+        return finishNumber(in, left, static_cast<double>(op == Op::Mod ? x - quotient * y : quotient), 7, shown);
+    }
+    default:
+        return finishNumber(in, left, logical(op, toInt16(a), toInt16(b)), 7, shown);
+    }
+}
+
+} // namespace tessaly::expr

@@ -1,0 +1,36 @@
+// DEF FN: keeps a function's definition text for FN calls (expr/user_functions.cpp).
+#include "core/interpreter.h"
+#include "expr/statements.h"
+
+namespace tessaly::expr {
+
+int stmtDefFn(core::Interpreter& in, int begin, int end)
+{
+    auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    auto stop = text.find_first_of("(=");
+    if (stop == std::string_view::npos)
+        return in.raise(core::ErrorId::SyntaxError);
+    std::string name;
+    for (char c : text.substr(0, stop)) {
+        if (c != ' ')
+            name += (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+    }
+    if (name.empty() || name[0] < 'A' || name[0] > 'Z')
+        return in.raise(core::ErrorId::SyntaxError);
+    if (text.find('=', stop) == std::string_view::npos)
+        return in.raise(core::ErrorId::SyntaxError);
+    UserFunction function {name, std::string(text.substr(stop)), in.variables().typeOfName(name)};
+    auto& functions = in.functionState().userFunctions;
+    for (auto& existing : functions) {
+        if (existing.name == name) {
+            existing = std::move(function);
+            return in.run().statementCode;
+        }
+    }
+    if (static_cast<int>(functions.size()) >= kMaxUserFunctions)
+        return in.raise(core::ErrorId::OutOfMemory);
+    functions.push_back(std::move(function));
+    return in.run().statementCode;
+}
+
+} // namespace tessaly::expr

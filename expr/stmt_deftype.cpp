@@ -1,0 +1,83 @@
+// DEFINT, DEFSNG, DEFDBL, DEFSTR (letter ranges) and CLEAR, with the variable reset they share.
+#include "core/interpreter.h"
+#include "core/statements.h"
+#include "expr/statements.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+using core::ErrorId;
+
+char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
+
+int defineLetters(core::Interpreter& in, int begin, int end, ValueType type)
+{
+    auto& buffer = in.buffer();
+    struct Range {
+        char first, last;
+    };
+    std::vector<Range> ranges;
+    int pos = begin;
+    auto skip = [&] {
+        while (pos < end && buffer.at(pos) == ' ')
+            ++pos;
+    };
+    for (;;) {
+        skip();
+        char first = upper(buffer.at(pos));
+        if (pos >= end || first < 'A' || first > 'Z')
+            return in.raise(ErrorId::SyntaxError);
+        ++pos;
+        char last = first;
+        skip();
+        if (pos < end && buffer.at(pos) == '-') {
+            ++pos;
+            skip();
+            last = upper(buffer.at(pos));
+            if (pos >= end || last < 'A' || last > 'Z')
+                return in.raise(ErrorId::SyntaxError);
+            ++pos;
+            skip();
+        }
+        if (last < first)
+            std::swap(first, last);
+        ranges.push_back({first, last});
+        if (pos >= end)
+            break;
+        if (buffer.at(pos) != ',')
+            return in.raise(ErrorId::SyntaxError);
+        ++pos;
+    }
+    auto& variables = in.variables();
+    for (const auto& range : ranges) {
+        if (!variables.canDefine(range.first, range.last, type))
+            return in.raise(ErrorId::DuplicateDefinition);
+        variables.define(range.first, range.last, type);
+    }
+    return in.run().statementCode;
+}
+
+} // namespace
+
+int stmtDefint(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::Integer); }
+int stmtDefsng(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::Single); }
+int stmtDefdbl(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::Double); }
+int stmtDefstr(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::String); }
+
+int stmtClear(core::Interpreter& in, int, int)
+{
+    core::resetRunTime(in);
+    return in.run().statementCode;
+}
+
+void resetVariables(core::Interpreter& in)
+{
+    in.variables().reset();
+    in.arrays().reset();
+    auto& state = in.functionState();
+    state.userFunctionDepth = 0;
+    state.random.reset();
+}
+
+} // namespace tessaly::expr

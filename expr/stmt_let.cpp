@@ -1,0 +1,160 @@
+// LET and assignment without LET, SWAP, and the targets (scalars and array elements) they store to.
+#include <cmath>
+
+#include "core/interpreter.h"
+#include "expr/evaluator.h"
+#include "expr/statements.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+using core::ErrorId;
+
+bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+bool isNameChar(char c)
+{
+    return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '%' || c == '!' || c == '#' || c == '$';
+}
+
+int storeStatus(core::Interpreter& in, StoreStatus status)
+{
+    switch (status) {
+    case StoreStatus::Ok: return 0;
+    case StoreStatus::Overflow: return in.raise(ErrorId::Overflow);
+    case StoreStatus::TypeMismatch: return in.raise(ErrorId::TypeMismatch);
+    default: return in.raise(ErrorId::OutOfMemory);
+    }
+}
+
+int arrayStatus(core::Interpreter& in, ArrayStatus status)
+{
+    switch (status) {
+    case ArrayStatus::Ok: return 0;
+    case ArrayStatus::Overflow: return in.raise(ErrorId::Overflow);
+    case ArrayStatus::TypeMismatch: return in.raise(ErrorId::TypeMismatch);
+    case ArrayStatus::OutOfMemory: return in.raise(ErrorId::OutOfMemory);
+    case ArrayStatus::Duplicate: return in.raise(ErrorId::DuplicateDefinition);
+    default: return in.raise(ErrorId::SubscriptOutOfRange);
+    }
+}
+
+// The position of the matching ")" for the "(" at open; -1 when it is missing.
+int matchingParen(const core::StatementBuffer& buffer, int open, int end)
+{
+    int depth = 0;
+    bool quoted = false;
+    for (int pos = open; pos < end; ++pos) {
+        char c = buffer.at(pos);
+        if (c == '"')
+            quoted = !quoted;
+        if (quoted)
+            continue;
+        if (c == '(')
+            ++depth;
+        else if (c == ')' && --depth == 0)
+            return pos;
+    }
+    return -1;
+}
+
+} // namespace
+
+int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
+{
+    auto& buffer = in.buffer();
+    while (pos < end && buffer.at(pos) == ' ')
+        ++pos;
+    if (!isLetter(buffer.at(pos)))
+        return in.raise(ErrorId::SyntaxError);
+    int start = pos;
+    while (pos < end && isNameChar(buffer.at(pos)))
+        ++pos;
+    target.name.assign(buffer.view().substr(static_cast<size_t>(start), static_cast<size_t>(pos - start)));
+    for (char& c : target.name)
+        c = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+    target.type = in.variables().typeOfName(target.name);
+    int mark = pos;
+    while (pos < end && buffer.at(pos) == ' ')
+        ++pos;
+    target.isElement = buffer.at(pos) == '(';
+    target.subscripts.clear();
+    if (!target.isElement) {
+        pos = mark;
+        return 0;
+    }
+    int close = matchingParen(buffer, pos, end);
+    if (close < 0)
+        return in.raise(ErrorId::SyntaxError);
+    std::vector<Value> values;
+    TRY_BASIC(evaluateArguments(in, buffer.view().substr(static_cast<size_t>(pos + 1), static_cast<size_t>(close - pos - 1)),
+        values));
+    for (const auto& value : values) {
+        if (value.isString() || value.empty)
+            return in.raise(value.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
+        double s = std::trunc(value.number);
+        if (!(s >= 0 && s <= 32767))
+            return in.raise(ErrorId::SubscriptOutOfRange);
+        target.subscripts.push_back(static_cast<int32_t>(s));
+    }
+    pos = close + 1;
+    return 0;
+}
+
+int readTarget(core::Interpreter& in, const Target& target, Value& value)
+{
+    if (target.isElement)
+        return arrayStatus(in, in.arrays().read(target.name, target.type, target.subscripts, value));
+    if (!in.variables().read(target.name, target.type, value))
+        return in.raise(ErrorId::OutOfMemory);
+    return 0;
+}
+
+int assignTarget(core::Interpreter& in, const Target& target, const Value& value)
+{
+    if (value.empty)
+        return in.raise(ErrorId::SyntaxError);
+    if (target.isElement)
+        return arrayStatus(in, in.arrays().store(target.name, target.type, target.subscripts, value));
+    return storeStatus(in, in.variables().store(target.name, target.type, value));
+}
+
+int stmtLet(core::Interpreter& in, int begin, int end)
+{
+    Target target;
+    int pos = begin;
+    TRY_BASIC(parseTarget(in, pos, end, target));
+    while (pos < end && in.buffer().at(pos) == ' ')
+        ++pos;
+    if (in.buffer().at(pos) != '=')
+        return in.raise(ErrorId::SyntaxError);
+    Value value;
+    TRY_BASIC(evaluateExpression(in, pos + 1, end, value));
+    TRY_BASIC(assignTarget(in, target, value));
+    return in.run().statementCode;
+}
+
+int stmtSwap(core::Interpreter& in, int begin, int end)
+{
+    Target first;
+    Target second;
+    int pos = begin;
+    TRY_BASIC(parseTarget(in, pos, end, first));
+    while (pos < end && in.buffer().at(pos) == ' ')
+        ++pos;
+    if (in.buffer().at(pos) != ',')
+        return in.raise(ErrorId::SyntaxError);
+    ++pos;
+    TRY_BASIC(parseTarget(in, pos, end, second));
+    if ((first.type == ValueType::String) != (second.type == ValueType::String) || first.type != second.type)
+        return in.raise(ErrorId::TypeMismatch);
+    Value a;
+    Value b;
+    TRY_BASIC(readTarget(in, first, a));
+    TRY_BASIC(readTarget(in, second, b));
+    TRY_BASIC(assignTarget(in, first, b));
+    TRY_BASIC(assignTarget(in, second, a));
+    return in.run().statementCode;
+}
+
+} // namespace tessaly::expr

@@ -1,0 +1,22 @@
+// RANDOMIZE n: seeds the random numbers of RND.
+#include "core/interpreter.h"
+#include "expr/evaluator.h"
+#include "expr/statements.h"
+
+namespace tessaly::expr {
+
+int stmtRandomize(core::Interpreter& in, int begin, int end)
+{
+    Value value;
+    TRY_BASIC(evaluateExpression(in, begin, end, value));
+    // Without a number the seed is asked for on the screen, which needs keyboard input.
+    if (value.empty || value.isString())
+        return in.raise(core::ErrorId::SyntaxError);
+    int32_t seed = integerOf(value);
+    if (seed < -32768 || seed > 32767)
+        return in.raise(core::ErrorId::IllegalFunctionCall);
+    in.functionState().random.randomize(seed);
+    return in.run().statementCode;
+}
+
+} // namespace tessaly::expr

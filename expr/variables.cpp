@@ -1,0 +1,195 @@
+// Scalar variables and the store rules shared with array elements.
+#include "expr/variables.h"
+
+#include <cmath>
+
+#include "expr/number_text.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+constexpr double kSingleLimit = 1.701410009187828e38;
+constexpr double kDoubleLimit = 1.701411834604692e38;
+
+uint32_t cellSize(ValueType type)
+{
+    switch (type) {
+    case ValueType::Integer: return 2;
+    case ValueType::Single: return 4;
+    case ValueType::Double: return 8;
+    default: return 2;
+    }
+}
+
+} // namespace
+
+StoreStatus convertForStore(const Value& value, ValueType target, double& stored)
+{
+    if (value.isString() != (target == ValueType::String))
+        return StoreStatus::TypeMismatch;
+    double x = value.number;
+    if (!std::isfinite(x))
+        return StoreStatus::Overflow;
+    switch (target) {
+    case ValueType::Integer: {
+        double rounded = x >= 0 ? std::trunc(x + 0.5) : std::trunc(x - 0.5);
+        double low = value.unsignedLiteral ? 0 : -32768;
+        double high = value.unsignedLiteral ? 65535 : 32767;
+        if (rounded < low || rounded > high)
+            return StoreStatus::Overflow;
+        stored = static_cast<int16_t>(static_cast<uint16_t>(static_cast<int32_t>(rounded)));
+        return StoreStatus::Ok;
+    }
+    case ValueType::Single: {
+        float narrowed = static_cast<float>(x);
+        if (std::fabs(narrowed) > static_cast<float>(kSingleLimit) || !std::isfinite(narrowed))
+            return StoreStatus::Overflow;
+        stored = narrowed == 0.0f ? 0.0 : narrowed; // -0 is stored as +0
+        return StoreStatus::Ok;
+    }
+    case ValueType::Double:
+        if (std::fabs(x) > kDoubleLimit)
+            return StoreStatus::Overflow;
+        stored = x == 0.0 ? 0.0 : x;
+        return StoreStatus::Ok;
+    default:
+        return StoreStatus::TypeMismatch;
+    }
+}
+
+Value cellValue(ValueType type, double stored)
+{
+    switch (type) {
+    case ValueType::Integer:
+        return Value::makeNumber(stored, NumberForm::IntegerVar, ValueType::Integer);
+    case ValueType::Single:
+        // A single reads back through its seven-digit text.
+        return Value::makeNumber(RoundToDigits(stored, 7), NumberForm::SingleVar, ValueType::Single);
+    default:
+        return Value::makeNumber(RoundToDigits(stored, 16), NumberForm::DoubleVar, ValueType::Double);
+    }
+}
+
+VariableStore::VariableStore()
+{
+    reset();
+}
+
+void VariableStore::reset()
+{
+    m_defTypes.fill(ValueType::Unknown);
+    m_entries.clear();
+    m_stringPool.clear();
+    m_index.clear();
+    m_nextOffset = 0;
+}
+
+ValueType VariableStore::defaultType(char letter) const
+{
+    if (letter >= 'a' && letter <= 'z')
+        letter = static_cast<char>(letter - 'a' + 'A');
+    if (letter < 'A' || letter > 'Z')
+        return ValueType::Single;
+    auto type = m_defTypes[static_cast<size_t>(letter - '@')];
+    return type == ValueType::Unknown ? ValueType::Single : type;
+}
+
+ValueType VariableStore::typeOfName(std::string_view name) const
+{
+    for (char c : name) {
+        switch (c) {
+        case '%': return ValueType::Integer;
+        case '!': return ValueType::Single;
+        case '#': return ValueType::Double;
+        case '$': return ValueType::String;
+        case '\n': case '\r': case ' ': case '\'': case ',': case ':': case ';': case '=': case '(':
+            return name.empty() ? ValueType::Single : defaultType(name[0]);
+        default:
+            break;
+        }
+    }
+    return name.empty() ? ValueType::Single : defaultType(name[0]);
+}
+
+bool VariableStore::canDefine(char first, char last, ValueType type) const
+{
+    for (char c = first; c <= last; ++c) {
+        auto current = m_defTypes[static_cast<size_t>(c - '@')];
+        if (current != ValueType::Unknown && current != type)
+            return false;
+    }
+    return true;
+}
+
+void VariableStore::define(char first, char last, ValueType type)
+{
+    for (char c = first; c <= last; ++c)
+        m_defTypes[static_cast<size_t>(c - '@')] = type;
+}
+
+int VariableStore::find(std::string_view name) const
+{
+    auto found = m_index.find(name);
+    return found == m_index.end() ? -1 : found->second;
+}
+
+int VariableStore::create(std::string_view name, ValueType type)
+{
+    if (static_cast<int>(m_entries.size()) >= kMaxScalars || m_nextOffset + cellSize(type) > kScalarDataBytes)
+        return -1;
+    Scalar scalar {std::string(name), type, m_nextOffset, 0.0, 0};
+    m_nextOffset += cellSize(type);
+    if (type == ValueType::String) {
+        m_stringPool.emplace_back();
+        scalar.poolNumber = static_cast<uint16_t>(m_stringPool.size());
+    }
+    int index = static_cast<int>(m_entries.size());
+    m_entries.push_back(std::move(scalar));
+    m_index.emplace(m_entries.back().name, index);
+    return index;
+}
+
+bool VariableStore::read(std::string_view name, ValueType type, Value& value)
+{
+    int index = find(name);
+    if (index < 0) {
+        index = create(name, type);
+        if (index < 0)
+            return false;
+    }
+    const auto& scalar = m_entries[static_cast<size_t>(index)];
+    if (scalar.type == ValueType::String)
+        value = Value::makeString(m_stringPool[scalar.poolNumber - 1u]);
+    else
+        value = cellValue(scalar.type, scalar.number);
+    return true;
+}
+
+StoreStatus VariableStore::store(std::string_view name, ValueType type, const Value& value)
+{
+    int index = find(name);
+    // A variable keeps the type it was created with.
+    ValueType target = index >= 0 ? m_entries[static_cast<size_t>(index)].type : type;
+    double stored = 0;
+    if (target != ValueType::String) {
+        auto status = convertForStore(value, target, stored);
+        if (status != StoreStatus::Ok)
+            return status;
+    } else if (!value.isString()) {
+        return StoreStatus::TypeMismatch;
+    }
+    if (index < 0) {
+        index = create(name, target);
+        if (index < 0)
+            return StoreStatus::OutOfMemory;
+    }
+    auto& scalar = m_entries[static_cast<size_t>(index)];
+    if (scalar.type == ValueType::String)
+        m_stringPool[scalar.poolNumber - 1u] = value.text;
+    else
+        scalar.number = stored;
+    return StoreStatus::Ok;
+}
+
+} // namespace tessaly::expr

@@ -1,0 +1,75 @@
+// Scalar variables: the DEF type table, the scalar table with its typed cells and string pool, and
+// the conversion and range tests of a store. Arrays are expr/arrays; reading values into
+// expressions is expr/evaluator.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "expr/values.h"
+
+namespace tessaly::expr {
+
+inline constexpr int kMaxScalars = 65535;
+inline constexpr size_t kScalarDataBytes = 1 << 20;
+
+enum class StoreStatus : uint8_t { Ok, Overflow, TypeMismatch, OutOfMemory };
+
+// Hashing that lets a string_view find a std::string key without building one.
+struct NameHash {
+    using is_transparent = void;
+    size_t operator()(std::string_view name) const { return std::hash<std::string_view> {}(name); }
+};
+
+// The value a number takes in a cell of the given type, range-tested; Ok or Overflow.
+StoreStatus convertForStore(const Value& value, ValueType target, double& stored);
+// A cell's value as the evaluator reads it.
+Value cellValue(ValueType type, double stored);
+
+class VariableStore {
+public:
+    VariableStore();
+
+    // The type of a name: its last suffix (% ! # $) before a terminator or "(", else its first
+    // letter's DEF type (single when no DEF statement named it).
+    [[nodiscard]] ValueType typeOfName(std::string_view name) const;
+    [[nodiscard]] ValueType defaultType(char letter) const;
+    // DEFINT and its kin for letters first..last; false when a letter already has another type.
+    [[nodiscard]] bool canDefine(char first, char last, ValueType type) const;
+    void define(char first, char last, ValueType type);
+
+    // The scalar of that name (with its suffix as written); -1 when none.
+    [[nodiscard]] int find(std::string_view name) const;
+    // Reads the scalar, creating it with 0 or "" when it does not exist; false when the table is full.
+    bool read(std::string_view name, ValueType type, Value& value);
+    // Stores value into the scalar of that name, creating it first.
+    StoreStatus store(std::string_view name, ValueType type, const Value& value);
+
+    [[nodiscard]] int count() const { return static_cast<int>(m_entries.size()); }
+    // The byte offset of a scalar's cell in the data area (its slot order), for VARPTR.
+    [[nodiscard]] uint32_t cellOffset(int index) const { return m_entries[static_cast<size_t>(index)].offset; }
+
+    void reset();
+
+private:
+    struct Scalar {
+        std::string name;
+        ValueType type;
+        uint32_t offset;
+        double number;
+        uint16_t poolNumber;
+    };
+    int create(std::string_view name, ValueType type);
+
+    std::array<ValueType, 27> m_defTypes {};
+    std::vector<Scalar> m_entries;
+    std::vector<std::string> m_stringPool; // pool number 1.. is index - 1
+    std::unordered_map<std::string, int, NameHash, std::equal_to<>> m_index;
+    uint32_t m_nextOffset = 0;
+};
+
+} // namespace tessaly::expr
