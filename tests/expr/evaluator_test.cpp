@@ -1,0 +1,164 @@
+// Expressions as the user sees their values: precedence and association, the group rules, number
+// texts, errors, variables, arrays and functions.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "core/interpreter.h"
+#include "expr/evaluator.h"
+#include "expr/number_text.h"
+#include "support/test_host.h"
+
+namespace tessaly::expr {
+namespace {
+
+// The value text of an expression as PRINT would show it (strings bare), or the error message.
+std::string evaluate(core::Interpreter& in, const std::string& text)
+{
+    if (!in.buffer().assign(text))
+        return "(does not fit)";
+    Value value;
+    if (evaluateExpression(in, 0, in.buffer().length(), value) < 0) {
+        in.error().clear();
+        std::string message = in.run().outputText;
+        in.run().outputText.clear();
+        return message;
+    }
+    if (value.isString())
+        return "\"" + value.text + "\"";
+    return PrintNumberText(numberValueText(value), value.type);
+}
+
+struct Case {
+    const char* expression;
+    const char* shown;
+};
+
+class Expressions : public ::testing::TestWithParam<Case> {};
+
+TEST_P(Expressions, ShowTheirValue)
+{
+    test::Session session;
+    EXPECT_EQ(evaluate(session.interpreter(), GetParam().expression), GetParam().shown) << GetParam().expression;
+}
+
+INSTANTIATE_TEST_SUITE_P(Arithmetic, Expressions,
+    ::testing::Values(Case {"1+2*3", " 7 "}, Case {"2^3^2", " 64 "}, Case {"7 MOD 3", " 1 "},
+        Case {"-7 MOD 3", "-1 "}, Case {"7\\2", " 3 "}, Case {"7.5\\2", " 4 "}, Case {"10-2-3", " 5 "},
+        Case {"2*-3", "-6 "}, Case {"2--3", " 5 "}, Case {"1/3", " 0.3333333333333333 "}, Case {"2/3", " 0.6666666666666666 "},
+        Case {"0.1+0.2", " 0.3 "}, Case {"100", " 100 "}, Case {"007", " 007 "}, Case {"5.0", " 5. "},
+        Case {"1E20", " 1.e+020 "}, Case {"1E16", " 1.e+016 "}, Case {"0.05", " 0.05 "}, Case {"0.00001", " 1.e-005 "},
+        Case {"123456789012345", " 123456789012345 "}, Case {"2^0.5", " 1.414213562373095 "}, Case {"0^0", " 0 "},
+        Case {"(-2)^3", "-7.999999999999998 "}, Case {"2^3", " 8 "}, Case {"&HFF+1", " 256 "}, Case {"&O17", " 15 "}, Case {"&HFF", " 255 "},
+        Case {"1D3", " 1000. "}, Case {"1E-3+1", " 1.001 "}, Case {"3*(1+2)", " 9 "}, Case {"((((2))))", " 2 "},
+        Case {"123456789\\1", " 123456800. "}));
+
+INSTANTIATE_TEST_SUITE_P(LeadingMinus, Expressions,
+    ::testing::Values(Case {"-2^2", "-4 "}, Case {"-2+3", " 1 "}, Case {"-(2)", "-2 "}, Case {"(-2^2)", " 4 "},
+        Case {"-2*3+1", "-5 "}, Case {"-1 AND 3", " 3 "}, Case {"-1E-3+1", " 0.999 "}));
+
+INSTANTIATE_TEST_SUITE_P(LogicalAndRelational, Expressions,
+    ::testing::Values(Case {"1 OR 2 AND 3", " 3 "}, Case {"1 AND 2 OR 4", " 0 "}, Case {"3+1>2", " 3 "},
+        Case {"(3+1)>2", "-1 "}, Case {"1.5<1.7", " 0 "}, Case {"65536=0", "-1 "}, Case {"NOT 0", "-1 "},
+        Case {"NOT -1", " 0 "}, Case {"255 AND 15", " 15 "}, Case {"NOT 1+2", "-4 "}, Case {"5 XOR 3", " 6 "},
+        Case {"5 EQV 3", "-7 "}, Case {"0 IMP 0", "-1 "}, Case {"1<2<3", " 0 "}, Case {"1<>2", "-1 "},
+        Case {"2=<2", "-1 "}, Case {"3=>4", " 0 "}));
+
+INSTANTIATE_TEST_SUITE_P(Strings, Expressions,
+    ::testing::Values(Case {"\"AB\"+\"CD\"", "\"ABCD\""}, Case {"\"A\"<\"B\"", "-1 "}, Case {"\"B\"=\"B\"", "-1 "},
+        Case {"\"\"", "\"\""}, Case {"\"A\"*2", "Type mismatch in "}, Case {"\"A\"-\"B\"", "Syntax error in "},
+        Case {"\"open", "Illegal function call in "}));
+
+INSTANTIATE_TEST_SUITE_P(Errors, Expressions,
+    ::testing::Values(Case {"1/0", "Division by Zero (/0) in "}, Case {"1/1E-60", "Division by Zero (/0) in "},
+        Case {"5\\0", "Division by Zero (/0) in "}, Case {"5 MOD 0", "Division by Zero (/0) in "},
+        Case {"(-8)^(1/3)", "Illegal function call in "}, Case {"1E300*1E300", "Overflow in "},
+        Case {"(1+2", "Syntax error in "}, Case {"1+2)", "Syntax error in "}, Case {"1+", "Syntax error in "},
+        Case {"1 2", "Syntax error in "}, Case {"*3", "Syntax error in "}));
+
+INSTANTIATE_TEST_SUITE_P(Functions, Expressions,
+    ::testing::Values(Case {"CINT(2.5)", " 3 "}, Case {"CINT(-2.5)", "-3 "}, Case {"CINT(32767.5)", "Overflow in "},
+        Case {"INT(-2.5)", "-3 "}, Case {"FIX(-2.5)", "-2 "}, Case {"INT(2)", " 2 "}, Case {"SGN(0)", " 0 "},
+        Case {"SGN(-3)", "-1 "}, Case {"LOG(0)", "Illegal function call in "}, Case {"SQR(-1)", "Illegal function call in "},
+        Case {"SQR(16)", " 4 "}, Case {"ABS(-3.5)", " 3.5 "}, Case {"ARCTANH(0.5)", " 0.5493061443340549 "},
+        Case {"ATANH(0.5)", " 0.5493061443340549 "}, Case {"ROUND(2.375,2)", " 2.38 "},
+        Case {"ROUND(1,17)", "Illegal function call in "}, Case {"ROUND(-2.5,0)", "-3 "}, Case {"SIN(0)", " 0 "},
+        Case {"COS(0)", " 1 "}, Case {"ARCSIN(2)", "Illegal function call in "}, Case {"SEC(0)", " 1 "},
+        Case {"COSEC(0)", "Division by Zero (/0) in "}, Case {"COSH(0)", " 1 "}, Case {"ACOSH(0.5)", "Illegal function call in "},
+        Case {"LEN(\"ABC\")", " 3 "}, Case {"ASC(\"A\")", " 65 "}, Case {"ASC(1)", "Syntax error in "},
+        Case {"INSTR(\"ABCABC\",\"C\")", " 3 "}, Case {"INSTR(4,\"ABCABC\",\"C\")", " 6 "},
+        Case {"INSTR(\"ABC\",\"X\")", " 0 "}, Case {"VAL(\"&HFF\")", " 255 "}, Case {"VAL(\"12AB\")", " 12 "},
+        Case {"VAL(\" -1.5E2\")", "-150 "}, Case {"CVI(MKI$(258))", " 258 "},
+        Case {"CVI(\"ABC\")", "Illegal function call in "}, Case {"CVS(MKS$(1.5))", " 1.5 "},
+        Case {"CVD(MKD$(-2.25))", "-2.25 "}));
+
+INSTANTIATE_TEST_SUITE_P(StringFunctions, Expressions,
+    ::testing::Values(Case {"CHR$(65)", "\"A\""}, Case {"CHR$(256)", "Illegal function call in "},
+        Case {"HEX$(255)", "\"FF\""}, Case {"HEX$(-1)", "\"FFFF\""}, Case {"HEX$(65536)", "Illegal function call in "},
+        Case {"OCT$(8)", "\"10\""}, Case {"LEFT$(\"ABC\",5)", "\"ABC\""}, Case {"RIGHT$(\"ABC\",2)", "\"BC\""},
+        Case {"MID$(\"ABCDE\",2,3)", "\"BCD\""}, Case {"MID$(\"ABCDE\",3)", "\"CDE\""},
+        Case {"STRING$(0,65)", "Illegal function call in "}, Case {"STRING$(3,65)", "\"AAA\""},
+        Case {"STRING$(2,\"XY\")", "\"XX\""}, Case {"STR$(5)", "\" 5\""}, Case {"STR$(-2.5)", "\"-2.5\""},
+        Case {"STR$(1/100000)", "\" 0.00001\""}, Case {"STR$(1E10*1E10)", "\" 1.e+20\""}, Case {"STR$(1E20)", "\" 1E20\""},
+        Case {"SPACE$(3)", "\"   \""}, Case {"MKI$(258)", "\"\x02\x01\""}, Case {"LEFT$(\"ABC\",-1)", "Illegal function call in "}));
+
+TEST(Evaluator, VariablesReadAsTheirTypeShowsThem)
+{
+    test::Session session;
+    auto& in = session.interpreter();
+    session.type({"A=1/3", "A%=7", "A#=1/3", "B$=\"X\"", "X%=&HFFFF"});
+    EXPECT_EQ(evaluate(in, "A"), " 0.333333 ");
+    EXPECT_EQ(evaluate(in, "A%"), " 7 ");
+    EXPECT_EQ(evaluate(in, "A#"), " 0.3333333333333333 ");
+    EXPECT_EQ(evaluate(in, "(A)"), " 0.3333333 ");
+    EXPECT_EQ(evaluate(in, "A+A%"), " 7.3333333 ");
+    EXPECT_EQ(evaluate(in, "B$+B$"), "\"XX\"");
+    EXPECT_EQ(evaluate(in, "X%"), "-1 ");
+    EXPECT_EQ(evaluate(in, "NEVER"), " 0 ");
+    EXPECT_EQ(evaluate(in, "NEVER$"), "\"\"");
+    EXPECT_EQ(in.variables().find("NEVER"), in.variables().count() - 2);
+}
+
+TEST(Evaluator, NestingLimitAndLongExpressions)
+{
+    test::Session session;
+    auto& in = session.interpreter();
+    EXPECT_EQ(evaluate(in, std::string(62, '(') + "1" + std::string(62, ')')), " 1 ");
+    EXPECT_EQ(evaluate(in, std::string(64, '(') + "1" + std::string(64, ')')), "Out of memory in ");
+    std::string sum = "1";
+    for (int i = 0; i < 300; ++i)
+        sum += "+1";
+    EXPECT_EQ(evaluate(in, sum), " 301 ");
+}
+
+TEST(Evaluator, RandomNumbers)
+{
+    test::Session session;
+    auto& in = session.interpreter();
+    std::string first = evaluate(in, "RND");
+    EXPECT_EQ(evaluate(in, "RND(0)"), first);
+    session.type("RANDOMIZE 5");
+    std::string a = evaluate(in, "RND(-1)");
+    EXPECT_EQ(evaluate(in, "RND(-1)"), a);
+    EXPECT_NE(evaluate(in, "RND"), a);
+    EXPECT_EQ(session.type("RANDOMIZE 40000"), "RANDOMIZE 40000\nIllegal function call in \n");
+    // The generator starts from seed 1 and the first RND is its second draw.
+    RandomGenerator generator;
+    generator.seed(1);
+    generator.draw();
+    double second = generator.draw() / 32767.0;
+    test::Session fresh;
+    EXPECT_EQ(evaluate(fresh.interpreter(), "RND"), PrintNumberText(ValueText(RoundToDigits(second, 16), 16), ValueType::Double));
+}
+
+TEST(Evaluator, ErrAndErlReadTheLastError)
+{
+    test::Session session;
+    auto& in = session.interpreter();
+    session.type({"10 ON ERROR GOTO 100", "20 X=1/0", "30 END", "100 E=ERR:L=ERL:RESUME NEXT", "RUN"});
+    EXPECT_EQ(evaluate(in, "E"), " 11 ");
+    EXPECT_EQ(evaluate(in, "L"), " 20 ");
+}
+
+} // namespace
+} // namespace tessaly::expr
