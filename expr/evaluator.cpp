@@ -20,7 +20,7 @@ using core::ErrorId;
 
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isNameChar(char c) { return isLetter(c) || isDigit(c) || c == '.' || c == '%' || c == '!' || c == '#' || c == '$'; }
+bool isNameChar(char c) { return isLetter(c) || isDigit(c) || c == '.' || c == '_' || c == '%' || c == '!' || c == '#' || c == '$'; }
 char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
 
 bool startsWithWord(std::string_view text, size_t pos, std::string_view word)

@@ -14,7 +14,7 @@ using core::ErrorId;
 bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 bool isNameChar(char c)
 {
-    return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '%' || c == '!' || c == '#' || c == '$';
+    return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '%' || c == '!' || c == '#' || c == '$';
 }
 
 std::string readName(const core::StatementBuffer& buffer, int& pos, int end)
