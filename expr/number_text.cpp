@@ -141,6 +141,9 @@ double RoundToDigits(double value, int digits)
 {
     if (!std::isfinite(value) || value == 0.0)
         return value == 0.0 ? 0.0 : value;
+    // A whole number that has no more digits than are kept reads back as itself.
+    if (std::fabs(value) < (digits >= 16 ? 1e15 : 1e6) && std::trunc(value) == value)
+        return value;
     char text[64];
     std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
     return std::strtod(text, nullptr);

@@ -34,6 +34,45 @@ std::string randomLine(std::mt19937& random)
     return line;
 }
 
+std::string randomExpression(std::mt19937& random, int depth)
+{
+    static constexpr std::string_view kAtoms[] = {"1", "0", "-3", "2.5", "1E300", "1E-300", "&HFFFF", "&O7", "A",
+        "B%", "C#", "S$", "\"X\"", "A(3)", "B$(1,2)", "SIN(1)", "LEFT$(S$,2)", "CHR$(65)", "FNZ(1)", "RND",
+        "LEN(\"AB\")", "ERR", "VAL(\"&H\")", "MID$(\"ABC\",2)", "STRING$(300,65)", "INSTR(\"A\",\"\")", ""};
+    static constexpr std::string_view kOperators[] = {"+", "-", "*", "/", "^", "\\", " MOD ", " AND ", " OR ",
+        " XOR ", " EQV ", " IMP ", "<", ">", "=", "<>", "<=", ">=", " NOT ", ",", ")", "(", "\""};
+    std::uniform_int_distribution<size_t> atom(0, std::size(kAtoms) - 1);
+    std::uniform_int_distribution<size_t> op(0, std::size(kOperators) - 1);
+    std::uniform_int_distribution<int> shape(0, 5);
+    std::string text;
+    int terms = shape(random) + 1;
+    for (int k = 0; k < terms; ++k) {
+        if (k > 0)
+            text += kOperators[op(random)];
+        if (depth < 6 && shape(random) == 0)
+            text += "(" + randomExpression(random, depth + 1) + ")";
+        else
+            text += kAtoms[atom(random)];
+    }
+    return text;
+}
+
+TEST(RandomLines, RandomExpressionsNeverCrash)
+{
+    std::mt19937 random(7);
+    test::Session session(200);
+    session.type({"DIM A(10)", "DEF FNZ(X)=X*2", "S$=\"HELLO\""});
+    for (int i = 0; i < 3000; ++i) {
+        auto expression = randomExpression(random, 0);
+        session.type("Q=" + expression);
+        session.type("Q$=" + expression);
+        session.type("IF " + expression + " THEN Q=1 ELSE Q=2");
+        ASSERT_FALSE(session.interpreter().isRunning());
+    }
+    session.type(std::string(70, '(') + "1" + std::string(70, ')'));
+    session.type("S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$");
+}
+
 TEST(RandomLines, NeverCrashAndKeepTheProgramSorted)
 {
     std::mt19937 random(20261123);
