@@ -42,6 +42,9 @@ struct HandlerTable {
         set(Stmt::Error, stmtError);
         set(Stmt::Goto, stmtGoto);
         set(Stmt::GoTo, stmtGoto);
+        set(Stmt::Print, expr::stmtPrint);
+        set(Stmt::Lprint, expr::stmtLprint);
+        set(Stmt::Write, expr::stmtWrite);
         set(Stmt::Let, expr::stmtLet);
         set(Stmt::Swap, expr::stmtSwap);
         set(Stmt::Defint, expr::stmtDefint);

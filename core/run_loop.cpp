@@ -42,6 +42,7 @@ bool endRun(Interpreter& in)
     run.lastResult = 0;
     run.statementCode = 0;
     run.lastExecutedIndex = 0;
+    run.pendingPrintText.clear();
     in.screen().saveCursor();
     run.running = false;
     return false;

@@ -49,6 +49,7 @@ struct RunState {
     bool editShown = false;       // EDIT has put a line on the screen: no prompt after it
     bool printNewline = true;     // the printed row is finished; the next output starts a new row
     int printColumn = 0;          // the length of the text already printed on the row (TAB)
+    std::string pendingPrintText; // what earlier PRINTs ending in ; or , left on the current row
     bool lineInputMode = false;   // INPUT was reached as LINE INPUT
     int switchMode = 0;           // KEY, STOP, TIME$ followed by ON (1), OFF (2) or STOP (3)
     bool executing = false;       // a statement handler is running (BREAK then waits for the loop)

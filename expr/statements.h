@@ -30,6 +30,9 @@ int stmtDefFn(core::Interpreter&, int begin, int end);      // expr/stmt_def_fn.
 int stmtMid(core::Interpreter&, int begin, int end);        // expr/stmt_mid.cpp
 int stmtDate(core::Interpreter&, int begin, int end);       // expr/stmt_date_time.cpp
 int stmtTime(core::Interpreter&, int begin, int end);
+int stmtPrint(core::Interpreter&, int begin, int end);      // expr/stmt_print.cpp
+int stmtLprint(core::Interpreter&, int begin, int end);
+int stmtWrite(core::Interpreter&, int begin, int end);      // expr/stmt_write.cpp
 
 // A variable or array element written in a statement: its name and, for an element, its subscripts.
 struct Target {

@@ -1,0 +1,71 @@
+// PRINT and LPRINT: items, the 14-column zones, ; and , and the text carried over on the row.
+#include "core/interpreter.h"
+#include "expr/evaluator.h"
+#include "expr/number_text.h"
+#include "expr/print_items.h"
+#include "expr/statements.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+constexpr size_t kZoneWidth = 14;
+
+// Builds the printed line into run.outputText; sets printNewline and the carried-over text.
+int buildPrintLine(core::Interpreter& in, int begin, int end, std::string& line)
+{
+    auto& run = in.run();
+    auto arguments = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    std::vector<PrintItem> items;
+    if (!splitPrintItems(arguments, items))
+        return in.raise(core::ErrorId::SyntaxError);
+    std::string carried = run.pendingPrintText;
+    line.clear();
+    bool newline = true;
+    for (const auto& item : items) {
+        if (item.text.find_first_not_of(' ') != std::string::npos) {
+            run.printColumn = static_cast<int>(run.pendingPrintText.size());
+            Value value;
+            TRY_BASIC(evaluateText(in, item.text, value));
+            if (value.isString())
+                line += value.text;
+            else if (!value.empty)
+                line += PrintNumberText(numberValueText(value), value.type);
+            newline = true;
+        }
+        if (item.separator == ';') {
+            newline = false;
+            run.pendingPrintText = line;
+        } else if (item.separator == ',') {
+            newline = false;
+            line.append(kZoneWidth - (carried.size() + line.size()) % kZoneWidth, ' ');
+        }
+    }
+    run.printNewline = newline;
+    run.pendingPrintText = newline ? std::string() : carried + line;
+    return 0;
+}
+
+} // namespace
+
+int stmtPrint(core::Interpreter& in, int begin, int end)
+{
+    std::string line;
+    TRY_BASIC(buildPrintLine(in, begin, end, line));
+    in.run().outputText = std::move(line);
+    return in.run().statementCode;
+}
+
+int stmtLprint(core::Interpreter& in, int begin, int end)
+{
+    std::string line;
+    TRY_BASIC(buildPrintLine(in, begin, end, line));
+    if (in.run().printNewline)
+        line += "\r\n";
+    in.host().printerWrite(line);
+    // The screen's row is not touched by the printer.
+    in.run().printNewline = true;
+    return in.run().statementCode;
+}
+
+} // namespace tessaly::expr
