@@ -4,6 +4,10 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
+#include <vector>
+
+#include "expr/values.h"
 
 namespace tessaly::core {
 
@@ -11,17 +15,36 @@ inline constexpr int kMaxGosubDepth = 255;
 inline constexpr int kMaxForDepth = 31;
 inline constexpr int kMaxWhileDepth = 31;
 
+struct ForLevel {
+    int entry = 0;                    // the FOR statement's entry
+    std::string variable;             // the loop variable's name as written
+    std::vector<int32_t> subscripts;  // for an array element
+    bool isElement = false;
+    expr::ValueType type = expr::ValueType::Single;
+    double initial = 0;
+    double limit = 0;
+    double step = 1;
+};
+
 struct ControlStacks {
     int gosubDepth = 0;
     std::array<int32_t, kMaxGosubDepth + 1> gosubReturn {};
+    std::array<int32_t, kMaxGosubDepth + 1> gosubTarget {};
     int forDepth = 0;
+    int forCurrentLevel = 0;
+    std::array<ForLevel, kMaxForDepth + 1> forLevels {}; // levels 1..31
     int whileDepth = 0;
+    std::array<int32_t, kMaxWhileDepth + 1> whileEntry {};
+    std::array<int32_t, kMaxWhileDepth + 1> wendEntry {};
+    int lastIfEntry = 0;              // the entry of the IF statement executed last
 
     void reset()
     {
         gosubDepth = 0;
         forDepth = 0;
+        forCurrentLevel = 0;
         whileDepth = 0;
+        lastIfEntry = 0;
     }
 };
 

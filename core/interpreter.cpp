@@ -107,6 +107,8 @@ void Interpreter::lineEntered(std::string_view text)
 {
     m_run.statementEcho = 1;
     m_run.printNewline = true;
+    // The line that EDIT offered (or any other) has been entered: prompts appear again.
+    m_run.editShown = false;
     enterLine(*this, text);
 }
 

@@ -7,6 +7,7 @@
 
 #include "core/basic_error.h"
 #include "core/control_stacks.h"
+#include "core/data_state.h"
 #include "core/error_trap.h"
 #include "core/host.h"
 #include "core/prepared_program.h"
@@ -51,6 +52,7 @@ public:
     BasicError& error() { return m_error; }
     ErrorTrap& trap() { return m_trap; }
     ControlStacks& stacks() { return m_stacks; }
+    DataState& dataState() { return m_data; }
     StatementBuffer& buffer() { return m_buffer; }
     screen::TextScreen& screen() { return m_screen; }
     screen::Keyboard& keyboard() { return m_keyboard; }
@@ -86,6 +88,7 @@ private:
     BasicError m_error;
     ErrorTrap m_trap;
     ControlStacks m_stacks;
+    DataState m_data;
     StatementBuffer m_buffer;
     screen::TextScreen m_screen;
     screen::Keyboard m_keyboard;

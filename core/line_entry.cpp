@@ -9,6 +9,7 @@
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/run_loop.h"
+#include "core/statements.h"
 
 namespace tessaly::core {
 
@@ -109,6 +110,10 @@ void enterLine(Interpreter& in, std::string_view typed)
     }
     if (!isNumberedLine(text)) {
         runDirectCommand(in);
+        return;
+    }
+    if (run.autoLine > 0) {
+        autoLineEntered(in, text);
         return;
     }
     storeNumberedLine(in);

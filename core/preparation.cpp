@@ -151,6 +151,7 @@ int splitLine(Interpreter& in, EntryAllocator& entries, int line, const std::str
     LineEntries& result)
 {
     result = {line, line, followNumber};
+    in.prepared().setLastPiece(line, 0);
     if (!hasColonOutsideQuotes(copy))
         return 0;
     auto body = std::string_view(copy).substr(numberEnd(copy));
@@ -169,6 +170,7 @@ int splitLine(Interpreter& in, EntryAllocator& entries, int line, const std::str
     in.prepared().setOverride(line, first != 0 ? first : jump);
     result.first = first != 0 ? first : jump;
     result.last = jump - 1;
+    in.prepared().setLastPiece(line, first != 0 ? jump - 1 : 0);
     return 0;
 }
 

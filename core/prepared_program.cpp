@@ -7,6 +7,7 @@ namespace tessaly::core {
 PreparedProgram::PreparedProgram()
     : m_nextIndexOverride(kEntryCapacity, 0)
     , m_sourceIndex(kEntryCapacity, 0)
+    , m_lastPiece(kEntryCapacity, 0)
 {
 }
 

@@ -33,6 +33,10 @@ public:
     [[nodiscard]] int overrideAt(int entry) const { return m_nextIndexOverride[static_cast<size_t>(entry)]; }
     void setOverride(int entry, int target) { m_nextIndexOverride[static_cast<size_t>(entry)] = target; }
     [[nodiscard]] int sourceAt(int entry) const { return m_sourceIndex[static_cast<size_t>(entry)]; }
+    // The last statement piece of a split line (its pieces run from its override to here); 0 when
+    // the line was not split.
+    [[nodiscard]] int lastPieceOf(int line) const { return m_lastPiece[static_cast<size_t>(line)]; }
+    void setLastPiece(int line, int entry) { m_lastPiece[static_cast<size_t>(line)] = entry; }
     void setSource(int entry, int source) { m_sourceIndex[static_cast<size_t>(entry)] = source; }
 
     std::vector<Label> labels;
@@ -56,6 +60,7 @@ public:
 private:
     std::vector<int32_t> m_nextIndexOverride;
     std::vector<int32_t> m_sourceIndex;
+    std::vector<int32_t> m_lastPiece;
     std::vector<IfStatement> m_ifs;
     std::unordered_map<int32_t, int32_t> m_ifByEntry;
     // Line lookup, rebuilt when the store or the used range changes.

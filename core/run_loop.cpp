@@ -8,6 +8,7 @@
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/preparation.h"
+#include "core/statements.h"
 
 namespace tessaly::core {
 
@@ -302,6 +303,13 @@ void breakProgram(Interpreter& in)
     auto& run = in.run();
     run.canContinue = true;
     in.keyboard().lastKey = screen::vk::kEscape;
+    if (run.autoLine > 0) {
+        // The row holds only the offered number: entering it ends AUTO.
+        run.runMode = RunMode::Direct;
+        in.screen().setCursor(0, in.screen().cursorRow());
+        autoLineEntered(in, std::to_string(run.autoLine));
+        return;
+    }
     run.continueIndex = run.currentIndex;
     run.currentIndex = 0;
     run.lastResult = 0;

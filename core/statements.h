@@ -2,6 +2,8 @@
 // Each takes the position after its keyword and the statement's end; see core/dispatch.h.
 #pragma once
 
+#include <string_view>
+
 namespace tessaly::core {
 
 class Interpreter;
@@ -22,6 +24,43 @@ int stmtError(Interpreter&, int begin, int end);
 
 // core/stmt_goto.cpp
 int stmtGoto(Interpreter&, int begin, int end);
+
+// core/stmt_flow.cpp
+int stmtGosub(Interpreter&, int begin, int end);
+int stmtReturn(Interpreter&, int begin, int end);
+int stmtIf(Interpreter&, int begin, int end);
+int stmtOnGoto(Interpreter&, int begin, int end);
+
+// core/stmt_for.cpp
+int stmtFor(Interpreter&, int begin, int end);
+int stmtNext(Interpreter&, int begin, int end);
+
+// core/stmt_data.cpp
+int stmtRead(Interpreter&, int begin, int end);
+int stmtRestore(Interpreter&, int begin, int end);
+
+// core/stmt_while.cpp
+int stmtWhile(Interpreter&, int begin, int end);
+int stmtWend(Interpreter&, int begin, int end);
+
+// core/stmt_list.cpp
+int stmtList(Interpreter&, int begin, int end);
+int stmtLlist(Interpreter&, int begin, int end);
+void listLines(Interpreter&, int from, int to);
+// The number of the program line that defines a label; -1 when none does.
+int labelLineNumber(Interpreter&, std::string_view label);
+
+// core/stmt_edit.cpp
+int stmtDelete(Interpreter&, int begin, int end);
+int stmtAuto(Interpreter&, int begin, int end);
+int stmtEdit(Interpreter&, int begin, int end);
+int stmtNew(Interpreter&, int begin, int end);
+int deleteLines(Interpreter&, int from, int to);
+// A line entered while AUTO is active.
+void autoLineEntered(Interpreter&, std::string_view text);
+
+// core/stmt_renum.cpp
+int stmtRenum(Interpreter&, int begin, int end);
 
 // Resets what RUN, CLEAR and NEW reset: variables, type defaults, stacks, event traps.
 void resetRunTime(Interpreter&);

@@ -178,6 +178,7 @@ void resetRunTime(Interpreter& in)
 {
     expr::resetVariables(in);
     in.stacks().reset();
+    in.dataState().reset();
 }
 
 } // namespace tessaly::core

@@ -1,5 +1,6 @@
 // Conditions of IF and WHILE: each comparison is made between two whole sides, exactly, and the
 // logical operators then combine the -1 and 0 that the comparisons give.
+#include <cmath>
 #include <string>
 
 #include "core/interpreter.h"
@@ -92,7 +93,8 @@ int termTruth(core::Interpreter& in, std::string_view term, bool& truth)
         TRY_BASIC(evaluateText(in, term, value));
         if (value.isString())
             return in.raise(ErrorId::TypeMismatch);
-        truth = value.number != 0;
+        // A condition without a comparison is read as an integer: IF 0.5 THEN is false.
+        truth = std::trunc(value.number) != 0;
         return 0;
     }
     Value left;

@@ -217,6 +217,17 @@ void TextScreen::PrintLineAt(int column, int row, std::string_view text)
     advanceRow();
 }
 
+void TextScreen::WriteRow(std::string_view text, LineLink link)
+{
+    m_cursorRow = clampInt(m_cursorRow, 0, kRows - 1);
+    auto& row = m_rows[static_cast<size_t>(m_cursorRow)];
+    row.assign(text.substr(0, kColumns + 1));
+    m_links[static_cast<size_t>(m_cursorRow)] = link;
+    m_plane->drawText(0, m_cursorRow, row);
+    m_listener->textWritten(row);
+    m_highestRow = std::max(m_highestRow, m_cursorRow);
+}
+
 void TextScreen::ClearRows()
 {
     for (int r = m_scrollTop; r < m_scrollBottom; ++r)

@@ -65,6 +65,8 @@ public:
     void ScrollUp();
     // Draws text at (column,row) without storing it, then puts the cursor at column 0 of the next row.
     void PrintLineAt(int column, int row, std::string_view text);
+    // Replaces the cursor row with text (at most 81 bytes) and its link, as a listing writes it.
+    void WriteRow(std::string_view text, LineLink link);
     // Empties the window's rows; cursorColumn 0, cursorRow -1, highestRow -1.
     void ClearRows();
 

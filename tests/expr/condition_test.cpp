@@ -35,7 +35,7 @@ TEST_P(Conditions, DecideTheBranch)
 
 INSTANTIATE_TEST_SUITE_P(Condition, Conditions,
     ::testing::Values(ConditionCase {"3+1>2", 1, ""}, ConditionCase {"1.5<1.7", 1, ""}, ConditionCase {"A", 1, ""},
-        ConditionCase {"0", 0, ""}, ConditionCase {"0.5", 1, ""}, ConditionCase {"A+1 > B*2 AND P$ = Q$", 1, ""},
+        ConditionCase {"0", 0, ""}, ConditionCase {"0.5", 0, ""}, ConditionCase {"-1.5", 1, ""}, ConditionCase {"A+1 > B*2 AND P$ = Q$", 1, ""},
         ConditionCase {"A=5 AND B=3", 0, ""}, ConditionCase {"A=4 OR B=2", 1, ""}, ConditionCase {" NOT A=5", 0, ""},
         ConditionCase {"(A>B)", 1, ""}, ConditionCase {"P$<>Q$", 0, ""}, ConditionCase {"P$=\"X\"", 1, ""},
         ConditionCase {"A$ = 1", -1, "Type mismatch in "}, ConditionCase {"P$", -1, "Type mismatch in "},

@@ -1,0 +1,158 @@
+// DELETE, AUTO, EDIT and NEW: the commands that change the stored program or offer a line to edit.
+// AUTO's handling of each entered line is autoLineEntered, called by line entry.
+#include <string>
+
+#include "core/executor.h"
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/run_loop.h"
+#include "core/statements.h"
+
+namespace tessaly::core {
+
+namespace {
+
+std::string trimmed(std::string_view text)
+{
+    auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    auto last = text.find_last_not_of(' ');
+    return std::string(text.substr(first, last - first + 1));
+}
+
+// The argument text of a range (up to a colon, apostrophe or line end), split at "-".
+void rangeTexts(std::string_view argument, std::string& from, std::string& to)
+{
+    argument = argument.substr(0, argument.find_first_of(":'\r\n"));
+    auto dash = argument.find('-');
+    if (dash == std::string_view::npos) {
+        from = trimmed(argument);
+        to = from;
+        return;
+    }
+    from = trimmed(argument.substr(0, dash));
+    to = trimmed(argument.substr(dash + 1));
+}
+
+} // namespace
+
+int deleteLines(Interpreter& in, int from, int to)
+{
+    auto& store = in.program();
+    int count = store.count();
+    if (from < 1) {
+        if (to < 1)
+            return in.raise(ErrorId::SyntaxError);
+        from = count > 0 ? store.numberAt(1) : 1;
+    }
+    if (to < 1)
+        to = count > 0 ? store.numberAt(count) : 0;
+    // A range that runs backwards deletes nothing and says so.
+    if (from > to)
+        return in.raise(ErrorId::IllegalFunctionCall);
+    for (int line = store.count(); line >= 1; --line) {
+        int number = store.numberAt(line);
+        if (number >= from && number <= to)
+            store.removeLine(line);
+    }
+    in.host().setDocumentModified(true);
+    return 0;
+}
+
+int stmtDelete(Interpreter& in, int begin, int end)
+{
+    std::string from;
+    std::string to;
+    rangeTexts(in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin)), from, to);
+    TRY_BASIC(deleteLines(in, leadingNumber(from), leadingNumber(to)));
+    return in.run().statementCode;
+}
+
+int stmtAuto(Interpreter& in, int begin, int end)
+{
+    auto& run = in.run();
+    auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    argument = argument.substr(0, argument.find_first_of(":'\r\n"));
+    auto comma = argument.find(',');
+    int start = leadingNumber(argument.substr(0, comma));
+    int step = comma == std::string_view::npos ? 0 : leadingNumber(argument.substr(comma + 1));
+    if (start < 1)
+        start = 10;
+    if (step < 1)
+        step = 10;
+    run.outputText = std::to_string(start) + " ";
+    in.screen().setCursor(0, in.screen().cursorRow());
+    run.autoLine = start;
+    run.autoStep = step;
+    return run.statementCode;
+}
+
+void autoLineEntered(Interpreter& in, std::string_view text)
+{
+    auto& run = in.run();
+    auto& screen = in.screen();
+    std::string number = std::to_string(run.autoLine);
+    run.autoLine += run.autoStep;
+    if (trimmed(text).size() <= number.size()) {
+        // A row holding only its number ends AUTO.
+        screen.NewLine();
+        run.autoLine = 0;
+        run.printNewline = true;
+        showPrompt(in, PromptKind::Break);
+        return;
+    }
+    if (run.autoLine > 65529) {
+        screen.NewLine();
+        in.raiseForLine(ErrorId::OutOfMemoryAuto, 0);
+        showPrompt(in, PromptKind::Output);
+        run.autoLine -= run.autoStep;
+        return;
+    }
+    if (!in.buffer().assign(text)) {
+        screen.NewLine();
+        in.raiseForLine(ErrorId::LineBufferOverflow, leadingNumber(number));
+        showPrompt(in, PromptKind::Output);
+    } else {
+        storeNumberedLine(in);
+    }
+    std::string next = std::to_string(run.autoLine) + " ";
+    screen.setRow(screen.cursorRow(), next);
+    screen.setCursor(static_cast<int>(next.size()), screen.cursorRow());
+}
+
+int stmtEdit(Interpreter& in, int begin, int end)
+{
+    auto& run = in.run();
+    run.editShown = true;
+    int number = leadingNumber(trimmed(in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin))));
+    auto& store = in.program();
+    for (int line = 1; line <= store.count(); ++line) {
+        if (store.numberAt(line) != number)
+            continue;
+        std::string_view text = store.textAt(line);
+        while (!text.empty() && (text.back() == '\r' || text.back() == '\n'))
+            text.remove_suffix(1);
+        run.outputText.assign(text);
+        break;
+    }
+    return run.statementCode;
+}
+
+int stmtNew(Interpreter& in, int, int)
+{
+    in.program().clear();
+    resetRunTime(in);
+    auto& prepared = in.prepared();
+    prepared.labels.clear();
+    prepared.truncateIfs(0);
+    prepared.programIfCount = 0;
+    prepared.preparedHighWater = 0;
+    in.run().canContinue = false;
+    in.host().setDocumentModified(true);
+    // A program that runs NEW has nothing left to run.
+    in.run().runMode = RunMode::Ended;
+    return static_cast<int>(Stmt::End);
+}
+
+} // namespace tessaly::core

@@ -1,0 +1,211 @@
+// FOR and NEXT: the FOR stack, stepping integer and single loop variables, and the skip of a
+// loop that runs zero times to its matching NEXT.
+#include <cmath>
+#include <string>
+
+#include "core/interpreter.h"
+#include "core/program_walk.h"
+#include "core/statements.h"
+#include "expr/evaluator.h"
+#include "expr/statements.h"
+
+namespace tessaly::core {
+
+namespace {
+
+size_t findWord(std::string_view text, std::string_view word, size_t from)
+{
+    bool quoted = false;
+    for (size_t pos = from; pos < text.size(); ++pos) {
+        if (text[pos] == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (!quoted && text.compare(pos, word.size(), word) == 0)
+            return pos;
+    }
+    return std::string_view::npos;
+}
+
+// The text of an entry as the NEXT search reads it: comments removed.
+std::string searchableText(Interpreter& in, int entry)
+{
+    std::string text = in.program().textAt(entry);
+    auto apostrophe = text.find('\'');
+    if (apostrophe != std::string::npos)
+        text.erase(apostrophe);
+    auto rem = text.find("REM");
+    if (rem != std::string::npos)
+        text.erase(rem);
+    return text;
+}
+
+// The matching NEXT of a loop that runs zero times; 0 when there is none.
+int findMatchingNext(Interpreter& in, int forEntry, int level)
+{
+    int from = forEntry;
+    // A FOR in an IF branch searches from the IF statement.
+    int line = programLineOf(in, forEntry);
+    auto& prepared = in.prepared();
+    bool inOwnLine = forEntry == line ||
+        (prepared.lastPieceOf(line) != 0 && forEntry >= prepared.overrideAt(line) && forEntry <= prepared.lastPieceOf(line));
+    if (!inOwnLine && in.stacks().lastIfEntry > 0)
+        from = in.stacks().lastIfEntry;
+    int count = level;
+    return walkEntriesAfter(in, from, [&](int entry) {
+        std::string text = searchableText(in, entry);
+        if (text.find('"') != std::string::npos)
+            return false;
+        if (text.find("FOR ") != std::string::npos)
+            ++count;
+        if (text.find("NEXT") != std::string::npos) {
+            if (count == level)
+                return true;
+            --count;
+        }
+        return false;
+    });
+}
+
+bool sameVariable(const ForLevel& level, const expr::Target& target)
+{
+    return level.variable == target.name && level.isElement == target.isElement && level.subscripts == target.subscripts;
+}
+
+} // namespace
+
+int stmtFor(Interpreter& in, int begin, int end)
+{
+    auto& run = in.run();
+    auto& stacks = in.stacks();
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+
+    expr::Target target;
+    int pos = begin;
+    TRY_BASIC(expr::parseTarget(in, pos, end, target));
+    auto equals = text.find('=', static_cast<size_t>(pos));
+    if (equals == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    size_t toAt = findWord(text, " TO", equals);
+    size_t toLength = 3;
+    if (toAt == std::string_view::npos) {
+        toAt = findWord(text, "TO", equals);
+        toLength = 2;
+    }
+    if (toAt == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    size_t stepAt = findWord(text, "STEP", toAt + toLength);
+
+    if (target.type != expr::ValueType::Integer && target.type != expr::ValueType::Single)
+        return in.raise(ErrorId::TypeMismatch);
+
+    // A FOR run again (a GOTO back to it) takes up its own level again.
+    int level = 0;
+    for (int k = 1; k <= stacks.forDepth; ++k) {
+        if (stacks.forLevels[static_cast<size_t>(k)].entry == run.currentIndex)
+            level = k;
+    }
+    if (level == 0 && stacks.forDepth >= kMaxForDepth)
+        return in.raise(ErrorId::OutOfMemory);
+
+    expr::Value initial;
+    TRY_BASIC(expr::evaluateExpression(in, static_cast<int>(equals) + 1, static_cast<int>(toAt), initial));
+    TRY_BASIC(expr::assignTarget(in, target, initial));
+    expr::Value limit;
+    int limitEnd = stepAt == std::string_view::npos ? end : static_cast<int>(stepAt);
+    TRY_BASIC(expr::evaluateExpression(in, static_cast<int>(toAt + toLength), limitEnd, limit));
+    double step = 1;
+    if (stepAt != std::string_view::npos) {
+        expr::Value stepValue;
+        TRY_BASIC(expr::evaluateExpression(in, static_cast<int>(stepAt) + 4, end, stepValue));
+        if (stepValue.isString())
+            return in.raise(ErrorId::TypeMismatch);
+        step = static_cast<float>(stepValue.number);
+    }
+    if (limit.isString() || limit.empty)
+        return in.raise(limit.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
+    if (step == 0)
+        step = 1;
+    expr::Value current;
+    TRY_BASIC(expr::readTarget(in, target, current));
+
+    if (level == 0)
+        level = ++stacks.forDepth;
+    else
+        stacks.forDepth = level;
+    stacks.forCurrentLevel = level;
+    auto& entry = stacks.forLevels[static_cast<size_t>(level)];
+    entry = {run.currentIndex, target.name, target.subscripts, target.isElement, target.type, current.number,
+        limit.number, step};
+
+    bool zeroTrip = step > 0 ? limit.number < current.number : limit.number > current.number;
+    if (!zeroTrip)
+        return run.statementCode;
+    int next = findMatchingNext(in, run.currentIndex, level);
+    if (next == 0)
+        return in.raise(ErrorId::ForWithoutNext);
+    stacks.forDepth = level - 1;
+    run.currentIndex = next;
+    return run.statementCode;
+}
+
+int stmtNext(Interpreter& in, int begin, int end)
+{
+    auto& run = in.run();
+    auto& stacks = in.stacks();
+    char after = in.buffer().at(begin);
+    if (begin < end && after != ' ')
+        return in.raise(ErrorId::SyntaxError);
+    if (stacks.forDepth <= 0)
+        return in.raise(ErrorId::NextWithoutFor);
+    int level = stacks.forDepth;
+    auto rest = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    if (rest.find_first_not_of(' ') != std::string_view::npos) {
+        expr::Target target;
+        int pos = begin;
+        TRY_BASIC(expr::parseTarget(in, pos, end, target));
+        if (!sameVariable(stacks.forLevels[static_cast<size_t>(level)], target)) {
+            level = 0;
+            for (int k = 1; k <= stacks.forCurrentLevel && k <= stacks.forDepth; ++k) {
+                if (sameVariable(stacks.forLevels[static_cast<size_t>(k)], target)) {
+                    level = k;
+                    break;
+                }
+            }
+            if (level == 0)
+                return in.raise(ErrorId::NextWithoutFor);
+            stacks.forDepth = level;
+        }
+    }
+    auto& loop = stacks.forLevels[static_cast<size_t>(level)];
+    expr::Target variable {loop.variable, loop.subscripts, loop.isElement, loop.type};
+    expr::Value current;
+    TRY_BASIC(expr::readTarget(in, variable, current));
+    bool ended = false;
+    double next = 0;
+    if (loop.type == expr::ValueType::Integer) {
+        // An integer loop variable steps by the step truncated to a whole number.
+        next = current.number + std::trunc(loop.step);
+        // Stepping out of the 16-bit range is an overflow; the variable keeps its value.
+        if (next > 32767 || next < -32768)
+            return in.raise(ErrorId::Overflow);
+        double limit = std::trunc(loop.limit);
+        ended = loop.step > 0 ? next > limit : next < limit;
+    } else {
+        float value = static_cast<float>(current.number) + static_cast<float>(loop.step);
+        next = value;
+        float limit = static_cast<float>(loop.limit);
+        ended = loop.step > 0 ? value > limit : value < limit;
+    }
+    expr::Value stepped = expr::Value::makeNumber(next, expr::NumberForm::Computed16);
+    TRY_BASIC(expr::assignTarget(in, variable, stepped));
+    stacks.forCurrentLevel = level;
+    if (ended) {
+        stacks.forDepth = level - 1;
+        return run.statementCode;
+    }
+    run.currentIndex = loop.entry;
+    return run.statementCode;
+}
+
+} // namespace tessaly::core
