@@ -229,9 +229,9 @@ double roundDecimals(double x, int n)
     char text[512];
     std::snprintf(text, sizeof text, "%.*f", n + 25, std::fabs(x));
     std::string digits = text;
-    auto point = digits.find('.');
-    bool up = digits[point + static_cast<size_t>(n) + 1] >= '5';
-    std::string kept = digits.substr(0, point) + digits.substr(point + 1, static_cast<size_t>(n));
+    auto dot = digits.find('.');
+    bool up = digits[dot + static_cast<size_t>(n) + 1] >= '5';
+    std::string kept = digits.substr(0, dot) + digits.substr(dot + 1, static_cast<size_t>(n));
     if (up) {
         size_t k = kept.size();
         while (k > 0) {
@@ -246,7 +246,8 @@ double roundDecimals(double x, int n)
         if (k == 0 && kept[0] == '0')
             kept.insert(0, 1, '1');
     }
-    kept.insert(kept.size() - static_cast<size_t>(n), ".");
+    size_t point = kept.size() - static_cast<size_t>(n);
+    kept = kept.substr(0, point) + "." + kept.substr(point);
     double value = std::strtod(kept.c_str(), nullptr);
     return x < 0 ? -value : value;
 }

@@ -1,0 +1,10 @@
+10 REM GOSUB chains, RETURN to a line, labels
+20 GOSUB *FIRST
+30 PRINT "back in main"
+40 GOSUB 200
+50 PRINT "never"
+60 END
+100 *FIRST PRINT "first":GOSUB *SECOND:PRINT "first again":RETURN
+150 *SECOND PRINT "second":RETURN
+200 PRINT "sub 200":RETURN 300
+300 PRINT "line 300":END
