@@ -152,6 +152,7 @@ int stmtNew(Interpreter& in, int, int)
     in.host().setDocumentModified(true);
     // A program that runs NEW has nothing left to run.
     in.run().runMode = RunMode::Ended;
+    in.run().statementCode = static_cast<int>(Stmt::End);
     return static_cast<int>(Stmt::End);
 }
 

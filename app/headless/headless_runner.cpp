@@ -133,14 +133,19 @@ void driveUntilIdle(core::Interpreter& interpreter)
     }
 }
 
-void typeLine(core::Interpreter& interpreter, StreamWriter& stream, std::string_view sjis)
+// Types the text at the cursor and returns the logical line that Enter hands on: what stood before
+// the cursor on its row (the number AUTO offers) and the typed text.
+std::string typeLine(core::Interpreter& interpreter, StreamWriter& stream, std::string_view sjis)
 {
-    // The typed text stands on the screen like text typed in the editor; it is not part of the stream.
     auto& screen = interpreter.screen();
+    std::string entered = screen.row(screen.cursorRow()).substr(0, static_cast<size_t>(screen.cursorColumn()));
+    entered += sjis;
+    // The typed text stands on the screen like text typed in the editor; it is not part of the stream.
     screen::TextListener silent;
     screen.setListener(&silent);
     screen.Print(sjis);
     screen.setListener(&stream);
+    return entered;
 }
 
 void dumpScreen(core::Interpreter& interpreter)
@@ -197,8 +202,7 @@ void runInput(core::Interpreter& interpreter, StreamWriter& stream)
         else
             stream.echo(line);
         std::string sjis = io::Utf8ToShiftJis(line);
-        typeLine(interpreter, stream, sjis);
-        interpreter.lineEntered(sjis);
+        interpreter.lineEntered(typeLine(interpreter, stream, sjis));
         driveUntilIdle(interpreter);
         stream.flush();
     }

@@ -26,11 +26,14 @@ std::string Session::type(std::initializer_list<std::string_view> lines)
     for (auto line : lines) {
         m_stream.text += line;
         auto& screen = m_interpreter->screen();
+        // What stands before the cursor on its row (AUTO's number) is part of the entered line.
+        std::string entered = screen.row(screen.cursorRow()).substr(0, static_cast<size_t>(screen.cursorColumn()));
+        entered += line;
         screen::TextListener silent;
         screen.setListener(&silent);
         screen.Print(line);
         screen.setListener(&m_stream);
-        m_interpreter->lineEntered(line);
+        m_interpreter->lineEntered(entered);
         driveUntilIdle();
     }
     return m_stream.text;
