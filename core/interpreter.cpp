@@ -2,6 +2,7 @@
 // The work behind each entry point lives in core/run_loop.cpp and core/line_entry.cpp.
 #include "core/interpreter.h"
 
+#include <algorithm>
 #include <string>
 
 #include "core/line_entry.h"
@@ -136,6 +137,15 @@ void Interpreter::runMenuCommand()
     m_screen.setCursor(3, row);
     auto end = text.find_last_not_of(' ');
     lineEntered(std::string_view(text).substr(0, end + 1));
+}
+
+void Interpreter::listMenuCommand()
+{
+    m_screen.ClearRows();
+    m_screen.setCursor(0, 0);
+    m_data.reset();
+    listLines(*this, 1, m_program.count() > 0 ? m_program.numberAt(m_program.count()) : 0);
+    m_screen.setCursor(std::min(m_screen.cursorColumn(), 79), std::min(m_screen.cursorRow(), 24));
 }
 
 void Interpreter::onTimer(TimerId id)

@@ -38,6 +38,8 @@ public:
     void breakProgram();
     void continueProgram();
     void runMenuCommand();
+    // The LIST menu command: the text screen cleared and the whole program listed.
+    void listMenuCommand();
     void onTimer(TimerId id);
     // Runs a loaded program as RUN does.
     void runProgram();

@@ -125,6 +125,18 @@ TEST(ControlFlow, RenumRefusesNumbersThatWouldCollide)
     EXPECT_EQ(session.type("LIST"), "LIST\n10 A=1\n100 GOTO 10\n150 GOTO 100\nOK\n");
 }
 
+TEST(ControlFlow, ListMenuCommandClearsAndListsEverything)
+{
+    test::Session session;
+    session.type({"20 B", "10 A"});
+    auto& in = session.interpreter();
+    in.listMenuCommand();
+    EXPECT_EQ(in.screen().row(0), "10 A");
+    EXPECT_EQ(in.screen().row(1), "20 B");
+    EXPECT_EQ(in.screen().row(2), "");
+    EXPECT_EQ(in.screen().cursorRow(), 2);
+}
+
 TEST(ControlFlow, GotoIntoASplitLineRunsItsStatements)
 {
     test::Session session;
