@@ -64,6 +64,7 @@ struct HandlerTable {
         set(Stmt::Print, expr::stmtPrint);
         set(Stmt::Lprint, expr::stmtLprint);
         set(Stmt::Write, expr::stmtWrite);
+        set(Stmt::Input, expr::stmtInput);
         set(Stmt::Let, expr::stmtLet);
         set(Stmt::Swap, expr::stmtSwap);
         set(Stmt::Defint, expr::stmtDefint);

@@ -17,6 +17,7 @@
 #include "expr/arrays.h"
 #include "expr/expression_scratch.h"
 #include "expr/function_state.h"
+#include "expr/input_state.h"
 #include "expr/variables.h"
 #include "screen/keyboard.h"
 #include "screen/text_screen.h"
@@ -45,6 +46,11 @@ public:
     void runProgram();
     [[nodiscard]] bool isRunning() const { return m_run.running; }
     // A program or direct command is under way (running, or waiting for input).
+    // An INPUT (or RANDOMIZE) waits for its line.
+    [[nodiscard]] bool isWaitingForInput() const
+    {
+        return m_run.runMode == RunMode::Running && !m_run.running && m_run.lastResult == result::kInputWait;
+    }
     [[nodiscard]] bool isBusy() const { return m_run.running || m_run.runMode != RunMode::Direct; }
 
     // --- Subsystems ---
@@ -62,6 +68,7 @@ public:
     expr::ArrayStore& arrays() { return m_arrays; }
     expr::FunctionState& functionState() { return m_functionState; }
     expr::ExpressionScratch& expressionScratch() { return m_expressionScratch; }
+    expr::InputState& inputState() { return m_inputState; }
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
@@ -98,6 +105,7 @@ private:
     expr::ArrayStore m_arrays;
     expr::FunctionState m_functionState;
     expr::ExpressionScratch m_expressionScratch;
+    expr::InputState m_inputState;
     std::array<int32_t, 10> m_usrAddresses {};
 };
 

@@ -99,7 +99,8 @@ void enterLine(Interpreter& in, std::string_view typed)
     }
     if (run.lastResult == result::kInputWait) {
         if (run.previousCode == static_cast<int>(Stmt::Input)) {
-            run.outputText = text;
+            // The answer is taken as it stands on the screen, not upper-cased.
+            run.outputText = std::string(trimmed);
             screen.setCursor(0, screen.cursorRow());
             screen.NewLine();
             runLoop(in);

@@ -71,6 +71,7 @@ bool checkRunMode(Interpreter& in, bool& repeatEntry)
             if (keys.empty() || keys.back() != '\r')
                 return false;
             run.previousCode = 0;
+            run.running = true;
             in.screen().setCursor(0, in.screen().cursorRow());
             repeatEntry = true;
             return true;

@@ -33,6 +33,9 @@ int stmtTime(core::Interpreter&, int begin, int end);
 int stmtPrint(core::Interpreter&, int begin, int end);      // expr/stmt_print.cpp
 int stmtLprint(core::Interpreter&, int begin, int end);
 int stmtWrite(core::Interpreter&, int begin, int end);      // expr/stmt_write.cpp
+int stmtInput(core::Interpreter&, int begin, int end);      // expr/stmt_input.cpp
+// RANDOMIZE without a seed asks for it on the screen.
+int randomizeFromKeyboard(core::Interpreter&);
 
 // A variable or array element written in a statement: its name and, for an element, its subscripts.
 struct Target {

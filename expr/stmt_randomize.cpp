@@ -9,9 +9,11 @@ int stmtRandomize(core::Interpreter& in, int begin, int end)
 {
     Value value;
     TRY_BASIC(evaluateExpression(in, begin, end, value));
-    // Without a number the seed is asked for on the screen, which needs keyboard input.
-    if (value.empty || value.isString())
-        return in.raise(core::ErrorId::SyntaxError);
+    // Without a number the seed is asked for on the screen.
+    if (value.empty)
+        return randomizeFromKeyboard(in);
+    if (value.isString())
+        return in.raise(core::ErrorId::TypeMismatch);
     int32_t seed = integerOf(value);
     if (seed < -32768 || seed > 32767)
         return in.raise(core::ErrorId::IllegalFunctionCall);

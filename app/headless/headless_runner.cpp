@@ -40,7 +40,11 @@ constexpr const char* kUsage =
     "Standard output receives every text written to the text screen (program output, OK,\n"
     "BREAK, OK, error messages, listings, prompts), converted from Shift-JIS to UTF-8, with a\n"
     "line feed each time the cursor moves on to a following row. Cursor positioning is not shown.\n"
-    "When standard input is not a terminal, what is read from it is echoed as typed.\n"
+    "Standard input also answers INPUT, LINE INPUT and RANDOMIZE: when a program waits for a line,\n"
+    "the next line of standard input is typed followed by Enter (in FILE mode too). At the end of\n"
+    "the input a waiting INPUT ends the run as BREAK would. Text is UTF-8 both ways.\n"
+    "When standard input is not a terminal, what is read from it is echoed as typed: a direct\n"
+    "command before its output, an answer after its prompt.\n"
     "Ctrl+C performs BREAK.\n"
     "\n"
     "Exit status: 0 when the last run ended with OK or BREAK, OK; 1 when it ended with an error\n"
@@ -140,6 +144,9 @@ std::string typeLine(core::Interpreter& interpreter, StreamWriter& stream, std::
     auto& screen = interpreter.screen();
     std::string entered = screen.row(screen.cursorRow()).substr(0, static_cast<size_t>(screen.cursorColumn()));
     entered += sjis;
+    // While an INPUT waits, the typed keys also go to the key buffer.
+    if (interpreter.isWaitingForInput())
+        interpreter.keyboard().keyBuffer.append(sjis).push_back('\r');
     // The typed text stands on the screen like text typed in the editor; it is not part of the stream.
     screen::TextListener silent;
     screen.setListener(&silent);
@@ -172,7 +179,45 @@ int exitStatusOf(core::Interpreter& interpreter)
     return interpreter.run().lastOutcome == core::RunOutcome::Error ? 1 : 0;
 }
 
-int runFile(core::Interpreter& interpreter, const char* path)
+// Reads one line of standard input; false at its end.
+bool readInputLine(std::string& line)
+{
+    if (!std::getline(std::cin, line))
+        return false;
+    if (!line.empty() && line.back() == '\r')
+        line.pop_back();
+    return true;
+}
+
+// Types a line of standard input and Enter, then runs until the interpreter is idle again.
+void enterInputLine(core::Interpreter& interpreter, StreamWriter& stream, const std::string& line, bool terminal)
+{
+    if (terminal)
+        stream.suppressNextRowAdvance();
+    else
+        stream.echo(line);
+    std::string sjis = io::Utf8ToShiftJis(line);
+    interpreter.lineEntered(typeLine(interpreter, stream, sjis));
+    driveUntilIdle(interpreter);
+    stream.flush();
+}
+
+// While a program waits for a line, standard input answers it; at its end the run is broken off.
+void answerInput(core::Interpreter& interpreter, StreamWriter& stream, bool terminal)
+{
+    std::string line;
+    while (interpreter.isWaitingForInput()) {
+        stream.flush();
+        if (!readInputLine(line)) {
+            interpreter.breakProgram();
+            driveUntilIdle(interpreter);
+            return;
+        }
+        enterInputLine(interpreter, stream, line, terminal);
+    }
+}
+
+int runFile(core::Interpreter& interpreter, StreamWriter& stream, const char* path)
 {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
@@ -187,6 +232,7 @@ int runFile(core::Interpreter& interpreter, const char* path)
     io::ProgramFile::Read(bytes, interpreter.program());
     interpreter.runProgram();
     driveUntilIdle(interpreter);
+    answerInput(interpreter, stream, isatty(STDIN_FILENO) != 0);
     return 0;
 }
 
@@ -194,17 +240,11 @@ void runInput(core::Interpreter& interpreter, StreamWriter& stream)
 {
     bool terminal = isatty(STDIN_FILENO) != 0;
     std::string line;
-    while (std::getline(std::cin, line)) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        if (terminal)
-            stream.suppressNextRowAdvance();
-        else
-            stream.echo(line);
-        std::string sjis = io::Utf8ToShiftJis(line);
-        interpreter.lineEntered(typeLine(interpreter, stream, sjis));
+    while (readInputLine(line))
+        enterInputLine(interpreter, stream, line, terminal);
+    if (interpreter.isWaitingForInput()) {
+        interpreter.breakProgram();
         driveUntilIdle(interpreter);
-        stream.flush();
     }
 }
 
@@ -232,7 +272,7 @@ int runHeadless(int argc, char** argv)
     interpreter.screen().setListener(&stream);
 
     if (options.file != nullptr) {
-        if (int status = runFile(interpreter, options.file); status != 0)
+        if (int status = runFile(interpreter, stream, options.file); status != 0)
             return status;
     } else {
         runInput(interpreter, stream);

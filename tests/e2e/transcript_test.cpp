@@ -1,6 +1,6 @@
 // End-to-end transcripts: every tests/transcripts/NAME.bas (run as a file) or NAME.in (typed on
 // standard input) is run through `tessaly --headless`; standard output must equal NAME.out and the
-// exit status NAME.status (0 when absent). NAME.args adds options.
+// exit status NAME.status (0 when absent). NAME.args adds options; NAME.stdin feeds a NAME.bas.
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
@@ -70,6 +70,8 @@ TEST_P(TranscriptTest, MatchesExpectedOutput)
     std::string command = shellQuote(TESSALY_BINARY) + " --headless " + args;
     if (t.typed)
         command += " < " + shellQuote(t.program.string());
+    else if (fs::exists(base.string() + ".stdin"))
+        command += " " + shellQuote(t.program.string()) + " < " + shellQuote(base.string() + ".stdin");
     else
         command += " " + shellQuote(t.program.string()) + " < /dev/null";
     FILE* pipe = popen(command.c_str(), "r");

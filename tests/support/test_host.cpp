@@ -33,6 +33,9 @@ std::string Session::type(std::initializer_list<std::string_view> lines)
         screen.setListener(&silent);
         screen.Print(line);
         screen.setListener(&m_stream);
+        // While an INPUT waits, the typed keys also go to the key buffer.
+        if (m_interpreter->isWaitingForInput())
+            m_interpreter->keyboard().keyBuffer.append(line).push_back('\r');
         m_interpreter->lineEntered(entered);
         driveUntilIdle();
     }

@@ -1,0 +1,176 @@
+// INPUT and LINE INPUT from the keyboard, and RANDOMIZE without a seed: the first half prints the
+// prompt and waits; the second half splits the typed line and assigns the fields.
+#include <string>
+
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/run_state.h"
+#include "expr/evaluator.h"
+#include "expr/statements.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+using core::ErrorId;
+
+constexpr std::string_view kSeedPrompt = "Random number seed (-32768 to 32768)? ";
+
+std::string trimmed(std::string_view text)
+{
+    auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    auto last = text.find_last_not_of(' ');
+    return std::string(text.substr(first, last - first + 1));
+}
+
+int startWaiting(core::Interpreter& in)
+{
+    in.run().outputText = in.inputState().prompt;
+    in.keyboard().keyBuffer.clear();
+    return core::result::kInputWait;
+}
+
+// The variable list: names separated by commas at the top level of parentheses.
+std::vector<std::string> variableList(std::string_view text)
+{
+    std::vector<std::string> names;
+    int depth = 0;
+    size_t start = 0;
+    for (size_t pos = 0; pos <= text.size(); ++pos) {
+        char c = pos < text.size() ? text[pos] : ',';
+        if (c == '(')
+            ++depth;
+        else if (c == ')')
+            --depth;
+        else if (c == ',' && depth == 0) {
+            auto name = trimmed(text.substr(start, pos - start));
+            if (!name.empty())
+                names.push_back(name);
+            start = pos + 1;
+        }
+    }
+    return names;
+}
+
+std::vector<std::string> splitFields(std::string_view text, size_t count)
+{
+    std::vector<std::string> fields(count);
+    size_t field = 0;
+    bool quoted = false;
+    for (char c : text) {
+        if (c == '"')
+            quoted = !quoted;
+        if (c == ',' && !quoted) {
+            ++field;
+            continue;
+        }
+        if (field < count)
+            fields[field] += c;
+    }
+    return fields;
+}
+
+int assignField(core::Interpreter& in, const std::string& name, std::string field)
+{
+    auto type = in.variables().typeOfName(name);
+    field = trimmed(field);
+    if (type == ValueType::String) {
+        if (field.empty() || field.front() != '"')
+            field.insert(0, 1, '"');
+        if (field.size() < 2 || field.back() != '"')
+            field += '"';
+    } else if (field.empty()) {
+        field = "0";
+    }
+    if (!in.buffer().assign(name + "=" + field))
+        return in.raise(ErrorId::LineBufferOverflow);
+    return stmtLet(in, 0, in.buffer().length());
+}
+
+int completeInput(core::Interpreter& in)
+{
+    auto& state = in.inputState();
+    auto& run = in.run();
+    std::string typed = run.outputText;
+    run.outputText.clear();
+    in.keyboard().keyBuffer.clear();
+    if (typed.starts_with(state.prompt))
+        typed.erase(0, state.prompt.size());
+    typed = trimmed(typed);
+    // The statement is finished: the loop must not wait for it again.
+    run.statementCode = 0;
+    if (state.kind == InputKind::RandomSeed) {
+        Value value;
+        if (evaluateText(in, typed, value) < 0 || value.isString() || value.empty) {
+            in.error().clear();
+            run.statementCode = static_cast<int>(core::Stmt::Input);
+            return startWaiting(in);
+        }
+        int32_t seed = integerOf(value);
+        if (seed < -32768 || seed > 32767) {
+            run.statementCode = static_cast<int>(core::Stmt::Input);
+            return startWaiting(in);
+        }
+        in.functionState().random.randomize(seed);
+        return 0;
+    }
+    std::vector<std::string> fields;
+    if (state.kind == InputKind::WholeLine)
+        fields.assign(state.variables.size(), std::string());
+    if (state.kind == InputKind::WholeLine && !fields.empty())
+        fields[0] = typed;
+    else
+        fields = splitFields(typed, state.variables.size());
+    for (size_t k = 0; k < state.variables.size(); ++k)
+        TRY_BASIC(assignField(in, state.variables[k], fields[k]));
+    return 0;
+}
+
+} // namespace
+
+int stmtInput(core::Interpreter& in, int begin, int end)
+{
+    if (in.run().lastResult == core::result::kInputWait)
+        return completeInput(in);
+    auto& state = in.inputState();
+    state = {};
+    state.kind = in.run().lineInputMode ? InputKind::WholeLine : InputKind::Fields;
+    auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    auto first = text.find_first_not_of(' ');
+    bool question = true;
+    if (first != std::string_view::npos && text[first] == '"') {
+        auto close = text.find('"', first + 1);
+        if (close == std::string_view::npos)
+            return in.raise(ErrorId::SyntaxError);
+        state.prompt.assign(text.substr(first + 1, close - first - 1));
+        auto after = text.find_first_not_of(' ', close + 1);
+        if (after == std::string_view::npos || (text[after] != ';' && text[after] != ','))
+            return in.raise(ErrorId::SyntaxError);
+        question = text[after] == ';';
+        text = text.substr(after + 1);
+    }
+    if (question)
+        state.prompt += "? ";
+    state.variables = variableList(text);
+    if (state.variables.empty())
+        return in.raise(ErrorId::SyntaxError);
+    for (const auto& name : state.variables) {
+        if (!((name[0] >= 'A' && name[0] <= 'Z') || (name[0] >= 'a' && name[0] <= 'z')))
+            return in.raise(ErrorId::SyntaxError);
+    }
+    return startWaiting(in);
+}
+
+int randomizeFromKeyboard(core::Interpreter& in)
+{
+    auto& state = in.inputState();
+    state = {};
+    state.kind = InputKind::RandomSeed;
+    state.prompt = std::string(kSeedPrompt);
+    in.run().statementCode = static_cast<int>(core::Stmt::Input);
+    return startWaiting(in);
+}
+
+} // namespace tessaly::expr

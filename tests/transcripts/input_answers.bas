@@ -1,0 +1,9 @@
+10 INPUT "Name";N$
+20 INPUT "Two numbers",A,B
+30 PRINT "Hello ";N$;", the sum is";A+B
+40 INPUT X$,Y
+50 PRINT X$;"|";Y
+60 LINE INPUT L$
+70 PRINT L$
+80 INPUT Q
+90 PRINT "never"
