@@ -8,6 +8,7 @@
 #include "core/keyword_table.h"
 #include "core/statements.h"
 #include "expr/statements.h"
+#include "screen/statements.h"
 
 namespace tessaly::core {
 
@@ -65,6 +66,12 @@ struct HandlerTable {
         set(Stmt::Lprint, expr::stmtLprint);
         set(Stmt::Write, expr::stmtWrite);
         set(Stmt::Input, expr::stmtInput);
+        set(Stmt::Cls, screen::stmtCls);
+        set(Stmt::Locate, screen::stmtLocate);
+        set(Stmt::Color, screen::stmtColor);
+        set(Stmt::Console, screen::stmtConsole);
+        set(Stmt::Key, screen::stmtKey);
+        set(Stmt::KeyList, screen::stmtKeyList);
         set(Stmt::Let, expr::stmtLet);
         set(Stmt::Swap, expr::stmtSwap);
         set(Stmt::Defint, expr::stmtDefint);

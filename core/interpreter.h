@@ -19,6 +19,8 @@
 #include "expr/function_state.h"
 #include "expr/input_state.h"
 #include "expr/variables.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
 #include "screen/keyboard.h"
 #include "screen/text_screen.h"
 
@@ -64,6 +66,8 @@ public:
     StatementBuffer& buffer() { return m_buffer; }
     screen::TextScreen& screen() { return m_screen; }
     screen::Keyboard& keyboard() { return m_keyboard; }
+    screen::Colours& colours() { return m_colours; }
+    screen::FunctionKeys& functionKeys() { return m_functionKeys; }
     expr::VariableStore& variables() { return m_variables; }
     expr::ArrayStore& arrays() { return m_arrays; }
     expr::FunctionState& functionState() { return m_functionState; }
@@ -101,6 +105,8 @@ private:
     StatementBuffer m_buffer;
     screen::TextScreen m_screen;
     screen::Keyboard m_keyboard;
+    screen::Colours m_colours;
+    screen::FunctionKeys m_functionKeys;
     expr::VariableStore m_variables;
     expr::ArrayStore m_arrays;
     expr::FunctionState m_functionState;

@@ -83,6 +83,8 @@ public:
     [[nodiscard]] int savedRow() const { return m_savedRow; }
     void saveCursor() { m_savedColumn = m_cursorColumn, m_savedRow = m_cursorRow; }
     [[nodiscard]] int highestRow() const { return m_highestRow; }
+    [[nodiscard]] int cursorSwitch() const { return m_cursorSwitch; }
+    void setCursorSwitch(int on) { m_cursorSwitch = on; }
 
     void setIdleCursorRow(int row) { m_idleCursorRow = row; }
 
@@ -106,6 +108,7 @@ private:
     int m_savedColumn = 0;
     int m_savedRow = 0;
     int m_highestRow = 0;
+    int m_cursorSwitch = 1;
     int m_idleCursorRow = 0;
     int m_scrollTop = 0;
     int m_scrollRows = 25;

@@ -1,0 +1,30 @@
+// Handlers of the text-screen statements: CLS, LOCATE, COLOR, CONSOLE, KEY and KEY LIST.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "expr/values.h"
+
+namespace tessaly::core {
+class Interpreter;
+}
+
+namespace tessaly::screen {
+
+int stmtCls(core::Interpreter&, int begin, int end);     // screen/stmt_cls.cpp
+int stmtLocate(core::Interpreter&, int begin, int end);  // screen/stmt_locate.cpp
+int stmtColor(core::Interpreter&, int begin, int end);   // screen/stmt_color.cpp
+int stmtConsole(core::Interpreter&, int begin, int end); // screen/stmt_console.cpp
+int stmtKey(core::Interpreter&, int begin, int end);     // screen/stmt_key.cpp
+int stmtKeyList(core::Interpreter&, int begin, int end);
+
+// The arguments of a statement, each evaluated on its own; an omitted one is empty.
+int evaluateStatementArguments(core::Interpreter& in, int begin, int end, std::vector<expr::Value>& values);
+// An argument as a whole number (0.5 added, truncated), or `omitted` when it was left out.
+[[nodiscard]] int argumentOr(const std::vector<expr::Value>& values, size_t k, int omitted);
+
+// CLS n with n 1 (text), 2 (graphics) or 3 (both).
+void clearScreen(core::Interpreter& in, int n);
+
+} // namespace tessaly::screen
