@@ -1,4 +1,5 @@
 // Reading and writing program files in the Text and LineRecords formats.
+// Choosing the file, the format bytes of the view and the LOAD/SAVE statements are left to the callers.
 #include "io/program_file.h"
 
 #include <vector>
@@ -7,21 +8,72 @@ namespace tessaly::io::ProgramFile {
 
 namespace {
 
-// A lead byte as the reader sees it: the byte after it is never changed.
+using Lines = std::vector<core::ProgramStore::Line>;
+
+// Line numbers read from text are held below this, far above every valid line number.
+constexpr int64_t kNumberCeiling = 999999999;
+constexpr size_t kRecordHeaderBytes = 4;
+constexpr size_t kMaxRecordBytes = 0xFFFF;
+constexpr int kMaxRecordNumber = 0xFFFF;
+
+unsigned char byteAt(std::string_view text, size_t at) { return static_cast<unsigned char>(text[at]); }
+
+// A lead byte as the reader sees it: the byte after it is never upper-cased.
 bool isReaderLeadByte(unsigned char b) { return (b >= 0x80 && b <= 0x9F) || b >= 0xE0; }
 
+// True when the byte at i finishes "REM" or "DATA": the text after it keeps its case.
+bool endsKeepCaseWord(std::string_view text, size_t i)
+{
+    if (text[i] == 'M')
+        return i >= 2 && text.substr(i - 2, 2) == "RE";
+    if (text[i] == 'A')
+        return i >= 3 && text.substr(i - 3, 3) == "DAT";
+    return false;
+}
+
+// Upper-cases the file text outside strings, REM text, apostrophe comments and DATA items. Only a
+// CR ends a line for this pass, so with LF-only line ends an open string or comment runs on.
+// A quote, CR, apostrophe or colon after a lead byte is no trail byte and keeps its meaning.
+void upperCaseProgramText(std::string& text)
+{
+    bool inString = false;
+    bool literal = false;
+    bool trailNext = false;
+    for (size_t i = 0; i < text.size(); ++i) {
+        unsigned char c = byteAt(text, i);
+        bool trail = trailNext;
+        trailNext = !trail && isReaderLeadByte(c);
+        if (c == '"') {
+            inString = !inString;
+        } else if (c == '\r') {
+            inString = false;
+            literal = false;
+        } else if (inString) {
+            continue;
+        } else if (c == '\'') {
+            literal = true;
+        } else if (c == ':') {
+            literal = false;
+        } else if (!literal && !trail) {
+            if (c >= 'a' && c <= 'z')
+                text[i] = static_cast<char>(c - 'a' + 'A');
+            if (endsKeepCaseWord(text, i))
+                literal = true;
+        }
+    }
+}
+
 // The number at the start of a text line: blanks before the digits and bytes other than digits
-// below "9" are passed over; a blank after digits or a byte above "9" ends it.
-int32_t readLineNumber(std::string_view line)
+// below "9" (bytes 0x80 and above included) are passed over; a blank after digits or a byte
+// from ":" to 0x7F ends it.
+int readLineNumber(std::string_view line)
 {
     int64_t number = 0;
     bool digits = false;
-    for (unsigned char c : line) {
-        if (c == ' ') {
-            if (digits)
-                break;
-            continue;
-        }
+    for (char byte : line) {
+        auto c = static_cast<unsigned char>(byte);
+        if (c == ' ' && digits)
+            break;
         if (c >= 0x80)
             continue;
         if (c > '9')
@@ -29,160 +81,135 @@ int32_t readLineNumber(std::string_view line)
         if (c >= '0') {
             digits = true;
             number = number * 10 + (c - '0');
-            if (number > 999999999)
-                number = 999999999;
+            if (number > kNumberCeiling)
+                number = kNumberCeiling;
         }
     }
-    return static_cast<int32_t>(number);
+    return static_cast<int>(number);
 }
 
-void readText(std::string text, core::ProgramStore& store)
+bool isBlanks(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
+
+// Ends the current line of the line pass. A numbered line is stored. A line of blanks alone stays
+// in front of the next line, so indentation typed on a line of its own is kept. Any other line
+// without a number is dropped: joined onto the next line it would swallow that line too.
+void endTextLine(std::string& current, Lines& lines)
 {
-    UpperCaseProgramText(text);
-    std::vector<core::ProgramStore::Line> lines;
-    std::string current;
-    auto endLine = [&]() {
-        if (current.empty())
-            return;
-        int32_t number = readLineNumber(current);
-        if (number > 0) {
-            lines.push_back({number, current + "\r\n"});
-            current.clear();
-            return;
-        }
-        // A line without a number is left out, so that it cannot swallow the lines after it;
-        // a line of blanks alone stays in front of the next line, as typed indentation.
-        if (current.find_first_not_of(' ') != std::string::npos)
-            current.clear();
-    };
-    for (char c : text) {
-        if (c == '\r' || c == '\n') {
-            endLine();
-            continue;
-        }
-        current += c;
+    if (current.empty())
+        return;
+    int number = readLineNumber(current);
+    if (number > 0) {
+        current += "\r\n";
+        lines.push_back({number, std::move(current)});
+        current.clear();
+    } else if (!isBlanks(current)) {
+        current.clear();
     }
-    endLine();
+}
+
+void readText(std::string_view bytes, core::ProgramStore& store)
+{
+    std::string text(bytes);
+    upperCaseProgramText(text);
+    Lines lines;
+    std::string current;
+    for (char c : text) {
+        if (c == '\r' || c == '\n')
+            endTextLine(current, lines);
+        else
+            current += c;
+    }
+    endTextLine(current, lines);
     store.replaceAll(std::move(lines));
 }
 
-unsigned read16(std::string_view bytes, size_t at)
-{
-    return static_cast<unsigned char>(bytes[at]) | static_cast<unsigned>(static_cast<unsigned char>(bytes[at + 1])) << 8;
-}
+unsigned read16(std::string_view bytes, size_t at) { return byteAt(bytes, at) | (unsigned { byteAt(bytes, at + 1) } << 8); }
 
+// Records follow the mark byte. A record whose length is below its own header ends the program
+// (nothing after it can be found again), as do 1 to 3 stray bytes at the end; a record running
+// past the end of the data keeps the text that is there.
 void readRecords(std::string_view bytes, core::ProgramStore& store)
 {
-    std::vector<core::ProgramStore::Line> lines;
+    Lines lines;
     size_t offset = 1;
-    while (offset + 4 <= bytes.size()) {
-        unsigned length = read16(bytes, offset);
-        unsigned number = read16(bytes, offset + 2);
-        // A record shorter than its own header ends the program: nothing after it can be trusted.
-        if (length < 4)
+    while (bytes.size() - offset >= kRecordHeaderBytes) {
+        size_t length = read16(bytes, offset);
+        int number = static_cast<int>(read16(bytes, offset + 2));
+        if (length < kRecordHeaderBytes)
             break;
-        size_t textLength = length - 4;
-        size_t available = bytes.size() - offset - 4;
-        // A record cut off by the end of the file keeps the text that is there.
-        if (textLength > available)
-            textLength = available;
+        std::string_view body = bytes.substr(offset + kRecordHeaderBytes, length - kRecordHeaderBytes);
         std::string text = std::to_string(number);
-        text.append(bytes.substr(offset + 4, textLength));
+        text.append(body);
         text += "\r\n";
-        lines.push_back({static_cast<int>(number), std::move(text)});
-        offset += 4 + textLength;
+        lines.push_back({number, std::move(text)});
+        offset += kRecordHeaderBytes + body.size();
     }
     store.replaceAll(std::move(lines));
 }
 
-void append16(std::string& out, unsigned value)
+void append16(std::string& out, size_t value)
 {
     out += static_cast<char>(value & 0xFF);
     out += static_cast<char>((value >> 8) & 0xFF);
 }
 
-std::optional<std::string> writeRecords(core::ProgramStore& store)
+// Appends the record of one stored line; false when the line has no number from 1 to 65535 after
+// its leading blanks, or its text does not fit a record. The record's text is everything after the
+// digits, so that a line loaded as "10PRINT" (no blank after its number) keeps all its text.
+bool appendRecord(std::string_view line, std::string& out)
+{
+    if (line.ends_with("\r\n"))
+        line.remove_suffix(2);
+    size_t pos = line.find_first_not_of(' ');
+    int64_t number = 0;
+    for (; pos < line.size() && line[pos] >= '0' && line[pos] <= '9'; ++pos) {
+        number = number * 10 + (line[pos] - '0');
+        if (number > kMaxRecordNumber)
+            return false;
+    }
+    if (number < 1)
+        return false;
+    std::string_view text = line.substr(pos);
+    if (text.size() > kMaxRecordBytes - kRecordHeaderBytes)
+        return false;
+    append16(out, kRecordHeaderBytes + text.size());
+    append16(out, static_cast<size_t>(number));
+    out.append(text);
+    return true;
+}
+
+std::optional<std::string> writeRecords(const core::ProgramStore& store)
 {
     std::string out(1, static_cast<char>(kLineRecordsMark));
     for (int entry = 1; entry <= store.count(); ++entry) {
-        std::string_view line = store.textAt(entry);
-        if (line.ends_with("\r\n"))
-            line.remove_suffix(2);
-        // The number is the run of digits after leading blanks; the record's text is everything
-        // after it, so that a line typed without a blank after its number keeps all its text.
-        size_t pos = line.find_first_not_of(' ');
-        if (pos == std::string_view::npos)
+        if (!appendRecord(store.textAt(entry), out))
             return std::nullopt;
-        size_t digitsEnd = pos;
-        while (digitsEnd < line.size() && line[digitsEnd] >= '0' && line[digitsEnd] <= '9')
-            ++digitsEnd;
-        int32_t number = core::leadingNumber(line.substr(0, digitsEnd));
-        if (number < 1 || number > 0xFFFF)
-            return std::nullopt;
-        auto text = line.substr(digitsEnd);
-        append16(out, static_cast<unsigned>(4 + text.size()));
-        append16(out, static_cast<unsigned>(number));
-        out.append(text);
+    }
+    return out;
+}
+
+std::string writeText(core::ProgramStore& store)
+{
+    std::string out;
+    for (int entry = 1; entry <= store.count(); ++entry) {
+        std::string& text = store.mutableText(entry);
+        if (!text.ends_with("\r\n"))
+            text += "\r\n";
+        out += text;
     }
     return out;
 }
 
 } // namespace
 
-void UpperCaseProgramText(std::string& text)
-{
-    bool inString = false;
-    bool literal = false;
-    bool trailNext = false;
-    for (size_t i = 0; i < text.size(); ++i) {
-        auto c = static_cast<unsigned char>(text[i]);
-        if (trailNext) {
-            trailNext = false;
-            continue;
-        }
-        if (isReaderLeadByte(c)) {
-            trailNext = true;
-            continue;
-        }
-        if (c == '"') {
-            inString = !inString;
-            continue;
-        }
-        if (c == '\r') {
-            inString = false;
-            literal = false;
-            continue;
-        }
-        if (inString)
-            continue;
-        if (c == '\'') {
-            literal = true;
-            continue;
-        }
-        if (c == ':') {
-            literal = false;
-            continue;
-        }
-        if (literal)
-            continue;
-        if (c >= 'a' && c <= 'z')
-            text[i] = static_cast<char>(c - 'a' + 'A');
-        if (text[i] == 'M' && i >= 2 && text.compare(i - 2, 2, "RE") == 0)
-            literal = true;
-        if (text[i] == 'A' && i >= 3 && text.compare(i - 3, 3, "DAT") == 0)
-            literal = true;
-    }
-}
-
 ProgramFileFormat Read(std::string_view bytes, core::ProgramStore& store)
 {
-    if (bytes.size() > kMaxProgramFileBytes)
-        bytes = bytes.substr(0, kMaxProgramFileBytes);
-    if (!bytes.empty() && static_cast<unsigned char>(bytes[0]) == kLineRecordsMark) {
+    bytes = bytes.substr(0, kMaxProgramFileBytes);
+    if (!bytes.empty() && byteAt(bytes, 0) == kLineRecordsMark) {
         readRecords(bytes, store);
         return ProgramFileFormat::LineRecords;
     }
-    readText(std::string(bytes), store);
+    readText(bytes, store);
     return ProgramFileFormat::Text;
 }
 
@@ -190,14 +217,7 @@ std::optional<std::string> Write(ProgramFileFormat format, core::ProgramStore& s
 {
     if (format == ProgramFileFormat::LineRecords)
         return writeRecords(store);
-    std::string out;
-    for (int entry = 1; entry <= store.count(); ++entry) {
-        auto& text = store.mutableText(entry);
-        if (!text.ends_with("\r\n"))
-            text += "\r\n";
-        out += text;
-    }
-    return out;
+    return writeText(store);
 }
 
 } // namespace tessaly::io::ProgramFile

@@ -14,22 +14,21 @@ namespace tessaly::io {
 
 enum class ProgramFileFormat : uint8_t { Text = 0, LineRecords = 1 };
 
-// A program file is read whole up to this many bytes.
+// A program file is read whole up to this many bytes; the rest is ignored.
 inline constexpr size_t kMaxProgramFileBytes = 65535;
+// The first byte of a LineRecords file.
 inline constexpr unsigned char kLineRecordsMark = 0xFE;
 
 namespace ProgramFile {
 
-// Replaces the whole store with the program in bytes; the first byte 0xFE selects LineRecords.
+// Replaces the whole store with the program in bytes (only the first kMaxProgramFileBytes are used);
+// the first byte 0xFE selects LineRecords, anything else Text. Returns the format read.
 ProgramFileFormat Read(std::string_view bytes, core::ProgramStore& store);
 
 // The file image of the whole store. nullopt when a line cannot be written as a record (no line
-// number, or one above 65535); the caller raises "Syntax error in " then and writes nothing.
-// Writing Text gives every stored line its CR LF first.
+// number, a number above 65535, or text too long for a record); the caller raises "Syntax error in "
+// then and writes nothing. Writing Text first gives every stored line lacking it its CR LF.
 std::optional<std::string> Write(ProgramFileFormat format, core::ProgramStore& store);
-
-// The case pass of the Text reader: upper case outside strings, REM text, comments and DATA items.
-void UpperCaseProgramText(std::string& text);
 
 } // namespace ProgramFile
 

@@ -1,109 +1,150 @@
-// Shift-JIS <-> UTF-8 through glibc's iconv ("CP932"), with a fast path for plain ASCII.
+// Shift-JIS <-> UTF-8 through glibc's iconv ("CP932"), one character at a time, ASCII copied as is.
+// Which bytes are lead bytes for the interpreter's own text handling is decided by its callers.
 #include "io/shift_jis.h"
 
-#include <cerrno>
 #include <iconv.h>
 
 namespace tessaly::io {
 
 namespace {
 
-bool isAscii(std::string_view text)
-{
-    for (char c : text) {
-        if (static_cast<unsigned char>(c) >= 0x80)
-            return false;
-    }
-    return true;
-}
+constexpr std::string_view kReplacementUtf8 = "\xEF\xBF\xBD";
 
-// One iconv descriptor for the length of a conversion.
+unsigned char byteAt(std::string_view text, size_t at) { return static_cast<unsigned char>(text[at]); }
+
+bool isAscii(unsigned char b) { return b < 0x80; }
+
+// One iconv descriptor, opened on first use and closed with the object: each conversion call owns
+// its own, so concurrent callers share no state (opening costs little next to a line of text).
 class Converter {
 public:
     Converter(const char* to, const char* from)
-        : m_descriptor(iconv_open(to, from))
+        : m_to(to)
+        , m_from(from)
     {
     }
     ~Converter()
     {
-        if (valid())
+        if (m_opened && m_descriptor != kInvalid)
             iconv_close(m_descriptor);
     }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
 
-    [[nodiscard]] bool valid() const { return m_descriptor != reinterpret_cast<iconv_t>(-1); }
-
-    // Converts as much as converts; returns the number of input bytes that could not be taken.
-    size_t convert(std::string_view& input, std::string& output)
+    // Converts one whole character; false (and nothing appended) when it does not convert.
+    bool convertCharacter(std::string_view character, std::string& output)
     {
-        char buffer[256];
-        while (!input.empty()) {
-            char* in = const_cast<char*>(input.data());
-            size_t inLeft = input.size();
-            char* out = buffer;
-            size_t outLeft = sizeof buffer;
-            size_t done = iconv(m_descriptor, &in, &inLeft, &out, &outLeft);
-            output.append(buffer, static_cast<size_t>(out - buffer));
-            input.remove_prefix(input.size() - inLeft);
-            if (done != static_cast<size_t>(-1))
-                continue;
-            if (errno == E2BIG)
-                continue;
+        if (!open())
+            return false;
+        char buffer[16];
+        char* in = const_cast<char*>(character.data()); // iconv never writes through its input
+        size_t inLeft = character.size();
+        char* out = buffer;
+        size_t outLeft = sizeof buffer;
+        size_t done = iconv(m_descriptor, &in, &inLeft, &out, &outLeft);
+        if (done == static_cast<size_t>(-1) || inLeft != 0) {
             iconv(m_descriptor, nullptr, nullptr, nullptr, nullptr);
-            return inLeft;
+            return false;
         }
-        return 0;
+        output.append(buffer, static_cast<size_t>(out - buffer));
+        return true;
     }
 
 private:
-    iconv_t m_descriptor;
+    static inline const iconv_t kInvalid = reinterpret_cast<iconv_t>(-1);
+
+    bool open()
+    {
+        if (!m_opened) {
+            m_descriptor = iconv_open(m_to, m_from);
+            m_opened = true;
+        }
+        return m_descriptor != kInvalid;
+    }
+
+    const char* m_to;
+    const char* m_from;
+    bool m_opened = false;
+    iconv_t m_descriptor = kInvalid;
 };
 
-size_t utf8SequenceLength(unsigned char lead)
+bool isTrailByte(unsigned char b) { return b >= 0x40 && b <= 0xFC && b != 0x7F; }
+
+// The byte count of the Shift-JIS character at pos: 2 for a lead byte with a trail byte behind it.
+size_t shiftJisCharacterLength(std::string_view text, size_t pos)
 {
-    if (lead >= 0xF0)
-        return 4;
-    if (lead >= 0xE0)
-        return 3;
-    if (lead >= 0xC0)
+    if (IsLeadByte(byteAt(text, pos)) && pos + 1 < text.size() && isTrailByte(byteAt(text, pos + 1)))
         return 2;
     return 1;
+}
+
+// The byte count of the UTF-8 sequence at pos, and whether it is complete. A stray continuation
+// byte or an impossible lead byte is a broken sequence of one byte.
+struct Utf8Sequence {
+    size_t length;
+    bool complete;
+};
+
+size_t expectedUtf8Length(unsigned char lead)
+{
+    if (lead >= 0xC2 && lead <= 0xDF)
+        return 2;
+    if (lead >= 0xE0 && lead <= 0xEF)
+        return 3;
+    if (lead >= 0xF0 && lead <= 0xF4)
+        return 4;
+    return 0;
+}
+
+Utf8Sequence utf8SequenceAt(std::string_view text, size_t pos)
+{
+    size_t expected = expectedUtf8Length(byteAt(text, pos));
+    if (expected == 0)
+        return {1, false};
+    size_t length = 1;
+    while (length < expected && pos + length < text.size() && (byteAt(text, pos + length) & 0xC0) == 0x80)
+        ++length;
+    return {length, length == expected};
 }
 
 } // namespace
 
 std::string ShiftJisToUtf8(std::string_view sjis)
 {
-    if (isAscii(sjis))
-        return std::string(sjis);
     std::string result;
+    result.reserve(sjis.size());
     Converter converter("UTF-8", "CP932");
-    if (!converter.valid())
-        return std::string(sjis);
-    while (!sjis.empty()) {
-        if (converter.convert(sjis, result) == 0)
-            break;
-        result += "\xEF\xBF\xBD";
-        sjis.remove_prefix(1);
+    for (size_t pos = 0; pos < sjis.size();) {
+        if (isAscii(byteAt(sjis, pos))) {
+            result += sjis[pos++];
+            continue;
+        }
+        size_t length = shiftJisCharacterLength(sjis, pos);
+        if (converter.convertCharacter(sjis.substr(pos, length), result)) {
+            pos += length;
+            continue;
+        }
+        result += kReplacementUtf8;
+        // An unknown pair gives up only its lead byte when the trail byte is ASCII text.
+        pos += (length == 2 && isAscii(byteAt(sjis, pos + 1))) ? 1 : length;
     }
     return result;
 }
 
 std::string Utf8ToShiftJis(std::string_view utf8)
 {
-    if (isAscii(utf8))
-        return std::string(utf8);
     std::string result;
+    result.reserve(utf8.size());
     Converter converter("CP932", "UTF-8");
-    if (!converter.valid())
-        return std::string(utf8);
-    while (!utf8.empty()) {
-        if (converter.convert(utf8, result) == 0)
-            break;
-        result += '?';
-        size_t skip = utf8SequenceLength(static_cast<unsigned char>(utf8[0]));
-        utf8.remove_prefix(skip < utf8.size() ? skip : utf8.size());
+    for (size_t pos = 0; pos < utf8.size();) {
+        if (isAscii(byteAt(utf8, pos))) {
+            result += utf8[pos++];
+            continue;
+        }
+        Utf8Sequence sequence = utf8SequenceAt(utf8, pos);
+        if (!sequence.complete || !converter.convertCharacter(utf8.substr(pos, sequence.length), result))
+            result += '?';
+        pos += sequence.length;
     }
     return result;
 }

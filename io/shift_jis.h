@@ -1,5 +1,5 @@
 // Conversions between Shift-JIS (code page 932), the interpreter's text, and UTF-8, the text of
-// the terminal and the desktop. Never fails: what cannot be converted is replaced.
+// the terminal and the desktop. Never fails: what cannot be converted is replaced. Fonts are elsewhere.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,11 @@ namespace tessaly::io {
 // A lead byte of a double-byte character: 0x81..0x9F or 0xE0..0xFC.
 [[nodiscard]] constexpr bool IsLeadByte(uint8_t b) { return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC); }
 
-// Shift-JIS to UTF-8; a byte that does not convert becomes U+FFFD. ASCII and control bytes stay.
+// Shift-JIS to UTF-8; bytes that do not convert become U+FFFD. Bytes 0x00..0x7F (0x5C stays a
+// backslash) and half-width katakana map one to one.
 [[nodiscard]] std::string ShiftJisToUtf8(std::string_view sjis);
-// UTF-8 to Shift-JIS; a character without a Shift-JIS form becomes "?".
+// UTF-8 to Shift-JIS; a character without a Shift-JIS form, or a broken UTF-8 sequence, becomes "?".
+// ASCII stays as it is; U+00A5 (yen) and U+203E (overline) become 0x5C and 0x7E.
 [[nodiscard]] std::string Utf8ToShiftJis(std::string_view utf8);
 
 } // namespace tessaly::io

@@ -1,47 +1,56 @@
-// Shift-JIS <-> UTF-8 conversions.
+// Shift-JIS <-> UTF-8 conversions and lead bytes.
+// The interpreter's own double-byte handling is tested where it is used.
 #include <gtest/gtest.h>
+
+#include <string>
 
 #include "io/shift_jis.h"
 
 namespace tessaly::io {
 namespace {
 
+using namespace std::string_literals;
+
 struct Pair {
-    const char* sjis;
-    const char* utf8;
+    std::string from;
+    std::string to;
 };
 
 class BothWays : public ::testing::TestWithParam<Pair> {};
 
 TEST_P(BothWays, ConvertsAndComesBack)
 {
-    EXPECT_EQ(ShiftJisToUtf8(GetParam().sjis), GetParam().utf8);
-    EXPECT_EQ(Utf8ToShiftJis(GetParam().utf8), GetParam().sjis);
+    EXPECT_EQ(ShiftJisToUtf8(GetParam().from), GetParam().to);
+    EXPECT_EQ(Utf8ToShiftJis(GetParam().to), GetParam().from);
 }
 
 INSTANTIATE_TEST_SUITE_P(ShiftJis, BothWays,
-    ::testing::Values(Pair {"PRINT \"A\"\\~", "PRINT \"A\"\\~"}, Pair {"\x82\xa0\x82\xa2", "あい"},
-        Pair {"\xb1\xb2\xdf", "ｱｲﾟ"}, Pair {"\x81\x5f", "＼"}, Pair {"\x93\xfa\x96\x7b", "日本"},
-        Pair {"\x07\x0d\x1f", "\x07\x0d\x1f"}, Pair {"", ""}));
+    ::testing::Values(Pair {"PRINT \"A\"\\~", "PRINT \"A\"\\~"}, Pair {"\\\x82\xa0~", "\\あ~"}, Pair {"\x82\xa0\x82\xa2", "あい"},
+        Pair {"\xa1\xb1\xdf", "｡ｱﾟ"}, Pair {"\x81\x5f", "＼"}, Pair {"\x83\x5c\x95\x5c", "ソ表"}, Pair {"\x93\xfa\x96\x7b", "日本"},
+        Pair {"\x07\x82\xa0\x1b\r\n"s + '\0', "\x07あ\x1b\r\n"s + '\0'}, Pair {"", ""}));
 
-TEST(ShiftJis, BadBytesAndUnknownCharactersAreReplaced)
-{
-    EXPECT_EQ(ShiftJisToUtf8("A\x82"), "A\xEF\xBF\xBD");
-    EXPECT_EQ(ShiftJisToUtf8("\xFD" "B"), "\xEF\xBF\xBD" "B");
-    EXPECT_EQ(Utf8ToShiftJis("A\xF0\x9F\x98\x80" "B"), "A?B");
-    EXPECT_EQ(Utf8ToShiftJis("\xC3"), "?");
-}
+class ToUtf8Only : public ::testing::TestWithParam<Pair> {};
+
+TEST_P(ToUtf8Only, ReplacesWhatDoesNotConvert) { EXPECT_EQ(ShiftJisToUtf8(GetParam().from), GetParam().to); }
+
+INSTANTIATE_TEST_SUITE_P(ShiftJis, ToUtf8Only,
+    ::testing::Values(Pair {"A\x82", "A\uFFFD"}, Pair {"\x82\r", "\uFFFD\r"}, Pair {"\xfd" "B", "\uFFFD" "B"},
+        Pair {"\x80\xa0", "\uFFFD\uFFFD"}, Pair {"\x85" "A", "\uFFFD" "A"}, Pair {"\x85\x9f" "B", "\uFFFD" "B"}));
+
+class ToShiftJisOnly : public ::testing::TestWithParam<Pair> {};
+
+TEST_P(ToShiftJisOnly, ReplacesWhatDoesNotConvert) { EXPECT_EQ(Utf8ToShiftJis(GetParam().from), GetParam().to); }
+
+INSTANTIATE_TEST_SUITE_P(ShiftJis, ToShiftJisOnly,
+    ::testing::Values(Pair {"A\U0001F600B", "A?B"}, Pair {"é", "?"}, Pair {"\xc3", "?"}, Pair {"\xe3\x81" "A", "?A"},
+        Pair {"\x80", "?"}, Pair {"\xc0\xaf", "??"}, Pair {"\xed\xa0\x80", "?"}, Pair {"¥‾", "\\~"}));
 
 TEST(ShiftJis, LeadBytes)
 {
-    EXPECT_TRUE(IsLeadByte(0x81));
-    EXPECT_TRUE(IsLeadByte(0x9F));
-    EXPECT_TRUE(IsLeadByte(0xE0));
-    EXPECT_TRUE(IsLeadByte(0xFC));
-    EXPECT_FALSE(IsLeadByte(0xA0));
-    EXPECT_FALSE(IsLeadByte(0xDF));
-    EXPECT_FALSE(IsLeadByte(0x80));
-    EXPECT_FALSE(IsLeadByte(0xFD));
+    for (uint8_t b : {0x81, 0x88, 0x9F, 0xE0, 0xEA, 0xFC})
+        EXPECT_TRUE(IsLeadByte(b)) << int {b};
+    for (uint8_t b : {0x00, 0x40, 0x5C, 0x7F, 0x80, 0xA0, 0xA1, 0xDF, 0xFD, 0xFF})
+        EXPECT_FALSE(IsLeadByte(b)) << int {b};
 }
 
 } // namespace
