@@ -22,6 +22,7 @@
 #include "screen/colours.h"
 #include "screen/function_keys.h"
 #include "screen/keyboard.h"
+#include "screen/screen_editor.h"
 #include "screen/text_screen.h"
 
 namespace tessaly::core {
@@ -37,6 +38,18 @@ public:
     void idle();
     // Enter on a logical line of the screen (already gathered from the rows).
     void lineEntered(std::string_view text);
+    // Keys and clicks for the screen editor (Windows virtual-key codes, screen pixels).
+    void onChar(int ch) { screen::onChar(*this, ch); }
+    void onKeyDown(int key) { screen::onKeyDown(*this, key); }
+    void onKeyUp(int key) { screen::onKeyUp(*this, key); }
+    void onLeftButtonDown(int x, int y) { screen::onLeftButtonDown(*this, x, y); }
+    // Types the bytes as characters, then Enter.
+    void typeLine(std::string_view bytes)
+    {
+        for (char c : bytes)
+            onChar(static_cast<unsigned char>(c));
+        onChar(screen::vk::kEnter);
+    }
     // The BREAK command (ESC, the BREAK menu, Ctrl+C in the headless runner).
     void breakProgram();
     void continueProgram();
@@ -68,6 +81,7 @@ public:
     screen::Keyboard& keyboard() { return m_keyboard; }
     screen::Colours& colours() { return m_colours; }
     screen::FunctionKeys& functionKeys() { return m_functionKeys; }
+    screen::EditorState& editor() { return m_editor; }
     expr::VariableStore& variables() { return m_variables; }
     expr::ArrayStore& arrays() { return m_arrays; }
     expr::FunctionState& functionState() { return m_functionState; }
@@ -107,6 +121,7 @@ private:
     screen::Keyboard m_keyboard;
     screen::Colours m_colours;
     screen::FunctionKeys m_functionKeys;
+    screen::EditorState m_editor;
     expr::VariableStore m_variables;
     expr::ArrayStore m_arrays;
     expr::FunctionState m_functionState;

@@ -78,6 +78,7 @@ void resetVariables(core::Interpreter& in)
     auto& state = in.functionState();
     state.userFunctionDepth = 0;
     state.random.reset();
+    in.editor().editMode = 1;
 }
 
 } // namespace tessaly::expr

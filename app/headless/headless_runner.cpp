@@ -137,24 +137,6 @@ void driveUntilIdle(core::Interpreter& interpreter)
     }
 }
 
-// Types the text at the cursor and returns the logical line that Enter hands on: what stood before
-// the cursor on its row (the number AUTO offers) and the typed text.
-std::string typeLine(core::Interpreter& interpreter, StreamWriter& stream, std::string_view sjis)
-{
-    auto& screen = interpreter.screen();
-    std::string entered = screen.row(screen.cursorRow()).substr(0, static_cast<size_t>(screen.cursorColumn()));
-    entered += sjis;
-    // While an INPUT waits, the typed keys also go to the key buffer.
-    if (interpreter.isWaitingForInput())
-        interpreter.keyboard().keyBuffer.append(sjis).push_back('\r');
-    // The typed text stands on the screen like text typed in the editor; it is not part of the stream.
-    screen::TextListener silent;
-    screen.setListener(&silent);
-    screen.Print(sjis);
-    screen.setListener(&stream);
-    return entered;
-}
-
 void dumpScreen(core::Interpreter& interpreter)
 {
     auto& screen = interpreter.screen();
@@ -196,8 +178,8 @@ void enterInputLine(core::Interpreter& interpreter, StreamWriter& stream, const 
         stream.suppressNextRowAdvance();
     else
         stream.echo(line);
-    std::string sjis = io::Utf8ToShiftJis(line);
-    interpreter.lineEntered(typeLine(interpreter, stream, sjis));
+    // The typed keys are not part of the stream: the echo above stands for them.
+    interpreter.typeLine(io::Utf8ToShiftJis(line));
     driveUntilIdle(interpreter);
     stream.flush();
 }

@@ -28,7 +28,12 @@ TEST(RunLoop, LineEntryErrorsHaveNoLineNumberOrOk)
     Session session;
     EXPECT_EQ(session.type("10PRINT"), "10PRINT\nSyntax error \n");
     EXPECT_EQ(session.type("70000 END"), "70000 END\nOut of memory in 0\n");
-    EXPECT_EQ(session.type("10 REM " + std::string(300, 'X')).substr(308), "Line buffer overflow in 10\n");
+    // A stored line is cut at 255 characters (a typed line cannot grow that long; a merged one can).
+    session.interpreter().lineEntered("10 REM " + std::string(300, 'X'));
+    EXPECT_EQ(session.interpreter().screen().row(session.interpreter().screen().cursorRow() - 1).substr(0, 26),
+        "Line buffer overflow in 10");
+    // The cut line stays the last entry, behind the line whose number was out of range.
+    EXPECT_EQ(session.interpreter().program().textAt(2).size(), 255U);
 }
 
 TEST(RunLoop, ErrorsInAProgramShowTheirLine)

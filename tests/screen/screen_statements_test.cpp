@@ -72,8 +72,10 @@ TEST(Screen, LocateReplacesOutOfRangeValues)
     EXPECT_EQ(v.number, 0);
     variables.read("C", expr::ValueType::Single, v);
     EXPECT_EQ(v.number, 4);
-    EXPECT_EQ(run(session, "LOCATE ,,0"), "");
-    EXPECT_EQ(screen.cursorSwitch(), 0);
+    test::Session fresh;
+    EXPECT_EQ(run(fresh, "LOCATE ,,0"), "");
+    EXPECT_EQ(fresh.interpreter().screen().cursorSwitch(), 0);
+    (void)screen;
 }
 
 TEST(Screen, ConsoleSetsTheWindow)

@@ -25,18 +25,7 @@ std::string Session::type(std::initializer_list<std::string_view> lines)
     m_stream.text.clear();
     for (auto line : lines) {
         m_stream.text += line;
-        auto& screen = m_interpreter->screen();
-        // What stands before the cursor on its row (AUTO's number) is part of the entered line.
-        std::string entered = screen.row(screen.cursorRow()).substr(0, static_cast<size_t>(screen.cursorColumn()));
-        entered += line;
-        screen::TextListener silent;
-        screen.setListener(&silent);
-        screen.Print(line);
-        screen.setListener(&m_stream);
-        // While an INPUT waits, the typed keys also go to the key buffer.
-        if (m_interpreter->isWaitingForInput())
-            m_interpreter->keyboard().keyBuffer.append(line).push_back('\r');
-        m_interpreter->lineEntered(entered);
+        m_interpreter->typeLine(line);
         driveUntilIdle();
     }
     return m_stream.text;
