@@ -65,6 +65,8 @@ struct HandlerTable {
         set(Stmt::Print, expr::stmtPrint);
         set(Stmt::Lprint, expr::stmtLprint);
         set(Stmt::Write, expr::stmtWrite);
+        set(Stmt::PrintUsing, expr::stmtPrintUsing);
+        set(Stmt::LprintUsing, expr::stmtLprintUsing);
         set(Stmt::Input, expr::stmtInput);
         set(Stmt::Cls, screen::stmtCls);
         set(Stmt::Locate, screen::stmtLocate);

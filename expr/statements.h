@@ -34,6 +34,8 @@ int stmtPrint(core::Interpreter&, int begin, int end);      // expr/stmt_print.c
 int stmtLprint(core::Interpreter&, int begin, int end);
 int stmtWrite(core::Interpreter&, int begin, int end);      // expr/stmt_write.cpp
 int stmtInput(core::Interpreter&, int begin, int end);      // expr/stmt_input.cpp
+int stmtPrintUsing(core::Interpreter&, int begin, int end); // expr/stmt_print_using.cpp
+int stmtLprintUsing(core::Interpreter&, int begin, int end);
 // RANDOMIZE without a seed asks for it on the screen.
 int randomizeFromKeyboard(core::Interpreter&);
 

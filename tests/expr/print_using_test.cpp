@@ -1,0 +1,54 @@
+// PRINT USING: fields, reuse of the format, numeric and string filling, errors.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/test_host.h"
+
+namespace tessaly::expr {
+namespace {
+
+struct UsingCase {
+    const char* statement;
+    const char* shown; // the printed row, or the error message
+};
+
+class PrintUsing : public ::testing::TestWithParam<UsingCase> {};
+
+TEST_P(PrintUsing, FormatsTheItems)
+{
+    test::Session session;
+    std::string command = GetParam().statement;
+    std::string out = session.type(command);
+    out.erase(0, command.size() + 1);
+    auto end = out.find('\n');
+    EXPECT_EQ(out.substr(0, end), GetParam().shown) << command;
+}
+
+INSTANTIATE_TEST_SUITE_P(Expr, PrintUsing,
+    ::testing::Values(UsingCase {"PRINT USING \"& &\";\"ABCDE\"", "ABC"}, UsingCase {"PRINT USING \"& &\";\"A\"", "A  "},
+        UsingCase {"PRINT USING \"##\";1,2,3", " 1 2 3"}, UsingCase {"PRINT USING \"A## B## Z\";5", "A 5 B"},
+        UsingCase {"PRINT USING \"## END\";7", " 7 END"}, UsingCase {"PRINT USING \"**\";5", "Syntax error in "},
+        UsingCase {"PRINT USING \"###.##\";3.14159", "  3.14"}, UsingCase {"PRINT USING \"###.##\";0.5", "  0.50"},
+        UsingCase {"PRINT USING \"###.##\";-1.5", " -1.50"}, UsingCase {"PRINT USING \"###.##\";12345.6", "%12345.60"},
+        UsingCase {"PRINT USING \"##.##^^^^\";123.456", " 1.23E+02"},
+        UsingCase {"PRINT USING \"##.##^^^^\";0.000015", " 1.50E-05"},
+        UsingCase {"PRINT USING \".##^^^^\";0.000015", ".15E-04"}, UsingCase {"PRINT USING \"##,###\";12345", "12,345"},
+        UsingCase {"PRINT USING \"+##.#\";2.5", " +2.5"}, UsingCase {"PRINT USING \"+##.#\";-2.5", " -2.5"},
+        UsingCase {"PRINT USING \"###.#-\";-2.5", "  2.5-"}, UsingCase {"PRINT USING \"###.#-\";2.5", "  2.5 "},
+        UsingCase {"PRINT USING \"**###\";12", "***12"}, UsingCase {"PRINT USING \"\\###\";12", " \\12"},
+        UsingCase {"PRINT USING \"!\";\"XYZ\"", "X"}, UsingCase {"PRINT USING \"!\";\"\"", " "},
+        UsingCase {"PRINT USING \"@!\";\"HELLO\",\"Q\"", "HELLOQ"}, UsingCase {"PRINT USING \"_##\";5", "#5"},
+        UsingCase {"PRINT USING \"__#\";5", "_5"}, UsingCase {"PRINT USING \"##\";\"A\"", "Illegal function call in "},
+        UsingCase {"PRINT USING \"!\";5", "Illegal function call in "}, UsingCase {"PRINT USING \"##\"", "Illegal function call in "},
+        UsingCase {"PRINT USING \"ABC\";5", "Illegal function call in "},
+        UsingCase {"PRINT USING \"#.##\";0.125", "0.12"}, UsingCase {"PRINT USING \".##\";0.5", ".50"}));
+
+TEST(PrintUsingRow, SemicolonKeepsTheRow)
+{
+    test::Session session;
+    EXPECT_EQ(session.type("PRINT USING \"##\";7;:PRINT \"X\""), "PRINT USING \"##\";7;:PRINT \"X\"\n 7X\nOK\n");
+}
+
+} // namespace
+} // namespace tessaly::expr
