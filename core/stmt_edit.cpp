@@ -4,6 +4,7 @@
 
 #include "core/executor.h"
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "core/keyword_table.h"
 #include "core/run_loop.h"
 #include "core/statements.h"
@@ -12,27 +13,18 @@ namespace tessaly::core {
 
 namespace {
 
-std::string trimmed(std::string_view text)
-{
-    auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    auto last = text.find_last_not_of(' ');
-    return std::string(text.substr(first, last - first + 1));
-}
-
 // The argument text of a range (up to a colon, apostrophe or line end), split at "-".
 void rangeTexts(std::string_view argument, std::string& from, std::string& to)
 {
     argument = argument.substr(0, argument.find_first_of(":'\r\n"));
     auto dash = argument.find('-');
     if (dash == std::string_view::npos) {
-        from = trimmed(argument);
+        from = trimBlanks(argument);
         to = from;
         return;
     }
-    from = trimmed(argument.substr(0, dash));
-    to = trimmed(argument.substr(dash + 1));
+    from = trimBlanks(argument.substr(0, dash));
+    to = trimBlanks(argument.substr(dash + 1));
 }
 
 } // namespace
@@ -94,7 +86,7 @@ void autoLineEntered(Interpreter& in, std::string_view text)
     auto& screen = in.screen();
     std::string number = std::to_string(run.autoLine);
     run.autoLine += run.autoStep;
-    if (trimmed(text).size() <= number.size()) {
+    if (trimBlanks(text).size() <= number.size()) {
         // A row holding only its number ends AUTO.
         screen.NewLine();
         run.autoLine = 0;
@@ -125,7 +117,7 @@ int stmtEdit(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     run.editShown = true;
-    int number = leadingNumber(trimmed(in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin))));
+    int number = leadingNumber(trimBlanks(in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin))));
     auto& store = in.program();
     for (int line = 1; line <= store.count(); ++line) {
         if (store.numberAt(line) != number)

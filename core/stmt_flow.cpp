@@ -5,6 +5,7 @@
 #include "core/executor.h"
 #include "core/find_target.h"
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "core/keyword_table.h"
 #include "core/statements.h"
 #include "expr/evaluator.h"
@@ -12,21 +13,6 @@
 namespace tessaly::core {
 
 namespace {
-
-// The first of the words outside quotes from pos; npos when none.
-size_t findOutsideQuotes(std::string_view text, std::string_view word, size_t pos)
-{
-    bool quoted = false;
-    for (; pos < text.size(); ++pos) {
-        if (text[pos] == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (!quoted && text.compare(pos, word.size(), word) == 0)
-            return pos;
-    }
-    return std::string_view::npos;
-}
 
 } // namespace
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "core/program_walk.h"
 #include "core/statements.h"
 #include "expr/evaluator.h"
@@ -12,20 +13,6 @@
 namespace tessaly::core {
 
 namespace {
-
-size_t findWord(std::string_view text, std::string_view word, size_t from)
-{
-    bool quoted = false;
-    for (size_t pos = from; pos < text.size(); ++pos) {
-        if (text[pos] == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (!quoted && text.compare(pos, word.size(), word) == 0)
-            return pos;
-    }
-    return std::string_view::npos;
-}
 
 // The text of an entry as the NEXT search reads it: comments removed.
 std::string searchableText(Interpreter& in, int entry)
@@ -86,15 +73,15 @@ int stmtFor(Interpreter& in, int begin, int end)
     auto equals = text.find('=', static_cast<size_t>(pos));
     if (equals == std::string_view::npos)
         return in.raise(ErrorId::SyntaxError);
-    size_t toAt = findWord(text, " TO", equals);
+    size_t toAt = findOutsideQuotes(text, " TO", equals);
     size_t toLength = 3;
     if (toAt == std::string_view::npos) {
-        toAt = findWord(text, "TO", equals);
+        toAt = findOutsideQuotes(text, "TO", equals);
         toLength = 2;
     }
     if (toAt == std::string_view::npos)
         return in.raise(ErrorId::SyntaxError);
-    size_t stepAt = findWord(text, "STEP", toAt + toLength);
+    size_t stepAt = findOutsideQuotes(text, "STEP", toAt + toLength);
 
     if (target.type != expr::ValueType::Integer && target.type != expr::ValueType::Single)
         return in.raise(ErrorId::TypeMismatch);

@@ -5,6 +5,7 @@
 
 #include "core/executor.h"
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "core/keyword_table.h"
 #include "core/preparation.h"
 #include "core/run_loop.h"
@@ -15,15 +16,6 @@
 namespace tessaly::core {
 
 namespace {
-
-std::string trimmed(std::string_view text)
-{
-    auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    auto last = text.find_last_not_of(' ');
-    return std::string(text.substr(first, last - first + 1));
-}
 
 // RUN's argument as text: upper-cased, without double quotes and blanks.
 std::string plainArgument(const expr::Value& value)
@@ -62,7 +54,7 @@ int stmtRun(Interpreter& in, int begin, int end)
     std::string label;
     int lineNumber = 0;
     if (auto star = argument.find('*'); star != std::string_view::npos) {
-        label = trimmed(argument.substr(star));
+        label = trimBlanks(argument.substr(star));
     } else if (auto comma = argument.find(','); comma != std::string_view::npos &&
                argument.find('R', comma) != std::string_view::npos) {
         return runAsLoad(in, begin, end);

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
 
@@ -11,43 +12,19 @@ namespace {
 
 using core::ErrorId;
 
-bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-bool isNameChar(char c)
-{
-    return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '%' || c == '!' || c == '#' || c == '$';
-}
-
 std::string readName(const core::StatementBuffer& buffer, int& pos, int end)
 {
     while (pos < end && buffer.at(pos) == ' ')
         ++pos;
     int start = pos;
-    if (!isLetter(buffer.at(pos)))
+    if (!core::isLetter(buffer.at(pos)))
         return {};
-    while (pos < end && isNameChar(buffer.at(pos)))
+    while (pos < end && core::isNameChar(buffer.at(pos)))
         ++pos;
     std::string name(buffer.view().substr(static_cast<size_t>(start), static_cast<size_t>(pos - start)));
     for (char& c : name)
         c = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
     return name;
-}
-
-int closingParen(const core::StatementBuffer& buffer, int open, int end)
-{
-    int depth = 0;
-    bool quoted = false;
-    for (int pos = open; pos < end; ++pos) {
-        char c = buffer.at(pos);
-        if (c == '"')
-            quoted = !quoted;
-        if (quoted)
-            continue;
-        if (c == '(')
-            ++depth;
-        else if (c == ')' && --depth == 0)
-            return pos;
-    }
-    return -1;
 }
 
 } // namespace
@@ -64,9 +41,10 @@ int stmtDim(core::Interpreter& in, int begin, int end)
             ++pos;
         if (buffer.at(pos) != '(')
             return in.raise(ErrorId::SyntaxError);
-        int close = closingParen(buffer, pos, end);
-        if (close < 0)
+        auto found = core::matchingParen(buffer.view().substr(0, static_cast<size_t>(end)), static_cast<size_t>(pos));
+        if (found == std::string_view::npos)
             return in.raise(ErrorId::SyntaxError);
+        int close = static_cast<int>(found);
         std::vector<Value> values;
         TRY_BASIC(evaluateArguments(in, buffer.view().substr(static_cast<size_t>(pos + 1), static_cast<size_t>(close - pos - 1)),
             values));

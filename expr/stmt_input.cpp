@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "core/keyword_table.h"
 #include "core/run_state.h"
 #include "expr/evaluator.h"
@@ -15,15 +16,6 @@ namespace {
 using core::ErrorId;
 
 constexpr std::string_view kSeedPrompt = "Random number seed (-32768 to 32768)? ";
-
-std::string trimmed(std::string_view text)
-{
-    auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    auto last = text.find_last_not_of(' ');
-    return std::string(text.substr(first, last - first + 1));
-}
 
 int startWaiting(core::Interpreter& in)
 {
@@ -45,7 +37,7 @@ std::vector<std::string> variableList(std::string_view text)
         else if (c == ')')
             --depth;
         else if (c == ',' && depth == 0) {
-            auto name = trimmed(text.substr(start, pos - start));
+            auto name = core::trimBlanks(text.substr(start, pos - start));
             if (!name.empty())
                 names.push_back(name);
             start = pos + 1;
@@ -75,7 +67,7 @@ std::vector<std::string> splitFields(std::string_view text, size_t count)
 int assignField(core::Interpreter& in, const std::string& name, std::string field)
 {
     auto type = in.variables().typeOfName(name);
-    field = trimmed(field);
+    field = core::trimBlanks(field);
     if (type == ValueType::String) {
         if (field.empty() || field.front() != '"')
             field.insert(0, 1, '"');
@@ -98,7 +90,7 @@ int completeInput(core::Interpreter& in)
     in.keyboard().keyBuffer.clear();
     if (typed.starts_with(state.prompt))
         typed.erase(0, state.prompt.size());
-    typed = trimmed(typed);
+    typed = core::trimBlanks(typed);
     // The statement is finished: the loop must not wait for it again.
     run.statementCode = 0;
     if (state.kind == InputKind::RandomSeed) {

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
 
@@ -10,12 +11,6 @@ namespace tessaly::expr {
 namespace {
 
 using core::ErrorId;
-
-bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-bool isNameChar(char c)
-{
-    return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '%' || c == '!' || c == '#' || c == '$';
-}
 
 int storeStatus(core::Interpreter& in, StoreStatus status)
 {
@@ -39,25 +34,6 @@ int arrayStatus(core::Interpreter& in, ArrayStatus status)
     }
 }
 
-// The position of the matching ")" for the "(" at open; -1 when it is missing.
-int matchingParen(const core::StatementBuffer& buffer, int open, int end)
-{
-    int depth = 0;
-    bool quoted = false;
-    for (int pos = open; pos < end; ++pos) {
-        char c = buffer.at(pos);
-        if (c == '"')
-            quoted = !quoted;
-        if (quoted)
-            continue;
-        if (c == '(')
-            ++depth;
-        else if (c == ')' && --depth == 0)
-            return pos;
-    }
-    return -1;
-}
-
 } // namespace
 
 int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
@@ -65,10 +41,10 @@ int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
     auto& buffer = in.buffer();
     while (pos < end && buffer.at(pos) == ' ')
         ++pos;
-    if (!isLetter(buffer.at(pos)))
+    if (!core::isLetter(buffer.at(pos)))
         return in.raise(ErrorId::SyntaxError);
     int start = pos;
-    while (pos < end && isNameChar(buffer.at(pos)))
+    while (pos < end && core::isNameChar(buffer.at(pos)))
         ++pos;
     target.name.assign(buffer.view().substr(static_cast<size_t>(start), static_cast<size_t>(pos - start)));
     for (char& c : target.name)
@@ -83,9 +59,10 @@ int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
         pos = mark;
         return 0;
     }
-    int close = matchingParen(buffer, pos, end);
-    if (close < 0)
+    auto found = core::matchingParen(buffer.view().substr(0, static_cast<size_t>(end)), static_cast<size_t>(pos));
+    if (found == std::string_view::npos)
         return in.raise(ErrorId::SyntaxError);
+    int close = static_cast<int>(found);
     std::vector<Value> values;
     TRY_BASIC(evaluateArguments(in, buffer.view().substr(static_cast<size_t>(pos + 1), static_cast<size_t>(close - pos - 1)),
         values));

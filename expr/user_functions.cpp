@@ -3,23 +3,16 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/functions.h"
+#include "expr/statements.h"
 
 namespace tessaly::expr {
 
 namespace {
 
 using core::ErrorId;
-
-std::string trim(std::string_view text)
-{
-    auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    auto last = text.find_last_not_of(' ');
-    return std::string(text.substr(first, last - first + 1));
-}
 
 // The parameters written between the parentheses of a definition.
 std::vector<std::string> parameterNames(std::string_view list)
@@ -28,7 +21,7 @@ std::vector<std::string> parameterNames(std::string_view list)
     size_t start = 0;
     for (size_t pos = 0; pos <= list.size(); ++pos) {
         if (pos == list.size() || list[pos] == ',') {
-            auto name = trim(list.substr(start, pos - start));
+            auto name = core::trimBlanks(list.substr(start, pos - start));
             if (!name.empty())
                 names.push_back(name);
             start = pos + 1;
@@ -49,23 +42,19 @@ std::string saveName(const std::string& parameter)
     return bare + "_" + bare + suffix;
 }
 
+Target scalar(core::Interpreter& in, const std::string& name)
+{
+    return {name, {}, false, in.variables().typeOfName(name)};
+}
+
 int storeScalar(core::Interpreter& in, const std::string& name, const Value& value)
 {
-    auto& variables = in.variables();
-    switch (variables.store(name, variables.typeOfName(name), value)) {
-    case StoreStatus::Ok: return 0;
-    case StoreStatus::Overflow: return in.raise(ErrorId::Overflow);
-    case StoreStatus::TypeMismatch: return in.raise(ErrorId::TypeMismatch);
-    default: return in.raise(ErrorId::OutOfMemory);
-    }
+    return assignTarget(in, scalar(in, name), value);
 }
 
 int readScalar(core::Interpreter& in, const std::string& name, Value& value)
 {
-    auto& variables = in.variables();
-    if (!variables.read(name, variables.typeOfName(name), value))
-        return in.raise(ErrorId::OutOfMemory);
-    return 0;
+    return readTarget(in, scalar(in, name), value);
 }
 
 ValueType typeFromSuffix(std::string_view name)

@@ -1,0 +1,61 @@
+// Small scans over statement text that many statements share: trimming, searching outside string
+// literals, matching parentheses, the characters of a name.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessaly::core {
+
+[[nodiscard]] inline std::string trimBlanks(std::string_view text)
+{
+    auto first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    auto last = text.find_last_not_of(' ');
+    return std::string(text.substr(first, last - first + 1));
+}
+
+// The first occurrence of word at or after from outside double quotes; npos when none.
+[[nodiscard]] inline size_t findOutsideQuotes(std::string_view text, std::string_view word, size_t from)
+{
+    bool quoted = false;
+    for (size_t pos = from; pos < text.size(); ++pos) {
+        if (text[pos] == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (!quoted && text.compare(pos, word.size(), word) == 0)
+            return pos;
+    }
+    return std::string_view::npos;
+}
+
+// The ")" that closes the "(" at open, outside double quotes; npos when it is missing.
+[[nodiscard]] inline size_t matchingParen(std::string_view text, size_t open)
+{
+    int depth = 0;
+    bool quoted = false;
+    for (size_t pos = open; pos < text.size(); ++pos) {
+        char c = text[pos];
+        if (c == '"')
+            quoted = !quoted;
+        if (quoted)
+            continue;
+        if (c == '(')
+            ++depth;
+        else if (c == ')' && --depth == 0)
+            return pos;
+    }
+    return std::string_view::npos;
+}
+
+[[nodiscard]] constexpr bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
+
+// A character that continues a variable name: letters, digits, ".", "_" and the type marks.
+[[nodiscard]] constexpr bool isNameChar(char c)
+{
+    return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '%' || c == '!' || c == '#' || c == '$';
+}
+
+} // namespace tessaly::core
