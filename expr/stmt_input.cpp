@@ -74,7 +74,7 @@ int assignField(core::Interpreter& in, const std::string& name, std::string fiel
         if (field.size() < 2 || field.back() != '"')
             field += '"';
     } else if (field.empty()) {
-        field = "0";
+        field.assign(1, '0');
     }
     if (!in.buffer().assign(name + "=" + field))
         return in.raise(ErrorId::LineBufferOverflow);
