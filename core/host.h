@@ -45,6 +45,9 @@ public:
     // Bytes for the printer (LPRINT, LLIST), Shift-JIS.
     virtual void printerWrite(std::string_view bytes) { (void)bytes; }
     virtual LocalTime localTime() { return {}; }
+    // The program is about to read the keyboard (INKEY$, INPUT$): a host that feeds keys from
+    // elsewhere delivers the next one now, through Interpreter::onChar.
+    virtual void keyboardRead() {}
     // The program was changed (a line stored or deleted) or saved.
     virtual void setDocumentModified(bool modified) { (void)modified; }
 

@@ -176,6 +176,13 @@ void runLoop(Interpreter& in)
 
         if (outcome == result::kDeviceSave || outcome == result::kSerialLoad)
             return;
+        if (outcome == kFailed && run.waitingForKeys && !in.error().isPending()) {
+            // Too few keys for INPUT$: the same statement runs again at the next step.
+            run.waitingForKeys = false;
+            --run.currentIndex;
+            run.lastResult = 0;
+            return;
+        }
         if (outcome == static_cast<int>(Stmt::Cont) || outcome == static_cast<int>(Stmt::While) ||
             outcome == static_cast<int>(Stmt::Wend))
             continue;

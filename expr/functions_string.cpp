@@ -189,6 +189,7 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
         return text(std::string(static_cast<size_t>(n), c));
     }
     case Inkey: {
+        in.host().keyboardRead();
         auto& keys = in.keyboard();
         int key = keys.lastKey;
         keys.lastKey = 0;
@@ -208,13 +209,18 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
         n = rounded(n);
         if (n < 1 || n > 255)
             return illegal();
-        auto& keys = in.keyboard().keyBuffer;
+        auto& keyboard = in.keyboard();
         auto count = static_cast<size_t>(n);
-        // Waiting for keys arrives with the keyboard; until then only typed-ahead keys are read.
-        if (keys.size() < count)
-            return in.raise(ErrorId::IllegalOperationKeyboard);
-        std::string taken = keys.substr(0, count);
-        keys.erase(0, count);
+        // Keys typed while the program runs are collected until there are enough.
+        keyboard.keyCapture = 1;
+        in.host().keyboardRead();
+        if (keyboard.keyBuffer.size() < count) {
+            in.run().waitingForKeys = true;
+            return core::kFailed;
+        }
+        keyboard.keyCapture = 0;
+        std::string taken = keyboard.keyBuffer.substr(0, count);
+        keyboard.keyBuffer.erase(0, count);
         return text(taken);
     }
     case Date: {

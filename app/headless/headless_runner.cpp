@@ -42,7 +42,10 @@ constexpr const char* kUsage =
     "line feed each time the cursor moves on to a following row. Cursor positioning is not shown.\n"
     "Standard input also answers INPUT, LINE INPUT and RANDOMIZE: when a program waits for a line,\n"
     "the next line of standard input is typed followed by Enter (in FILE mode too). At the end of\n"
-    "the input a waiting INPUT ends the run as BREAK would. Text is UTF-8 both ways.\n"
+    "the input a waiting INPUT ends the run as BREAK would. When a program reads keys (INKEY$,\n"
+    "INPUT$), the next bytes of standard input arrive one key at a time, each when the program next\n"
+    "reads the keyboard (a line end is Enter); at the end of the input INKEY$ returns the empty\n"
+    "string and a waiting INPUT$ ends the run as BREAK would. Text is UTF-8 both ways.\n"
     "When standard input is not a terminal, what is read from it is echoed as typed: a direct\n"
     "command before its output, an answer after its prompt.\n"
     "Ctrl+C performs BREAK.\n"
@@ -78,6 +81,21 @@ bool parseOptions(int argc, char** argv, Options& options)
 
 class HeadlessHost final : public core::Host {
 public:
+    void attach(core::Interpreter* interpreter) { m_interpreter = interpreter; }
+    [[nodiscard]] bool inputExhausted() const { return m_exhausted; }
+
+    // Keys for INKEY$ and INPUT$ come from standard input, one byte each time the program reads.
+    void keyboardRead() override
+    {
+        if (m_interpreter == nullptr)
+            return;
+        if (m_pending.empty() && !fetchCharacter())
+            return;
+        int key = static_cast<unsigned char>(m_pending.front());
+        m_pending.erase(0, 1);
+        m_interpreter->onChar(key);
+    }
+
     core::LocalTime localTime() override
     {
         std::time_t now = std::time(nullptr);
@@ -85,6 +103,38 @@ public:
         localtime_r(&now, &local);
         return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
     }
+
+private:
+    // The next character of standard input as Shift-JIS bytes; a line end is the Enter key.
+    bool fetchCharacter()
+    {
+        int first = std::cin.get();
+        if (first == EOF) {
+            m_exhausted = true;
+            return false;
+        }
+        if (first == '\r')
+            return fetchCharacter();
+        if (first == '\n') {
+            m_pending = "\r";
+            return true;
+        }
+        std::string utf8(1, static_cast<char>(first));
+        auto lead = static_cast<unsigned char>(first);
+        int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
+        for (int k = 0; k < more; ++k) {
+            int next = std::cin.get();
+            if (next == EOF)
+                break;
+            utf8 += static_cast<char>(next);
+        }
+        m_pending = io::Utf8ToShiftJis(utf8);
+        return !m_pending.empty();
+    }
+
+    core::Interpreter* m_interpreter = nullptr;
+    std::string m_pending;
+    bool m_exhausted = false;
 };
 
 // The text screen's stream, as UTF-8 on standard output.
@@ -125,9 +175,12 @@ private:
     bool m_suppressRowAdvance = false;
 };
 
-void driveUntilIdle(core::Interpreter& interpreter)
+void driveUntilIdle(core::Interpreter& interpreter, const HeadlessHost& host)
 {
     while (interpreter.isRunning()) {
+        // INPUT$ waiting for keys that standard input will never bring ends as BREAK would.
+        if (host.inputExhausted() && interpreter.keyboard().keyCapture != 0)
+            g_interruptRequested = 1;
         if (g_interruptRequested) {
             g_interruptRequested = 0;
             interpreter.breakProgram();
@@ -172,7 +225,8 @@ bool readInputLine(std::string& line)
 }
 
 // Types a line of standard input and Enter, then runs until the interpreter is idle again.
-void enterInputLine(core::Interpreter& interpreter, StreamWriter& stream, const std::string& line, bool terminal)
+void enterInputLine(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream,
+    const std::string& line, bool terminal)
 {
     if (terminal)
         stream.suppressNextRowAdvance();
@@ -180,26 +234,26 @@ void enterInputLine(core::Interpreter& interpreter, StreamWriter& stream, const 
         stream.echo(line);
     // The typed keys are not part of the stream: the echo above stands for them.
     interpreter.typeLine(io::Utf8ToShiftJis(line));
-    driveUntilIdle(interpreter);
+    driveUntilIdle(interpreter, host);
     stream.flush();
 }
 
 // While a program waits for a line, standard input answers it; at its end the run is broken off.
-void answerInput(core::Interpreter& interpreter, StreamWriter& stream, bool terminal)
+void answerInput(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream, bool terminal)
 {
     std::string line;
     while (interpreter.isWaitingForInput()) {
         stream.flush();
         if (!readInputLine(line)) {
             interpreter.breakProgram();
-            driveUntilIdle(interpreter);
+            driveUntilIdle(interpreter, host);
             return;
         }
-        enterInputLine(interpreter, stream, line, terminal);
+        enterInputLine(interpreter, host, stream, line, terminal);
     }
 }
 
-int runFile(core::Interpreter& interpreter, StreamWriter& stream, const char* path)
+int runFile(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream, const char* path)
 {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
@@ -213,20 +267,20 @@ int runFile(core::Interpreter& interpreter, StreamWriter& stream, const char* pa
     }
     io::ProgramFile::Read(bytes, interpreter.program());
     interpreter.runProgram();
-    driveUntilIdle(interpreter);
-    answerInput(interpreter, stream, isatty(STDIN_FILENO) != 0);
+    driveUntilIdle(interpreter, host);
+    answerInput(interpreter, host, stream, isatty(STDIN_FILENO) != 0);
     return 0;
 }
 
-void runInput(core::Interpreter& interpreter, StreamWriter& stream)
+void runInput(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream)
 {
     bool terminal = isatty(STDIN_FILENO) != 0;
     std::string line;
     while (readInputLine(line))
-        enterInputLine(interpreter, stream, line, terminal);
+        enterInputLine(interpreter, host, stream, line, terminal);
     if (interpreter.isWaitingForInput()) {
         interpreter.breakProgram();
-        driveUntilIdle(interpreter);
+        driveUntilIdle(interpreter, host);
     }
 }
 
@@ -250,14 +304,15 @@ int runHeadless(int argc, char** argv)
 
     HeadlessHost host;
     core::Interpreter interpreter(host);
+    host.attach(&interpreter);
     StreamWriter stream(!options.screenDump);
     interpreter.screen().setListener(&stream);
 
     if (options.file != nullptr) {
-        if (int status = runFile(interpreter, stream, options.file); status != 0)
+        if (int status = runFile(interpreter, host, stream, options.file); status != 0)
             return status;
     } else {
-        runInput(interpreter, stream);
+        runInput(interpreter, host, stream);
     }
     interpreter.screen().setListener(nullptr);
     if (options.screenDump)

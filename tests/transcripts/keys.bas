@@ -1,0 +1,5 @@
+10 A$=INPUT$(3)
+20 PRINT "got ";A$
+30 K$=INKEY$:IF K$="" THEN 30
+40 PRINT "key ";K$;ASC(K$)
+50 B$=INPUT$(2)
