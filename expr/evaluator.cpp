@@ -37,11 +37,13 @@ bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
 class Parser {
 public:
     // scope: the text searched for the words that keep a leading minus from wrapping its term.
-    Parser(core::Interpreter& in, std::string_view text, size_t begin, size_t end, std::string_view scope)
+    Parser(core::Interpreter& in, std::string_view text, size_t begin, size_t end, std::string_view scope,
+        Quotes quotes = Quotes::Plain)
         : m_in(in)
         , m_text(text.substr(0, end))
         , m_pos(begin)
         , m_scope(scope)
+        , m_quotes(quotes)
     {
     }
 
@@ -72,6 +74,7 @@ private:
     std::string_view m_text;
     size_t m_pos;
     std::string_view m_scope;
+    Quotes m_quotes;
     int m_depth = 0;
 };
 
@@ -402,11 +405,24 @@ int Parser::parseHexOrOctal(Value& value)
 
 int Parser::parseString(Value& value)
 {
-    size_t close = m_text.find('"', m_pos + 1);
-    if (close == std::string_view::npos)
-        return m_in.raise(ErrorId::IllegalFunctionCall);
-    value = Value::makeString(std::string(m_text.substr(m_pos + 1, close - m_pos - 1)));
-    m_pos = close + 1;
+    std::string text;
+    size_t from = m_pos + 1;
+    for (;;) {
+        size_t close = m_text.find('"', from);
+        if (close == std::string_view::npos)
+            return m_in.raise(ErrorId::IllegalFunctionCall);
+        text.append(m_text.substr(from, close - from));
+        bool doubled = m_quotes == Quotes::DoubledIsQuote && close + 1 < m_text.size() && m_text[close + 1] == '"';
+        if (!doubled) {
+            m_pos = close + 1;
+            break;
+        }
+        text += '"';
+        from = close + 2;
+    }
+    if (text.size() > kMaxStringLength)
+        return m_in.raise(ErrorId::OutOfMemory);
+    value = Value::makeString(std::move(text));
     return 0;
 }
 
@@ -542,9 +558,9 @@ int evaluateExpression(core::Interpreter& in, int begin, int end, Value& result)
     return parser.parseTop(result);
 }
 
-int evaluateText(core::Interpreter& in, std::string_view text, Value& result)
+int evaluateText(core::Interpreter& in, std::string_view text, Value& result, Quotes quotes)
 {
-    Parser parser(in, text, 0, text.size(), text);
+    Parser parser(in, text, 0, text.size(), text, quotes);
     return parser.parseTop(result);
 }
 

@@ -19,8 +19,11 @@ inline constexpr int kMaxGroupDepth = 63;
 // An expression with nothing in it gives a value with `empty` set.
 int evaluateExpression(core::Interpreter& interpreter, int begin, int end, Value& result);
 
+enum class Quotes : uint8_t { Plain, DoubledIsQuote };
+
 // Evaluates a text that is not in the statement buffer (an argument list element, a definition).
-int evaluateText(core::Interpreter& interpreter, std::string_view text, Value& result);
+// With DoubledIsQuote (PRINT and WRITE items) "" inside a string literal stands for one ".
+int evaluateText(core::Interpreter& interpreter, std::string_view text, Value& result, Quotes quotes = Quotes::Plain);
 
 // The condition of IF or WHILE: comparisons are made on whole sides and exactly, then the logical
 // operators combine -1 and 0. Sets truth; returns 0, or kFailed after raising.

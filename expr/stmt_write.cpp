@@ -38,7 +38,7 @@ int stmtWrite(core::Interpreter& in, int begin, int end)
     for (const auto& item : items) {
         if (item.text.find_first_not_of(' ') != std::string::npos) {
             Value value;
-            TRY_BASIC(evaluateText(in, item.text, value));
+            TRY_BASIC(evaluateText(in, item.text, value, Quotes::DoubledIsQuote));
             if (value.isString())
                 line += "\"" + value.text + "\"";
             else if (!value.empty)

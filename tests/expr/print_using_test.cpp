@@ -44,6 +44,13 @@ INSTANTIATE_TEST_SUITE_P(Expr, PrintUsing,
         UsingCase {"PRINT USING \"ABC\";5", "Illegal function call in "},
         UsingCase {"PRINT USING \"#.##\";0.125", "0.12"}, UsingCase {"PRINT USING \".##\";0.5", ".50"}));
 
+TEST(PrintRow, DoubledQuotesStandForOneQuote)
+{
+    test::Session session;
+    EXPECT_EQ(session.type("PRINT \"A\"\"B\";\"C\""), "PRINT \"A\"\"B\";\"C\"\nA\"BC\nOK\n");
+    EXPECT_EQ(session.type("PRINT \"X\",\"Y\""), "PRINT \"X\",\"Y\"\nX             Y\nOK\n");
+}
+
 TEST(PrintUsingRow, SemicolonKeepsTheRow)
 {
     test::Session session;
