@@ -78,6 +78,7 @@ void typeCharacter(core::Interpreter& in, int ch)
         text.insert(at, 1, byte);
     }
     screen.setRow(row, text);
+    screen.redrawRow(row);
     // A double-byte character is drawn once its second byte has come.
     if (editor.pendingLeadByte != 0)
         editor.pendingLeadByte = 0;
@@ -110,6 +111,7 @@ void backspace(TextScreen& screen)
     if (static_cast<size_t>(column) < text.size())
         text.erase(static_cast<size_t>(column), 1);
     screen.setRow(row, text);
+    screen.redrawRow(row);
     screen.setCursor(column, row);
 }
 
@@ -144,6 +146,7 @@ void deleteAtCursor(TextScreen& screen)
         text += ' ';
     }
     screen.setRow(row, text);
+    screen.redrawRow(row);
 }
 
 void padTo(TextScreen& screen, int row, size_t width)

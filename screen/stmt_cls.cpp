@@ -15,11 +15,12 @@ void clearScreen(core::Interpreter& in, int n)
         screen.setCursor(0, 0);
         screen.saveCursor();
     }
-    // Clearing the graphics page belongs to the graphics screen; the cursor goes home all the same.
     if (n == 2)
         screen.setCursor(0, 0);
-    if (n >= 2 && n <= 3)
+    if (n >= 2 && n <= 3) {
         colours.backgroundInEffect = colours.backgroundColour;
+        screen.clearGraphics();
+    }
 }
 
 int stmtCls(core::Interpreter& in, int begin, int end)

@@ -228,10 +228,21 @@ void TextScreen::WriteRow(std::string_view text, LineLink link)
     m_highestRow = std::max(m_highestRow, m_cursorRow);
 }
 
+void TextScreen::redrawRow(int r)
+{
+    if (r < 0 || r >= kRows)
+        return;
+    std::string text = m_rows[static_cast<size_t>(r)].substr(0, kColumns);
+    text.resize(kColumns, ' ');
+    m_plane->drawText(0, r, text);
+    m_plane->presentRows(r, r);
+}
+
 void TextScreen::ClearRows()
 {
     for (int r = m_scrollTop; r < m_scrollBottom; ++r)
         m_rows[static_cast<size_t>(r)].clear();
+    m_plane->clearRows(m_scrollTop, std::max(m_scrollTop, m_scrollBottom - 1));
     m_cursorColumn = 0;
     // The caller places the cursor; until then it stands at the top of the screen.
     m_cursorRow = 0;

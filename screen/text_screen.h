@@ -35,6 +35,8 @@ public:
     // Composes and shows rows first..last (inclusive).
     virtual void presentRows(int first, int last) { (void)first, (void)last; }
     virtual void drawFunctionKeyLine() {}
+    // Fills the graphics pages with the background colour (CLS 2 and 3).
+    virtual void clearGraphics() {}
 };
 
 // What leaves the text screen as a stream: the headless runner turns it into standard output.
@@ -67,6 +69,10 @@ public:
     void PrintLineAt(int column, int row, std::string_view text);
     // Replaces the cursor row with text (at most 81 bytes) and its link, as a listing writes it.
     void WriteRow(std::string_view text, LineLink link);
+    // Draws row r again from its text (after an edit) and shows it.
+    void redrawRow(int r);
+    // CLS 2 and 3: the graphics pages are cleared.
+    void clearGraphics() { m_plane->clearGraphics(); }
     // Empties the window's rows; cursorColumn 0, cursorRow -1, highestRow -1.
     void ClearRows();
 

@@ -8,10 +8,14 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <memory>
+#include <optional>
 #include <string>
 #include <unistd.h>
 
+#include "app/headless/png_writer.h"
 #include "core/interpreter.h"
+#include "screen/renderer.h"
 #include "io/program_file.h"
 #include "io/shift_jis.h"
 
@@ -25,7 +29,7 @@ volatile std::sig_atomic_t g_interruptRequested = 0;
 void onInterrupt(int) { g_interruptRequested = 1; }
 
 constexpr const char* kUsage =
-    "Usage: tessaly --headless [--screen] [FILE]\n"
+    "Usage: tessaly --headless [--screen] [--screenshot PNG] [FILE]\n"
     "\n"
     "Runs a BASIC program without a window.\n"
     "\n"
@@ -36,6 +40,9 @@ constexpr const char* kUsage =
     "            next line is read. The process exits at the end of the input.\n"
     "  --screen  instead of the stream, print at exit the final 25 text rows, trailing blanks\n"
     "            removed, without the empty rows after the last non-empty one.\n"
+    "  --screenshot PNG\n"
+    "            write the 640 x 400 screen as it stands when the run ends to the PNG file\n"
+    "            (the screen font comes from the Debian package unifont).\n"
     "\n"
     "Standard output receives every text written to the text screen (program output, OK,\n"
     "BREAK, OK, error messages, listings, prompts), converted from Shift-JIS to UTF-8, with a\n"
@@ -57,6 +64,7 @@ struct Options {
     bool screenDump = false;
     bool help = false;
     const char* file = nullptr;
+    const char* screenshot = nullptr;
 };
 
 bool parseOptions(int argc, char** argv, Options& options)
@@ -67,6 +75,8 @@ bool parseOptions(int argc, char** argv, Options& options)
             continue;
         if (arg == "--screen")
             options.screenDump = true;
+        else if (arg == "--screenshot" && i + 1 < argc)
+            options.screenshot = argv[++i];
         else if (arg == "--help" || arg == "-h")
             options.help = true;
         else if (arg.starts_with("-") && arg != "-")
@@ -305,6 +315,19 @@ int runHeadless(int argc, char** argv)
     HeadlessHost host;
     core::Interpreter interpreter(host);
     host.attach(&interpreter);
+    // The screen is drawn only when a screenshot is asked for.
+    std::optional<screen::Font> font;
+    std::unique_ptr<screen::Renderer> renderer;
+    if (options.screenshot != nullptr) {
+        std::string error;
+        font = screen::Font::load(screen::kUnifontJapanesePath, error);
+        if (!font) {
+            std::fprintf(stderr, "tessaly: %s\n", error.c_str());
+            return 2;
+        }
+        renderer = std::make_unique<screen::Renderer>(*font, interpreter.colours(), interpreter.functionKeys());
+        interpreter.screen().setPlane(renderer.get());
+    }
     StreamWriter stream(!options.screenDump);
     interpreter.screen().setListener(&stream);
 
@@ -317,6 +340,14 @@ int runHeadless(int argc, char** argv)
     interpreter.screen().setListener(nullptr);
     if (options.screenDump)
         dumpScreen(interpreter);
+    if (renderer) {
+        std::string error;
+        if (!writePng(renderer->composite(), options.screenshot, error)) {
+            std::fprintf(stderr, "tessaly: %s\n", error.c_str());
+            return 2;
+        }
+        interpreter.screen().setPlane(nullptr);
+    }
     stream.flush();
     return exitStatusOf(interpreter);
 }

@@ -1,0 +1,124 @@
+// Composition of the screen from its planes, and the text plane's drawing.
+#include "screen/renderer.h"
+
+#include <algorithm>
+
+#include "io/shift_jis.h"
+
+namespace tessaly::screen {
+
+namespace {
+
+constexpr Pixel kWhite = 0xFFFFFF;
+constexpr Pixel kBlack = 0x000000;
+constexpr int kKeyBoxWidth = 48;
+constexpr int kKeyStride = 64;
+constexpr int kKeyLeft = 5;
+
+Rect rowBand(int first, int last)
+{
+    first = std::clamp(first, 0, kRows - 1);
+    last = std::clamp(last, first, kRows - 1);
+    return {0, first * kCellHeight, kScreenWidth, (last + 1) * kCellHeight};
+}
+
+} // namespace
+
+Renderer::Renderer(const Font& font, const Colours& colours, const FunctionKeys& keys)
+    : m_font(font)
+    , m_colours(colours)
+    , m_keys(keys)
+{
+    setUp();
+}
+
+Pixel Renderer::background() const
+{
+    return m_colours.palette[static_cast<size_t>(std::clamp(m_colours.backgroundInEffect, 0, 15))];
+}
+
+void Renderer::setUp()
+{
+    Pixel fill = background();
+    m_composite.fill(m_composite.bounds(), fill);
+    m_text.fill(m_text.bounds(), fill);
+    for (auto& page : m_pages)
+        page.fill(page.bounds(), fill);
+    drawFunctionKeyLine();
+}
+
+void Renderer::drawText(int column, int row, std::string_view bytes)
+{
+    if (row < 0 || row >= kRows)
+        return;
+    // A 0xA0 that does not follow a lead byte is drawn as a blank.
+    std::string text(bytes);
+    for (size_t k = 0; k < text.size(); ++k) {
+        auto byte = static_cast<uint8_t>(text[k]);
+        if (io::IsLeadByte(byte)) {
+            ++k;
+            continue;
+        }
+        if (byte == 0xA0)
+            text[k] = ' ';
+    }
+    int x = column * kCellWidth;
+    int y = row * kCellHeight;
+    m_text.fill({x, y, x + static_cast<int>(text.size()) * kCellWidth, y + kCellHeight}, background());
+    Pixel colour = kDigitalColours[static_cast<size_t>(std::clamp(m_colours.textColour, 0, 7))];
+    m_font.drawText(m_text, x, y, text, colour);
+}
+
+void Renderer::scrollUp(int top, int bottom)
+{
+    Rect band = rowBand(top, bottom - 1);
+    m_text.copyFrom(m_text, {0, band.top + kCellHeight, kScreenWidth, band.bottom}, 0, band.top);
+    m_text.fill({0, band.bottom - kCellHeight, kScreenWidth, band.bottom}, background());
+    composeBand(top, bottom - 1);
+}
+
+void Renderer::clearRows(int first, int last)
+{
+    m_text.fill(rowBand(first, last), background());
+    composeBand(first, last);
+}
+
+void Renderer::presentRows(int first, int last)
+{
+    composeBand(first, last);
+}
+
+void Renderer::composeBand(int first, int last)
+{
+    Rect band = rowBand(first, last);
+    bool shown = m_settings.graphicsSwitch == 0;
+    if (shown && m_settings.displayPageValue == 1)
+        m_composite.copyFrom(m_pages[0], band, band.left, band.top);
+    else if (shown && m_settings.displayPageValue == 17)
+        m_composite.copyFrom(m_pages[1], band, band.left, band.top);
+    else
+        m_composite.fill(band, background());
+    m_composite.copyKeyed(m_text, band, band.left, band.top, background());
+    drawFunctionKeyLine();
+}
+
+void Renderer::clearGraphics()
+{
+    for (auto& page : m_pages)
+        page.fill(page.bounds(), background());
+    composeBand(0, kRows - 1);
+}
+
+void Renderer::drawFunctionKeyLine()
+{
+    if (!m_keys.lineShown)
+        return;
+    int y = kFunctionKeyRow * kCellHeight;
+    for (size_t k = 0; k < m_keys.texts.size(); ++k) {
+        int x = kKeyLeft + kKeyStride * static_cast<int>(k);
+        m_composite.fill({x, y, x + kKeyBoxWidth, y + kCellHeight}, kWhite);
+        m_font.drawText(m_composite, x, y, m_keys.texts[k], kBlack);
+    }
+}
+
+} // namespace tessaly::screen

@@ -1,0 +1,61 @@
+// The planes behind the screen (composite, text plane, two graphics pages) and their composition:
+// the page on display, then the text plane with the background colour seen through, then the
+// function-key line. The text screen draws through it as its TextPlane.
+#pragma once
+
+#include <array>
+
+#include "screen/colours.h"
+#include "screen/font.h"
+#include "screen/function_keys.h"
+#include "screen/raster.h"
+#include "screen/text_screen.h"
+
+namespace tessaly::screen {
+
+inline constexpr int kCellWidth = 8;
+inline constexpr int kCellHeight = 16;
+
+// Which graphics page is drawn on and which is shown.
+struct PageSettings {
+    int graphicsSwitch = 0;   // 0 shown, 2 hidden
+    int activePage = 0;
+    int displayPageValue = 1; // 0 none, 1 page 0, 17 page 1
+};
+
+class Renderer final : public TextPlane {
+public:
+    Renderer(const Font& font, const Colours& colours, const FunctionKeys& keys);
+
+    // TextPlane
+    void drawText(int column, int row, std::string_view bytes) override;
+    void scrollUp(int top, int bottom) override;
+    void clearRows(int first, int last) override;
+    void presentRows(int first, int last) override;
+    void drawFunctionKeyLine() override;
+
+    // Rebuilds the composite band of text rows first..last.
+    void composeBand(int first, int last);
+    // Fills both graphics pages with the background colour in effect.
+    void clearGraphics() override;
+    // Fills every plane with the background colour and draws the function-key line.
+    void setUp();
+
+    [[nodiscard]] const Plane& composite() const { return m_composite; }
+    [[nodiscard]] const Plane& textPlane() const { return m_text; }
+    Plane& page(int k) { return m_pages[static_cast<size_t>(k & 1)]; }
+    PageSettings& pages() { return m_settings; }
+
+private:
+    [[nodiscard]] Pixel background() const;
+
+    const Font& m_font;
+    const Colours& m_colours;
+    const FunctionKeys& m_keys;
+    PageSettings m_settings;
+    Plane m_composite;
+    Plane m_text;
+    std::array<Plane, 2> m_pages;
+};
+
+} // namespace tessaly::screen

@@ -1,0 +1,80 @@
+// Composition of the screen: text in its colour over the page on display, the background colour
+// seeing through, graphics hidden, the function-key line.
+#include <gtest/gtest.h>
+
+#include "core/interpreter.h"
+#include "screen/renderer.h"
+#include "support/test_host.h"
+
+namespace tessaly::screen {
+namespace {
+
+// One glyph: "A" fills its whole cell; every other character has no glyph.
+constexpr const char* kHex = "0041:FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\n";
+
+struct Fixture {
+    Font font = Font::parse(kHex);
+    test::Session session;
+    Renderer renderer {font, session.interpreter().colours(), session.interpreter().functionKeys()};
+    Fixture() { session.interpreter().screen().setPlane(&renderer); }
+    ~Fixture() { session.interpreter().screen().setPlane(nullptr); }
+};
+
+TEST(Renderer, TextIsDrawnInItsColourOverThePage)
+{
+    Fixture f;
+    f.renderer.page(0).fill({0, 0, 640, 400}, 0x00FF00);
+    f.session.type("COLOR 2:PRINT \"A\"");
+    const auto& composite = f.renderer.composite();
+    // The PRINT row is row 1 (row 0 holds the typed command); its first cell is red.
+    EXPECT_EQ(composite.pixel(3, 16 + 5), 0xFF0000U);
+    // A cell without a glyph shows the page through the background colour of the text plane.
+    EXPECT_EQ(composite.pixel(8 * 10, 16 + 5), 0x00FF00U);
+}
+
+TEST(Renderer, GraphicsHiddenOrNoPageShown)
+{
+    Fixture f;
+    f.renderer.page(0).fill({0, 0, 640, 400}, 0x0000FF);
+    f.renderer.pages().graphicsSwitch = 2;
+    f.renderer.composeBand(0, 23);
+    EXPECT_EQ(f.renderer.composite().pixel(300, 100), 0U);
+    f.renderer.pages() = {};
+    f.renderer.pages().displayPageValue = 17;
+    f.renderer.page(1).fill({0, 0, 640, 400}, 0xFFFF00);
+    f.renderer.composeBand(0, 23);
+    EXPECT_EQ(f.renderer.composite().pixel(300, 100), 0xFFFF00U);
+}
+
+TEST(Renderer, FunctionKeyLineBoxes)
+{
+    Fixture f;
+    const auto& composite = f.renderer.composite();
+    EXPECT_EQ(composite.pixel(5, 384), 0xFFFFFFU);
+    EXPECT_EQ(composite.pixel(52, 399), 0xFFFFFFU);
+    EXPECT_EQ(composite.pixel(53, 390), 0U);
+    EXPECT_EQ(composite.pixel(69, 390), 0xFFFFFFU);
+}
+
+TEST(Renderer, ScrollingMovesThePixelsOfTheWindow)
+{
+    Fixture f;
+    auto& in = f.session.interpreter();
+    in.screen().setCursor(0, 23);
+    in.screen().Print("A");
+    in.screen().NewLine();
+    EXPECT_EQ(f.renderer.textPlane().pixel(2, 16 * 22 + 3), 0xFFFFFFU);
+    EXPECT_EQ(f.renderer.textPlane().pixel(2, 16 * 23 + 3), 0U);
+}
+
+TEST(Renderer, ClsClearsTheTextPlane)
+{
+    Fixture f;
+    f.session.type("PRINT \"AAA\"");
+    EXPECT_EQ(f.renderer.textPlane().pixel(3, 16 + 3), 0xFFFFFFU);
+    f.session.type("CLS");
+    EXPECT_EQ(f.renderer.textPlane().pixel(3, 16 + 3), 0U);
+}
+
+} // namespace
+} // namespace tessaly::screen
