@@ -228,6 +228,21 @@ void TextScreen::WriteRow(std::string_view text, LineLink link)
     m_highestRow = std::max(m_highestRow, m_cursorRow);
 }
 
+TextScreen::Caret TextScreen::ShowCursor(bool insertMode)
+{
+    if (m_cursorColumn < 0)
+        m_cursorColumn = -m_cursorColumn;
+    m_cursorRow = std::max(m_cursorRow, 0);
+    m_cursorColumn = std::min(m_cursorColumn, kColumns - 1);
+    if (m_cursorRow > 23)
+        m_cursorRow = kRows - 1;
+    m_highestRow = std::max(m_highestRow, m_cursorRow);
+    int height = static_cast<int>(16 * 0.8 + 0.5);
+    if (insertMode)
+        height = static_cast<int>(height * 0.75);
+    return {8 * m_cursorColumn, 16 * m_cursorRow, 8, height, m_cursorSwitch != 0};
+}
+
 void TextScreen::redrawRow(int r)
 {
     if (r < 0 || r >= kRows)

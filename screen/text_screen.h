@@ -69,6 +69,13 @@ public:
     void PrintLineAt(int column, int row, std::string_view text);
     // Replaces the cursor row with text (at most 81 bytes) and its link, as a listing writes it.
     void WriteRow(std::string_view text, LineLink link);
+    // Where the caret stands: the cursor brought back onto the screen, 8 pixels wide, 13 high in
+    // overwrite mode and 9 in insert mode; shown only while the cursor switch is on.
+    struct Caret {
+        int x, y, width, height;
+        bool visible;
+    };
+    Caret ShowCursor(bool insertMode);
     // Draws row r again from its text (after an edit) and shows it.
     void redrawRow(int r);
     // CLS 2 and 3: the graphics pages are cleared.

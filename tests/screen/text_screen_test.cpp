@@ -157,6 +157,22 @@ TEST(TextScreen, CursorNeverLeavesTheScreen)
     EXPECT_LE(screen.cursorRow(), 24);
 }
 
+TEST(TextScreen, CaretFollowsTheCursorAndTheEditMode)
+{
+    TextScreen screen;
+    screen.setCursor(80, 5);
+    auto caret = screen.ShowCursor(false);
+    EXPECT_EQ(caret.x, 8 * 79);
+    EXPECT_EQ(caret.y, 16 * 5);
+    EXPECT_EQ(caret.width, 8);
+    EXPECT_EQ(caret.height, 13);
+    EXPECT_TRUE(caret.visible);
+    EXPECT_EQ(screen.cursorColumn(), 79);
+    EXPECT_EQ(screen.ShowCursor(true).height, 9);
+    screen.setCursorSwitch(0);
+    EXPECT_FALSE(screen.ShowCursor(false).visible);
+}
+
 TEST(TextScreen, FormFeedClearsTheWindowAndGoesHome)
 {
     TextScreen screen;
