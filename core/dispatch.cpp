@@ -69,6 +69,12 @@ struct HandlerTable {
         set(Stmt::LprintUsing, expr::stmtLprintUsing);
         set(Stmt::Input, expr::stmtInput);
         set(Stmt::Cls, screen::stmtCls);
+        set(Stmt::Screen, screen::stmtScreen);
+        set(Stmt::View, screen::stmtView);
+        set(Stmt::Window, screen::stmtWindow);
+        set(Stmt::Pset, screen::stmtPset);
+        set(Stmt::Preset, screen::stmtPreset);
+        set(Stmt::Point, screen::stmtPoint);
         set(Stmt::Locate, screen::stmtLocate);
         set(Stmt::Color, screen::stmtColor);
         set(Stmt::Console, screen::stmtConsole);

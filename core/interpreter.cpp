@@ -9,6 +9,7 @@
 #include "core/preparation.h"
 #include "core/run_loop.h"
 #include "core/statements.h"
+#include "screen/renderer.h"
 
 namespace tessaly::core {
 
@@ -83,6 +84,12 @@ int Interpreter::raiseUserError(int code)
 {
     auto info = errorInfo(ErrorId::UserError);
     return raiseWithText(static_cast<int16_t>(code), info.text, m_run.currentIndex);
+}
+
+void Interpreter::setRenderer(screen::Renderer* renderer)
+{
+    m_renderer = renderer;
+    m_screen.setPlane(renderer);
 }
 
 void Interpreter::idle()

@@ -21,9 +21,14 @@
 #include "expr/variables.h"
 #include "screen/colours.h"
 #include "screen/function_keys.h"
+#include "screen/graphics.h"
 #include "screen/keyboard.h"
 #include "screen/screen_editor.h"
 #include "screen/text_screen.h"
+
+namespace tessaly::screen {
+class Renderer;
+}
 
 namespace tessaly::core {
 
@@ -82,6 +87,10 @@ public:
     screen::Colours& colours() { return m_colours; }
     screen::FunctionKeys& functionKeys() { return m_functionKeys; }
     screen::EditorState& editor() { return m_editor; }
+    screen::GraphicScreen& graphics() { return m_graphics; }
+    // The pixel side, when the host shows pixels; nullptr when it does not.
+    screen::Renderer* renderer() { return m_renderer; }
+    void setRenderer(screen::Renderer* renderer);
     expr::VariableStore& variables() { return m_variables; }
     expr::ArrayStore& arrays() { return m_arrays; }
     expr::FunctionState& functionState() { return m_functionState; }
@@ -122,6 +131,8 @@ private:
     screen::Colours m_colours;
     screen::FunctionKeys m_functionKeys;
     screen::EditorState m_editor;
+    screen::GraphicScreen m_graphics;
+    screen::Renderer* m_renderer = nullptr;
     expr::VariableStore m_variables;
     expr::ArrayStore m_arrays;
     expr::FunctionState m_functionState;

@@ -198,6 +198,8 @@ void runLoop(Interpreter& in)
         }
         if (code == static_cast<int>(Stmt::Run)) {
             run.runMode = RunMode::Running;
+            in.colours().pointColour = 7;
+            in.colours().foregroundColour = 7;
             if (outcome == result::kRunFromEntry)
                 --run.currentIndex;
             else
@@ -302,6 +304,9 @@ void runDirectCommand(Interpreter& in)
     run.runMode = RunMode::Running;
     run.running = false;
     run.currentIndex = 0;
+    // Every direct command starts with the graphics colours at white; characters keep theirs.
+    in.colours().pointColour = 7;
+    in.colours().foregroundColour = 7;
     run.statementCode = static_cast<int>(Stmt::Run);
     runLoop(in);
 }

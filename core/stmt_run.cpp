@@ -171,6 +171,7 @@ void resetRunTime(Interpreter& in)
     expr::resetVariables(in);
     in.stacks().reset();
     in.dataState().reset();
+    in.graphics().resetPages();
 }
 
 } // namespace tessaly::core

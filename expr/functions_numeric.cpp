@@ -11,6 +11,7 @@
 #include "expr/evaluator.h"
 #include "expr/functions.h"
 #include "expr/number_text.h"
+#include "screen/statements.h"
 
 namespace tessaly::expr {
 
@@ -377,8 +378,15 @@ int callNumericFunction(core::Interpreter& in, int code, const std::vector<Value
         return result16(in, in.screen().cursorRow(), result);
     case Pos:
         return result16(in, in.screen().cursorColumn(), result);
-    case Point: case Eof: case Peek: case Defuser: case Varptr: case Inp: case Usr: case Map: case View:
-    case Window: case Lof: case Pen: case Segptr: case Loc:
+    case Point:
+        return screen::graphicsFunction(in, screen::GraphicsFunction::Point, args, hasParentheses, result);
+    case Map:
+        return screen::graphicsFunction(in, screen::GraphicsFunction::Map, args, hasParentheses, result);
+    case View:
+        return screen::graphicsFunction(in, screen::GraphicsFunction::View, args, hasParentheses, result);
+    case Window:
+        return screen::graphicsFunction(in, screen::GraphicsFunction::Window, args, hasParentheses, result);
+    case Eof: case Peek: case Defuser: case Varptr: case Inp: case Usr: case Lof: case Pen: case Segptr: case Loc:
         // Devices, graphics and memory answer these once they exist.
         return in.raise(ErrorId::IllegalFunctionCall);
     default:

@@ -24,10 +24,11 @@ Rect rowBand(int first, int last)
 
 } // namespace
 
-Renderer::Renderer(const Font& font, const Colours& colours, const FunctionKeys& keys)
+Renderer::Renderer(const Font& font, const Colours& colours, const FunctionKeys& keys, const GraphicScreen& graphics)
     : m_font(font)
     , m_colours(colours)
     , m_keys(keys)
+    , m_graphics(graphics)
 {
     setUp();
 }
@@ -91,14 +92,22 @@ void Renderer::presentRows(int first, int last)
 void Renderer::composeBand(int first, int last)
 {
     Rect band = rowBand(first, last);
-    bool shown = m_settings.graphicsSwitch == 0;
-    if (shown && m_settings.displayPageValue == 1)
-        m_composite.copyFrom(m_pages[0], band, band.left, band.top);
-    else if (shown && m_settings.displayPageValue == 17)
-        m_composite.copyFrom(m_pages[1], band, band.left, band.top);
+    composeRect(band.left, band.top, band.right - 1, band.bottom - 1);
+}
+
+void Renderer::composeRect(int left, int top, int right, int bottom)
+{
+    Rect area = Rect {left, top, right + 1, bottom + 1}.intersect(m_composite.bounds());
+    if (area.empty())
+        return;
+    bool shown = m_graphics.graphicsSwitch == 0;
+    if (shown && m_graphics.displayPageValue == 1)
+        m_composite.copyFrom(m_pages[0], area, area.left, area.top);
+    else if (shown && m_graphics.displayPageValue == 17)
+        m_composite.copyFrom(m_pages[1], area, area.left, area.top);
     else
-        m_composite.fill(band, background());
-    m_composite.copyKeyed(m_text, band, band.left, band.top, background());
+        m_composite.fill(area, background());
+    m_composite.copyKeyed(m_text, area, area.left, area.top, background());
     drawFunctionKeyLine();
 }
 

@@ -8,6 +8,7 @@
 #include "screen/colours.h"
 #include "screen/font.h"
 #include "screen/function_keys.h"
+#include "screen/graphics.h"
 #include "screen/raster.h"
 #include "screen/text_screen.h"
 
@@ -16,16 +17,9 @@ namespace tessaly::screen {
 inline constexpr int kCellWidth = 8;
 inline constexpr int kCellHeight = 16;
 
-// Which graphics page is drawn on and which is shown.
-struct PageSettings {
-    int graphicsSwitch = 0;   // 0 shown, 2 hidden
-    int activePage = 0;
-    int displayPageValue = 1; // 0 none, 1 page 0, 17 page 1
-};
-
 class Renderer final : public TextPlane {
 public:
-    Renderer(const Font& font, const Colours& colours, const FunctionKeys& keys);
+    Renderer(const Font& font, const Colours& colours, const FunctionKeys& keys, const GraphicScreen& graphics);
 
     // TextPlane
     void drawText(int column, int row, std::string_view bytes) override;
@@ -44,7 +38,9 @@ public:
     [[nodiscard]] const Plane& composite() const { return m_composite; }
     [[nodiscard]] const Plane& textPlane() const { return m_text; }
     Plane& page(int k) { return m_pages[static_cast<size_t>(k & 1)]; }
-    PageSettings& pages() { return m_settings; }
+    Plane& activePage() { return page(m_graphics.activePage); }
+    // Recomposes the rectangle of device pixels (inclusive corners), cut to the screen.
+    void composeRect(int left, int top, int right, int bottom);
 
 private:
     [[nodiscard]] Pixel background() const;
@@ -52,7 +48,7 @@ private:
     const Font& m_font;
     const Colours& m_colours;
     const FunctionKeys& m_keys;
-    PageSettings m_settings;
+    const GraphicScreen& m_graphics;
     Plane m_composite;
     Plane m_text;
     std::array<Plane, 2> m_pages;

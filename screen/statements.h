@@ -1,6 +1,7 @@
 // Handlers of the text-screen statements: CLS, LOCATE, COLOR, CONSOLE, KEY and KEY LIST.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -23,6 +24,18 @@ int stmtKeyList(core::Interpreter&, int begin, int end);
 int evaluateStatementArguments(core::Interpreter& in, int begin, int end, std::vector<expr::Value>& values);
 // An argument as a whole number (0.5 added, truncated), or `omitted` when it was left out.
 [[nodiscard]] int argumentOr(const std::vector<expr::Value>& values, size_t k, int omitted);
+
+int stmtScreen(core::Interpreter&, int begin, int end);  // screen/stmt_graphics.cpp
+int stmtView(core::Interpreter&, int begin, int end);
+int stmtWindow(core::Interpreter&, int begin, int end);
+int stmtPset(core::Interpreter&, int begin, int end);
+int stmtPreset(core::Interpreter&, int begin, int end);
+int stmtPoint(core::Interpreter&, int begin, int end);
+
+enum class GraphicsFunction : uint8_t { Point, Map, View, Window };
+// POINT, MAP, VIEW and WINDOW as functions.
+int graphicsFunction(core::Interpreter&, GraphicsFunction function, const std::vector<expr::Value>& args,
+    bool hasParentheses, expr::Value& result);
 
 // CLS n with n 1 (text), 2 (graphics) or 3 (both).
 void clearScreen(core::Interpreter& in, int n);

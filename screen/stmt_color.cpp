@@ -80,6 +80,8 @@ int stmtColor(core::Interpreter& in, int begin, int end)
     colours.foregroundColour = settings[3];
     if (modeChanged || mode == 2)
         colours.loadPalette();
+    // COLOR shows the graphics again, page 0 drawn on and shown.
+    in.graphics().resetPages();
     return in.run().statementCode;
 }
 

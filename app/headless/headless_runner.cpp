@@ -315,19 +315,19 @@ int runHeadless(int argc, char** argv)
     HeadlessHost host;
     core::Interpreter interpreter(host);
     host.attach(&interpreter);
-    // The screen is drawn only when a screenshot is asked for.
-    std::optional<screen::Font> font;
-    std::unique_ptr<screen::Renderer> renderer;
-    if (options.screenshot != nullptr) {
-        std::string error;
-        font = screen::Font::load(screen::kUnifontJapanesePath, error);
-        if (!font) {
-            std::fprintf(stderr, "tessaly: %s\n", error.c_str());
-            return 2;
-        }
-        renderer = std::make_unique<screen::Renderer>(*font, interpreter.colours(), interpreter.functionKeys());
-        interpreter.screen().setPlane(renderer.get());
+    // The screen is drawn as the window would show it; a screenshot needs the font's glyphs, while
+    // without one the screen is drawn without characters.
+    std::string fontError;
+    std::optional<screen::Font> font = screen::Font::load(screen::kUnifontJapanesePath, fontError);
+    if (!font && options.screenshot != nullptr) {
+        std::fprintf(stderr, "tessaly: %s\n", fontError.c_str());
+        return 2;
     }
+    if (!font)
+        font = screen::Font::parse("");
+    auto renderer = std::make_unique<screen::Renderer>(*font, interpreter.colours(), interpreter.functionKeys(),
+        interpreter.graphics());
+    interpreter.setRenderer(renderer.get());
     StreamWriter stream(!options.screenDump);
     interpreter.screen().setListener(&stream);
 
@@ -340,14 +340,14 @@ int runHeadless(int argc, char** argv)
     interpreter.screen().setListener(nullptr);
     if (options.screenDump)
         dumpScreen(interpreter);
-    if (renderer) {
+    if (options.screenshot != nullptr) {
         std::string error;
         if (!writePng(renderer->composite(), options.screenshot, error)) {
             std::fprintf(stderr, "tessaly: %s\n", error.c_str());
             return 2;
         }
-        interpreter.screen().setPlane(nullptr);
     }
+    interpreter.setRenderer(nullptr);
     stream.flush();
     return exitStatusOf(interpreter);
 }

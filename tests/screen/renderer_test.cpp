@@ -15,9 +15,10 @@ constexpr const char* kHex = "0041:FFFFFFFFFFFFFFFFFFFFFFFFFFFFFFFF\n";
 struct Fixture {
     Font font = Font::parse(kHex);
     test::Session session;
-    Renderer renderer {font, session.interpreter().colours(), session.interpreter().functionKeys()};
-    Fixture() { session.interpreter().screen().setPlane(&renderer); }
-    ~Fixture() { session.interpreter().screen().setPlane(nullptr); }
+    Renderer renderer {font, session.interpreter().colours(), session.interpreter().functionKeys(),
+        session.interpreter().graphics()};
+    Fixture() { session.interpreter().setRenderer(&renderer); }
+    ~Fixture() { session.interpreter().setRenderer(nullptr); }
 };
 
 TEST(Renderer, TextIsDrawnInItsColourOverThePage)
@@ -36,11 +37,12 @@ TEST(Renderer, GraphicsHiddenOrNoPageShown)
 {
     Fixture f;
     f.renderer.page(0).fill({0, 0, 640, 400}, 0x0000FF);
-    f.renderer.pages().graphicsSwitch = 2;
+    auto& graphics = f.session.interpreter().graphics();
+    graphics.graphicsSwitch = 2;
     f.renderer.composeBand(0, 23);
     EXPECT_EQ(f.renderer.composite().pixel(300, 100), 0U);
-    f.renderer.pages() = {};
-    f.renderer.pages().displayPageValue = 17;
+    graphics.resetPages();
+    graphics.displayPageValue = 17;
     f.renderer.page(1).fill({0, 0, 640, 400}, 0xFFFF00);
     f.renderer.composeBand(0, 23);
     EXPECT_EQ(f.renderer.composite().pixel(300, 100), 0xFFFF00U);

@@ -1,0 +1,68 @@
+// The graphics screen's state: pages drawn on and shown, the VIEW rectangle, the WINDOW world and
+// the mapping between world and device coordinates, and the last point. Drawing is the renderer's.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+
+namespace tessaly::screen {
+
+struct GraphicScreen {
+    // Screen pages.
+    int graphicsSwitch = 0;   // 0 shown, 2 hidden
+    int activePage = 0;
+    int displayPageValue = 1; // 0 none, 1 page 0, 17 page 1
+    // VIEW, in device pixels (inclusive corners).
+    bool viewActive = false;
+    bool windowSet = false;
+    int viewLeft = 0, viewTop = 0, viewRight = 639, viewBottom = 399;
+    int viewFillColour = -1, viewBorderColour = -1;
+    // WINDOW, in world units.
+    float worldLeft = 0, worldTop = 0, worldRight = 639, worldBottom = 399;
+    double scaleX = 1.0, scaleY = 1.0;
+    int lastX = 0, lastY = 0;
+
+    [[nodiscard]] int viewWidth() const { return viewRight - viewLeft; }
+    [[nodiscard]] int viewHeight() const { return viewBottom - viewTop; }
+    [[nodiscard]] float worldWidth() const { return worldRight - worldLeft; }
+    [[nodiscard]] float worldHeight() const { return worldBottom - worldTop; }
+
+    [[nodiscard]] int toDeviceX(double x) const { return static_cast<int>(std::trunc((x - worldLeft) / scaleX + viewLeft + 0.5)); }
+    [[nodiscard]] int toDeviceY(double y) const { return static_cast<int>(std::trunc((y - worldTop) / scaleY + viewTop + 0.5)); }
+    [[nodiscard]] int toDeviceDistanceX(double x) const { return static_cast<int>(std::trunc(x / scaleX + 0.5)); }
+    [[nodiscard]] int toDeviceDistanceY(double y) const { return static_cast<int>(std::trunc(y / scaleY + 0.5)); }
+    [[nodiscard]] double toWorldX(int px) const { return (px - viewLeft) * scaleX + worldLeft; }
+    [[nodiscard]] double toWorldY(int py) const { return (py - viewTop) * scaleY + worldTop; }
+
+    // VIEW and WINDOW back to the whole screen; the last point to (0, 0).
+    void resetView()
+    {
+        viewActive = false;
+        windowSet = false;
+        viewLeft = viewTop = 0;
+        viewRight = 639;
+        viewBottom = 399;
+        viewFillColour = viewBorderColour = -1;
+        worldLeft = worldTop = 0;
+        worldRight = 639;
+        worldBottom = 399;
+        scaleX = scaleY = 1.0;
+        lastX = lastY = 0;
+    }
+    void resetPages()
+    {
+        graphicsSwitch = 0;
+        activePage = 0;
+        displayPageValue = 1;
+    }
+};
+
+[[nodiscard]] inline int roundHalfAway(double value)
+{
+    double rounded = value >= 0 ? std::trunc(value + 0.5) : std::trunc(value - 0.5);
+    if (!(rounded > -2147483648.0 && rounded < 2147483647.0))
+        return value > 0 ? 2147483647 : -2147483647;
+    return static_cast<int>(rounded);
+}
+
+} // namespace tessaly::screen

@@ -1,0 +1,311 @@
+// SCREEN, VIEW, WINDOW, PSET, PRESET and the POINT statement; the functions POINT, MAP, VIEW and
+// WINDOW. Figures are drawn on the active page at once and the rectangle they touched recomposed.
+#include <algorithm>
+#include <cmath>
+
+#include "core/interpreter.h"
+#include "core/text_scan.h"
+#include "expr/evaluator.h"
+#include "expr/number_text.h"
+#include "screen/renderer.h"
+#include "screen/statements.h"
+
+namespace tessaly::screen {
+
+namespace {
+
+using core::ErrorId;
+
+bool isColourValid(const Colours& colours, int c)
+{
+    return static_cast<unsigned>(c) <= (colours.colourMode == 2 ? 15U : 7U);
+}
+
+// A point written [STEP](x, y) followed by more arguments after a comma.
+struct PointArguments {
+    bool step = false;
+    double x = 0, y = 0;
+    std::vector<expr::Value> rest; // the arguments after the point
+};
+
+int readPoint(core::Interpreter& in, int begin, int end, PointArguments& point)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    size_t open = text.find('(', static_cast<size_t>(begin));
+    if (open == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    auto before = core::trimBlanks(text.substr(static_cast<size_t>(begin), open - static_cast<size_t>(begin)));
+    point.step = before == "STEP";
+    if (!before.empty() && !point.step)
+        return in.raise(ErrorId::SyntaxError);
+    size_t close = core::matchingParen(text, open);
+    if (close == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    std::vector<expr::Value> coordinates;
+    TRY_BASIC(expr::evaluateArguments(in, text.substr(open + 1, close - open - 1), coordinates));
+    if (coordinates.size() != 2 || coordinates[0].empty || coordinates[1].empty || coordinates[0].isString() ||
+        coordinates[1].isString())
+        return in.raise(ErrorId::SyntaxError);
+    point.x = coordinates[0].number;
+    point.y = coordinates[1].number;
+    auto after = text.substr(close + 1);
+    auto comma = after.find(',');
+    if (comma != std::string_view::npos)
+        TRY_BASIC(evaluateStatementArguments(in, static_cast<int>(close + 2 + comma), end, point.rest));
+    return 0;
+}
+
+// The device point of a [STEP](x, y), which becomes the last point.
+void placePoint(core::Interpreter& in, const PointArguments& point, int& px, int& py)
+{
+    auto& g = in.graphics();
+    if (g.viewActive) {
+        px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
+        py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
+    } else {
+        px = roundHalfAway(point.x);
+        py = roundHalfAway(point.y);
+    }
+    if (point.step) {
+        px += g.lastX;
+        py += g.lastY;
+    }
+    g.lastX = px;
+    g.lastY = py;
+}
+
+int setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
+{
+    PointArguments point;
+    TRY_BASIC(readPoint(in, begin, end, point));
+    int px = 0;
+    int py = 0;
+    placePoint(in, point, px, py);
+    auto& colours = in.colours();
+    colours.foregroundColour = defaultColour;
+    int given = argumentOr(point.rest, 0, 20);
+    if (isColourValid(colours, given))
+        colours.foregroundColour = given;
+    if (auto* renderer = in.renderer()) {
+        renderer->activePage().setPixel(px, py, colours.palette[static_cast<size_t>(colours.foregroundColour)]);
+        renderer->composeRect(px - 1, py - 1, px, py);
+    }
+    return in.run().statementCode;
+}
+
+int selector(core::Interpreter& in, const std::vector<expr::Value>& args, size_t k, int& n)
+{
+    if (k >= args.size() || args[k].isString() || args[k].empty)
+        return in.raise(ErrorId::IllegalFunctionCall);
+    n = static_cast<int>(std::trunc(args[k].number + 0.5));
+    if (n < 0 || n > 3)
+        return in.raise(ErrorId::IllegalFunctionCall);
+    return 0;
+}
+
+expr::Value number(double x)
+{
+    return expr::Value::makeNumber(expr::RoundToDigits(x, 16), expr::NumberForm::Computed16);
+}
+
+} // namespace
+
+int stmtPset(core::Interpreter& in, int begin, int end) { return setPixel(in, begin, end, in.colours().pointColour); }
+
+int stmtPreset(core::Interpreter& in, int begin, int end)
+{
+    return setPixel(in, begin, end, in.colours().backgroundColour);
+}
+
+int stmtPoint(core::Interpreter& in, int begin, int end)
+{
+    PointArguments point;
+    TRY_BASIC(readPoint(in, begin, end, point));
+    int px = 0;
+    int py = 0;
+    placePoint(in, point, px, py);
+    return in.run().statementCode;
+}
+
+int stmtScreen(core::Interpreter& in, int begin, int end)
+{
+    std::vector<expr::Value> values;
+    TRY_BASIC(evaluateStatementArguments(in, begin, end, values));
+    // Without a comma after the mode nothing happens.
+    if (values.size() < 2)
+        return in.run().statementCode;
+    auto& g = in.graphics();
+    int mode = in.colours().colourMode;
+    int screenSwitch = argumentOr(values, 1, -1);
+    if (screenSwitch == 0 || screenSwitch == 1)
+        g.graphicsSwitch = 0;
+    else if (screenSwitch == 2 || screenSwitch == 3)
+        g.graphicsSwitch = 2;
+    int active = argumentOr(values, 2, -1);
+    if (active == 0 || active == 1)
+        g.activePage = active;
+    int display = argumentOr(values, 3, -1);
+    bool none = mode == 2 ? (display == 0 || display == 16 || display == 32 || display == 48)
+                          : (display == 0 || display == 8 || display == 16 || display == 24);
+    if (none)
+        g.displayPageValue = 0;
+    else if (display == 1)
+        g.displayPageValue = 1;
+    else if (display == (mode == 2 ? 33 : 17))
+        g.displayPageValue = 17;
+    g.resetView();
+    if (auto* renderer = in.renderer()) {
+        renderer->activePage().resetClip();
+        renderer->composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
+    }
+    return in.run().statementCode;
+}
+
+int stmtView(core::Interpreter& in, int begin, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    PointArguments first;
+    TRY_BASIC(readPoint(in, begin, end, first));
+    auto dash = text.find('-', core::matchingParen(text, text.find('(', static_cast<size_t>(begin))));
+    if (dash == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    PointArguments second;
+    TRY_BASIC(readPoint(in, static_cast<int>(dash) + 1, end, second));
+    int x1 = roundHalfAway(first.x), y1 = roundHalfAway(first.y);
+    int x2 = roundHalfAway(second.x), y2 = roundHalfAway(second.y);
+    if (!(x1 < x2 && y1 < y2 && x1 >= 0 && y1 >= 0 && x2 < kScreenWidth && y2 < kScreenHeight))
+        return in.raise(ErrorId::IllegalFunctionCall);
+    auto& g = in.graphics();
+    g.viewLeft = x1;
+    g.viewTop = y1;
+    g.viewRight = x2;
+    g.viewBottom = y2;
+    g.viewActive = true;
+    if (g.windowSet) {
+        g.scaleX = g.worldWidth() / g.viewWidth();
+        g.scaleY = g.worldHeight() / g.viewHeight();
+    } else {
+        g.worldLeft = static_cast<float>(x1);
+        g.worldTop = static_cast<float>(y1);
+        g.worldRight = static_cast<float>(x2);
+        g.worldBottom = static_cast<float>(y2);
+        g.scaleX = g.scaleY = 1.0;
+    }
+    g.lastX = static_cast<int>(g.worldLeft);
+    g.lastY = static_cast<int>(g.worldTop);
+    auto& colours = in.colours();
+    int fill = argumentOr(second.rest, 0, -1);
+    int border = argumentOr(second.rest, 1, -1);
+    g.viewFillColour = isColourValid(colours, fill) ? fill : -1;
+    g.viewBorderColour = isColourValid(colours, border) ? border : -1;
+    if (auto* renderer = in.renderer()) {
+        auto& page = renderer->activePage();
+        page.resetClip();
+        if (g.viewFillColour >= 0)
+            page.fill({x1, y1, x2, y2}, colours.palette[static_cast<size_t>(g.viewFillColour)]);
+        if (g.viewBorderColour >= 0) {
+            Pixel colour = colours.palette[static_cast<size_t>(g.viewBorderColour)];
+            page.line(x1 - 1, y1 - 1, x1 - 1, y2 + 1, colour);
+            page.line(x1 - 1, y2 + 1, x2 + 1, y2 + 1, colour);
+            page.line(x2 + 1, y2 + 1, x2 + 1, y1 - 1, colour);
+            page.line(x2 + 1, y1 - 1, x1 - 1, y1 - 1, colour);
+        }
+        renderer->composeRect(x1 - 1, y1 - 1, x2 + 1, y2 + 1);
+        // Later drawing on this page stays inside the view until the next VIEW.
+        page.setClip({x1 - 1, y1 - 1, x2 + 1, y2 + 1});
+    }
+    return in.run().statementCode;
+}
+
+int stmtWindow(core::Interpreter& in, int begin, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    PointArguments first;
+    TRY_BASIC(readPoint(in, begin, end, first));
+    auto dash = text.find('-', core::matchingParen(text, text.find('(', static_cast<size_t>(begin))));
+    if (dash == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    PointArguments second;
+    TRY_BASIC(readPoint(in, static_cast<int>(dash) + 1, end, second));
+    if (!(second.x > first.x && second.y > first.y))
+        return in.raise(ErrorId::IllegalFunctionCall);
+    auto& g = in.graphics();
+    g.worldLeft = static_cast<float>(first.x);
+    g.worldTop = static_cast<float>(first.y);
+    g.worldRight = static_cast<float>(second.x);
+    g.worldBottom = static_cast<float>(second.y);
+    g.viewActive = true;
+    g.windowSet = true;
+    g.scaleX = g.worldWidth() / g.viewWidth();
+    g.scaleY = g.worldHeight() / g.viewHeight();
+    g.lastX = roundHalfAway(first.x);
+    g.lastY = roundHalfAway(first.y);
+    return in.run().statementCode;
+}
+
+int graphicsFunction(core::Interpreter& in, GraphicsFunction function, const std::vector<expr::Value>& args,
+    bool hasParentheses, expr::Value& result)
+{
+    auto& g = in.graphics();
+    int n = 0;
+    switch (function) {
+    case GraphicsFunction::Point: {
+        if (!hasParentheses)
+            return in.raise(ErrorId::SyntaxError);
+        if (args.size() == 1) {
+            TRY_BASIC(selector(in, args, 0, n));
+            double value = n == 0 ? (g.viewActive ? g.toWorldX(g.lastX) : g.lastX)
+                : n == 1          ? (g.viewActive ? g.toWorldY(g.lastY) : g.lastY)
+                : n == 2          ? g.lastX
+                                  : g.lastY;
+            result = number(value);
+            return 0;
+        }
+        if (args.size() != 2 || args[0].isString() || args[1].isString())
+            return in.raise(ErrorId::SyntaxError);
+        int x = roundHalfAway(args[0].number);
+        int y = roundHalfAway(args[1].number);
+        if (x < g.viewLeft || x > g.viewRight || y < g.viewTop || y > g.viewBottom)
+            return in.raise(ErrorId::IllegalFunctionCall);
+        auto& colours = in.colours();
+        // What is visible, text included; without pixels the screen counts as background.
+        Pixel seen = in.renderer() != nullptr ? in.renderer()->composite().pixel(x, y)
+                                              : colours.palette[static_cast<size_t>(colours.backgroundInEffect)];
+        int found = -1;
+        int count = colours.colourMode == 2 ? 16 : 8;
+        for (int k = 0; k < count && found < 0; ++k) {
+            if (colours.palette[static_cast<size_t>(k)] == seen)
+                found = k;
+        }
+        result = number(found);
+        return 0;
+    }
+    case GraphicsFunction::Map: {
+        TRY_BASIC(selector(in, args, 1, n));
+        if (args[0].isString() || args[0].empty)
+            return in.raise(ErrorId::TypeMismatch);
+        float v = static_cast<float>(args[0].number);
+        double value = n == 0 ? g.toDeviceX(v)
+            : n == 1          ? g.toDeviceY(v)
+            : n == 2          ? static_cast<float>(g.toWorldX(static_cast<int>(std::trunc(args[0].number + 0.5))))
+                              : static_cast<float>(g.toWorldY(static_cast<int>(std::trunc(args[0].number + 0.5))));
+        result = number(value);
+        return 0;
+    }
+    case GraphicsFunction::View: {
+        TRY_BASIC(selector(in, args, 0, n));
+        const int corners[4] = {g.viewLeft, g.viewTop, g.viewRight, g.viewBottom};
+        result = number(corners[n]);
+        return 0;
+    }
+    case GraphicsFunction::Window: {
+        TRY_BASIC(selector(in, args, 0, n));
+        const float corners[4] = {g.worldLeft, g.worldTop, g.worldRight, g.worldBottom};
+        result = number(corners[n]);
+        return 0;
+    }
+    }
+    return in.raise(ErrorId::IllegalFunctionCall);
+}
+
+} // namespace tessaly::screen
