@@ -55,6 +55,17 @@ int readPoint(core::Interpreter& in, int begin, int end, PointArguments& point)
     return 0;
 }
 
+// Two corners written (x1, y1)-(x2, y2), as VIEW and WINDOW take them.
+int readCorners(core::Interpreter& in, int begin, int end, PointArguments& first, PointArguments& second)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    TRY_BASIC(readPoint(in, begin, end, first));
+    auto dash = text.find('-', core::matchingParen(text, text.find('(', static_cast<size_t>(begin))));
+    if (dash == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    return readPoint(in, static_cast<int>(dash) + 1, end, second);
+}
+
 // The device point of a [STEP](x, y), which becomes the last point.
 void placePoint(core::Interpreter& in, const PointArguments& point, int& px, int& py)
 {
@@ -163,14 +174,9 @@ int stmtScreen(core::Interpreter& in, int begin, int end)
 
 int stmtView(core::Interpreter& in, int begin, int end)
 {
-    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     PointArguments first;
-    TRY_BASIC(readPoint(in, begin, end, first));
-    auto dash = text.find('-', core::matchingParen(text, text.find('(', static_cast<size_t>(begin))));
-    if (dash == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
     PointArguments second;
-    TRY_BASIC(readPoint(in, static_cast<int>(dash) + 1, end, second));
+    TRY_BASIC(readCorners(in, begin, end, first, second));
     int x1 = roundHalfAway(first.x), y1 = roundHalfAway(first.y);
     int x2 = roundHalfAway(second.x), y2 = roundHalfAway(second.y);
     if (!(x1 < x2 && y1 < y2 && x1 >= 0 && y1 >= 0 && x2 < kScreenWidth && y2 < kScreenHeight))
@@ -219,14 +225,9 @@ int stmtView(core::Interpreter& in, int begin, int end)
 
 int stmtWindow(core::Interpreter& in, int begin, int end)
 {
-    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     PointArguments first;
-    TRY_BASIC(readPoint(in, begin, end, first));
-    auto dash = text.find('-', core::matchingParen(text, text.find('(', static_cast<size_t>(begin))));
-    if (dash == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
     PointArguments second;
-    TRY_BASIC(readPoint(in, static_cast<int>(dash) + 1, end, second));
+    TRY_BASIC(readCorners(in, begin, end, first, second));
     if (!(second.x > first.x && second.y > first.y))
         return in.raise(ErrorId::IllegalFunctionCall);
     auto& g = in.graphics();
