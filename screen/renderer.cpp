@@ -113,8 +113,15 @@ void Renderer::composeRect(int left, int top, int right, int bottom)
 
 void Renderer::clearGraphics()
 {
-    for (auto& page : m_pages)
-        page.fill(page.bounds(), background());
+    // The page drawn on is cleared: inside the VIEW rectangle while a view is set, else wholly.
+    Plane& page = activePage();
+    Rect area = page.bounds();
+    if (m_graphics.viewActive)
+        area = {m_graphics.viewLeft, m_graphics.viewTop, m_graphics.viewRight + 1, m_graphics.viewBottom + 1};
+    Rect clip = page.clip();
+    page.resetClip();
+    page.fill(area, background());
+    page.setClip(clip);
     composeBand(0, kRows - 1);
 }
 

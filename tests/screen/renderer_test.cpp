@@ -69,6 +69,17 @@ TEST(Renderer, ScrollingMovesThePixelsOfTheWindow)
     EXPECT_EQ(f.renderer.textPlane().pixel(2, 16 * 23 + 3), 0U);
 }
 
+TEST(Renderer, ClsTwoClearsOnlyTheViewOfTheActivePage)
+{
+    Fixture f;
+    f.renderer.page(0).setPixel(50, 50, 0x123456);
+    f.session.type("VIEW (100,100)-(199,199),4");
+    EXPECT_EQ(f.renderer.page(0).pixel(150, 150), 0x00FF00U);
+    f.session.type("CLS 2");
+    EXPECT_EQ(f.renderer.page(0).pixel(150, 150), 0U);
+    EXPECT_EQ(f.renderer.page(0).pixel(50, 50), 0x123456U);
+}
+
 TEST(Renderer, ClsClearsTheTextPlane)
 {
     Fixture f;
