@@ -75,7 +75,7 @@ void Renderer::scrollUp(int top, int bottom)
     Rect band = rowBand(top, bottom - 1);
     m_text.copyFrom(m_text, {0, band.top + kCellHeight, kScreenWidth, band.bottom}, 0, band.top);
     m_text.fill({0, band.bottom - kCellHeight, kScreenWidth, band.bottom}, background());
-    composeBand(top, bottom - 1);
+    // The text screen presents the band after scrolling.
 }
 
 void Renderer::clearRows(int first, int last)
@@ -100,6 +100,19 @@ void Renderer::composeRect(int left, int top, int right, int bottom)
     Rect area = Rect {left, top, right + 1, bottom + 1}.intersect(m_composite.bounds());
     if (area.empty())
         return;
+    if (m_dirty.empty())
+        m_dirty = area;
+    else
+        m_dirty = {std::min(m_dirty.left, area.left), std::min(m_dirty.top, area.top),
+            std::max(m_dirty.right, area.right), std::max(m_dirty.bottom, area.bottom)};
+}
+
+void Renderer::flush()
+{
+    Rect area = m_dirty;
+    m_dirty = {};
+    if (area.empty())
+        return;
     bool shown = m_graphics.graphicsSwitch == 0;
     if (shown && m_graphics.displayPageValue == 1)
         m_composite.copyFrom(m_pages[0], area, area.left, area.top);
@@ -108,7 +121,9 @@ void Renderer::composeRect(int left, int top, int right, int bottom)
     else
         m_composite.fill(area, background());
     m_composite.copyKeyed(m_text, area, area.left, area.top, background());
-    drawFunctionKeyLine();
+    // The function-key line is drawn again only where the composed area covered it.
+    if (area.bottom > kFunctionKeyRow * kCellHeight)
+        drawFunctionKeyLine();
 }
 
 void Renderer::clearGraphics()

@@ -35,12 +35,20 @@ public:
     // Fills every plane with the background colour and draws the function-key line.
     void setUp();
 
-    [[nodiscard]] const Plane& composite() const { return m_composite; }
+    // What the window shows, composed up to date.
+    [[nodiscard]] const Plane& composite()
+    {
+        flush();
+        return m_composite;
+    }
     [[nodiscard]] const Plane& textPlane() const { return m_text; }
     Plane& page(int k) { return m_pages[static_cast<size_t>(k & 1)]; }
     Plane& activePage() { return page(m_graphics.activePage); }
-    // Recomposes the rectangle of device pixels (inclusive corners), cut to the screen.
+    // Marks the rectangle of device pixels (inclusive corners) for composition; it is composed when
+    // the composite is next looked at, so that many changes cost one composition.
     void composeRect(int left, int top, int right, int bottom);
+    // Composes what is marked.
+    void flush();
 
 private:
     [[nodiscard]] Pixel background() const;
@@ -49,6 +57,7 @@ private:
     const Colours& m_colours;
     const FunctionKeys& m_keys;
     const GraphicScreen& m_graphics;
+    Rect m_dirty;
     Plane m_composite;
     Plane m_text;
     std::array<Plane, 2> m_pages;
