@@ -8,17 +8,12 @@ namespace tessaly::screen {
 
 namespace {
 
+constexpr std::string_view kBlankRow = "                                                                                ";
+static_assert(kBlankRow.size() == kColumns);
+
 int clampInt(int value, int low, int high) { return std::max(low, std::min(value, high)); }
 
-bool isActionControl(uint8_t c)
-{
-    switch (c) {
-    case 7: case 8: case 9: case 10: case 11: case 12: case 13: case 28: case 29: case 30: case 31:
-        return true;
-    default:
-        return false;
-    }
-}
+bool isControl(char c) { return static_cast<uint8_t>(c) < 0x20; }
 
 } // namespace
 
@@ -28,9 +23,15 @@ void TextScreen::setPlane(TextPlane* plane) { m_plane = plane != nullptr ? plane
 
 void TextScreen::setListener(TextListener* listener) { m_listener = listener != nullptr ? listener : &m_nullListener; }
 
+const std::string& TextScreen::row(int r) const
+{
+    static const std::string kEmpty;
+    return onScreen(r) ? m_rows[static_cast<size_t>(r)] : kEmpty;
+}
+
 void TextScreen::setRow(int r, std::string text)
 {
-    if (r < 0 || r >= kRows)
+    if (!onScreen(r))
         return;
     if (text.size() > kColumns * 4)
         text.resize(kColumns * 4);
@@ -53,75 +54,60 @@ void TextScreen::setScrollWindow(int top, int rows)
         m_lastTextRow = kRows - 1;
 }
 
-void TextScreen::storeByte(uint8_t c)
+// The row is padded with blanks to 80 columns when the rest of the text would reach past its end;
+// a shorter text overwrites the row in place and leaves it as long as it was.
+void TextScreen::putPiece(std::string_view piece, size_t remaining)
 {
-    auto& row = m_rows[static_cast<size_t>(m_cursorRow)];
+    auto& text = m_rows[static_cast<size_t>(m_cursorRow)];
     auto column = static_cast<size_t>(m_cursorColumn);
-    if (row.size() <= column)
-        row.resize(kColumns > column ? kColumns : column + 1, ' ');
-    row[column] = static_cast<char>(c);
+    if (text.size() < column + remaining)
+        text.resize(std::max(text.size(), static_cast<size_t>(kColumns)), ' ');
+    text.replace(column, piece.size(), piece);
+    m_plane->drawText(m_cursorColumn, m_cursorRow, piece);
+    m_listener->textWritten(piece);
+    m_cursorColumn += static_cast<int>(piece.size());
     m_highestRow = std::max(m_highestRow, std::min(m_cursorRow + 1, kRows - 1));
-}
-
-// The cursor moves on to the next row; past lastTextRow the window scrolls and the cursor stays
-// on the window's last text row. The cursor row never leaves the screen.
-void TextScreen::advanceRow()
-{
-    m_cursorColumn = 0;
-    ++m_cursorRow;
-    m_listener->rowAdvanced();
-    if (m_cursorRow > m_lastTextRow) {
-        ScrollUp();
-        m_cursorRow = std::min(m_cursorRow, kRows - 1);
-        if (m_cursorRow > m_lastTextRow && m_idleCursorRow <= m_lastTextRow)
-            m_cursorRow = m_lastTextRow;
-    }
 }
 
 void TextScreen::Print(std::string_view bytes)
 {
+    if (bytes.empty())
+        return;
     m_cursorRow = clampInt(m_cursorRow, 0, kRows - 1);
-    m_cursorColumn = clampInt(m_cursorColumn, 0, kColumns - 1);
-    int firstRow = m_cursorRow;
+    m_cursorColumn = clampInt(m_cursorColumn, 0, kColumns);
+    const int startRow = m_cursorRow;
     size_t pos = 0;
     while (pos < bytes.size()) {
-        // A piece: the printable bytes up to the next control byte or the end of the row.
-        size_t start = pos;
-        int pieceColumn = m_cursorColumn;
-        int pieceRow = m_cursorRow;
-        while (pos < bytes.size() && static_cast<uint8_t>(bytes[pos]) >= 0x20 && m_cursorColumn < kColumns) {
-            storeByte(static_cast<uint8_t>(bytes[pos]));
-            ++m_cursorColumn;
-            ++pos;
+        size_t end = pos;
+        while (end < bytes.size() && !isControl(bytes[end]))
+            ++end;
+        while (pos < end) {
+            // A cursor left at column 80 (LOCATE 80, or a cursor-right) wraps before the next byte.
+            if (m_cursorColumn >= kColumns)
+                advanceRow();
+            size_t length = std::min(end - pos, static_cast<size_t>(kColumns - m_cursorColumn));
+            putPiece(bytes.substr(pos, length), bytes.size() - pos);
+            pos += length;
+            if (m_cursorColumn >= kColumns)
+                advanceRow();
         }
-        if (pos > start) {
-            auto piece = bytes.substr(start, pos - start);
-            m_plane->drawText(pieceColumn, pieceRow, piece);
-            m_listener->textWritten(piece);
-        }
-        if (m_cursorColumn >= kColumns) {
-            advanceRow();
-            continue;
-        }
-        if (pos < bytes.size()) {
-            // Control bytes are not stored: the row texts hold what the screen shows.
-            applyControl(static_cast<uint8_t>(bytes[pos]));
-            ++pos;
-        }
+        // Control bytes act on the cursor and are not stored: the row texts keep what the screen
+        // shows, so that a line read back by the editor is the line the user sees.
+        if (pos < bytes.size())
+            applyControl(static_cast<uint8_t>(bytes[pos++]));
     }
-    m_plane->presentRows(std::min(firstRow, m_cursorRow), m_cursorRow);
+    m_plane->presentRows(std::min(startRow, m_cursorRow), std::max(startRow, m_cursorRow));
 }
 
 void TextScreen::applyControl(uint8_t c)
 {
-    if (!isActionControl(c))
-        return;
     switch (c) {
     case 7:
         m_listener->bell();
         break;
     case 8:
     case 28:
+        // The column stops at 0 so that it always names a cell.
         m_cursorColumn = std::max(m_cursorColumn - 1, 0);
         break;
     case 9:
@@ -137,8 +123,9 @@ void TextScreen::applyControl(uint8_t c)
         m_cursorRow = 0;
         break;
     case 12:
-        // The screen is cleared; its rows go with the pixels.
-        for (int r = m_scrollTop; r < m_scrollBottom; ++r) {
+        // The whole text plane is cleared; the rows and links go with the pixels, so that nothing
+        // hidden comes back when rows are read or redrawn from their texts.
+        for (int r = 0; r < kRows; ++r) {
             m_rows[static_cast<size_t>(r)].clear();
             m_links[static_cast<size_t>(r)] = {};
         }
@@ -150,23 +137,25 @@ void TextScreen::applyControl(uint8_t c)
         m_cursorColumn = 0;
         break;
     case 29:
-        if (++m_cursorColumn >= kColumns)
-            return controlToNextRow();
+        // Column 80 at most: the next byte printed wraps to the next row.
+        m_cursorColumn = std::min(m_cursorColumn + 1, kColumns);
         break;
     case 30:
         if (m_cursorRow > 0)
             --m_cursorRow;
         break;
     default:
-        break;
+        return; // other bytes below 0x20 do nothing
     }
-    // A control byte that leaves the cursor on the last text row scrolls the window.
+    // Any acting control byte that leaves the cursor on the last text row scrolls the window
+    // (a CR or a bell there too); the cursor stays on that row.
     if (m_cursorRow == m_lastTextRow)
-        ScrollUp();
+        scrollWindow();
 }
 
-// A control byte that moves to the next row. Past the last text row the window scrolls as for a
-// wrapped line, so that the cursor stays on the screen.
+// A control byte that moves to the next row (LF, cursor-down, a TAB past the row's end). Taking
+// the cursor past the last text row scrolls the window as a wrapped line does, instead of letting
+// the cursor run below the window and off the screen; landing on the last text row scrolls too.
 void TextScreen::controlToNextRow()
 {
     if (m_cursorRow + 1 > m_lastTextRow) {
@@ -177,34 +166,54 @@ void TextScreen::controlToNextRow()
     ++m_cursorRow;
     m_listener->rowAdvanced();
     if (m_cursorRow == m_lastTextRow)
-        ScrollUp();
+        scrollWindow();
 }
 
-void TextScreen::NewLine()
+// Column 0 of the next row; past the last text row the window scrolls and the cursor stays on its
+// last text row. While scrolling is suppressed the cursor stops at the bottom row of the screen.
+void TextScreen::advanceRow()
 {
-    advanceRow();
+    m_cursorColumn = 0;
+    m_cursorRow = std::min(m_cursorRow + 1, kRows);
+    m_listener->rowAdvanced();
+    if (m_cursorRow > m_lastTextRow)
+        scrollWindow();
+    m_cursorRow = std::min(m_cursorRow, kRows - 1);
 }
+
+void TextScreen::scrollWindow()
+{
+    if (m_idleCursorRow > m_lastTextRow)
+        return;
+    ScrollUp();
+    if (m_lastTextRow > kFunctionKeyRow - 2) {
+        m_plane->drawFunctionKeyLine();
+        m_plane->presentRows(kFunctionKeyRow, kFunctionKeyRow);
+    }
+}
+
+void TextScreen::NewLine() { advanceRow(); }
 
 void TextScreen::ScrollUp()
 {
     if (m_idleCursorRow > m_lastTextRow)
         return;
-    int top = m_scrollTop;
-    int bottom = std::max(m_scrollBottom, top + 1);
+    const int top = clampInt(m_scrollTop, 0, kRows - 1);
+    const int bottom = clampInt(m_scrollBottom, top + 1, kRows);
     for (int r = top; r <= bottom - 2; ++r) {
-        m_rows[static_cast<size_t>(r)] = std::move(m_rows[static_cast<size_t>(r + 1)]);
-        LineLink next = m_links[static_cast<size_t>(r + 1)];
-        m_links[static_cast<size_t>(r)] = {static_cast<int8_t>(next.firstRow < 0 ? -1 : next.firstRow - 1),
+        auto slot = static_cast<size_t>(r);
+        std::swap(m_rows[slot], m_rows[slot + 1]);
+        LineLink next = m_links[slot + 1];
+        m_links[slot] = {static_cast<int8_t>(next.firstRow < 0 ? -1 : next.firstRow - 1),
             static_cast<int8_t>(next.lastRow < 0 ? -1 : next.lastRow - 1)};
     }
     m_plane->scrollUp(top, bottom);
     m_rows[static_cast<size_t>(bottom - 1)].clear();
     m_links[static_cast<size_t>(bottom - 1)] = {};
     m_highestRow = bottom - 1;
-    int row = bottom - 1;
-    if (row > 23)
-        row = m_lastTextRow < 24 ? 23 : 24;
-    m_cursorRow = row;
+    m_cursorRow = bottom - 1;
+    if (m_cursorRow > kRows - 2)
+        m_cursorRow = m_lastTextRow < kRows - 1 ? kRows - 2 : kRows - 1;
     m_plane->presentRows(top, bottom - 1);
 }
 
@@ -224,6 +233,8 @@ void TextScreen::WriteRow(std::string_view text, LineLink link)
     row.assign(text.substr(0, kColumns + 1));
     m_links[static_cast<size_t>(m_cursorRow)] = link;
     m_plane->drawText(0, m_cursorRow, row);
+    if (row.size() < kColumns)
+        m_plane->drawText(static_cast<int>(row.size()), m_cursorRow, kBlankRow.substr(row.size()));
     m_listener->textWritten(row);
     m_highestRow = std::max(m_highestRow, m_cursorRow);
 }
@@ -234,7 +245,7 @@ TextScreen::Caret TextScreen::ShowCursor(bool insertMode)
         m_cursorColumn = -m_cursorColumn;
     m_cursorRow = std::max(m_cursorRow, 0);
     m_cursorColumn = std::min(m_cursorColumn, kColumns - 1);
-    if (m_cursorRow > 23)
+    if (m_cursorRow > kRows - 2)
         m_cursorRow = kRows - 1;
     m_highestRow = std::max(m_highestRow, m_cursorRow);
     int height = static_cast<int>(16 * 0.8 + 0.5);
@@ -245,21 +256,25 @@ TextScreen::Caret TextScreen::ShowCursor(bool insertMode)
 
 void TextScreen::redrawRow(int r)
 {
-    if (r < 0 || r >= kRows)
+    if (!onScreen(r))
         return;
-    std::string text = m_rows[static_cast<size_t>(r)].substr(0, kColumns);
-    text.resize(kColumns, ' ');
+    std::string_view text = m_rows[static_cast<size_t>(r)];
+    text = text.substr(0, kColumns);
     m_plane->drawText(0, r, text);
+    if (text.size() < kColumns)
+        m_plane->drawText(static_cast<int>(text.size()), r, kBlankRow.substr(text.size()));
     m_plane->presentRows(r, r);
 }
 
 void TextScreen::ClearRows()
 {
-    for (int r = m_scrollTop; r < m_scrollBottom; ++r)
+    const int top = clampInt(m_scrollTop, 0, kRows - 1);
+    const int bottom = clampInt(m_scrollBottom, top, kRows);
+    for (int r = top; r < bottom; ++r)
         m_rows[static_cast<size_t>(r)].clear();
-    m_plane->clearRows(m_scrollTop, std::max(m_scrollTop, m_scrollBottom - 1));
+    if (bottom > top)
+        m_plane->clearRows(top, bottom - 1);
     m_cursorColumn = 0;
-    // The caller places the cursor; until then it stands at the top of the screen.
     m_cursorRow = 0;
     m_highestRow = -1;
 }

@@ -80,14 +80,20 @@ public:
     void redrawRow(int r);
     // CLS 2 and 3: the graphics pages are cleared.
     void clearGraphics() { m_plane->clearGraphics(); }
-    // Empties the window's rows; cursorColumn 0, cursorRow -1, highestRow -1.
+    // Empties the window's rows; cursorColumn 0, highestRow -1. The cursor row is left at 0 (not
+    // -1) so that it always names a screen row; the caller places the cursor afterwards.
     void ClearRows();
 
-    // Row texts (0..24); a row may be shorter than 80 bytes.
-    [[nodiscard]] const std::string& row(int r) const { return m_rows[static_cast<size_t>(r)]; }
+    // Row texts (0..24); a row may be shorter than 80 bytes. Outside 0..24 a row reads as empty,
+    // a link as -1, and writes are ignored.
+    [[nodiscard]] const std::string& row(int r) const;
     void setRow(int r, std::string text);
-    [[nodiscard]] LineLink link(int r) const { return m_links[static_cast<size_t>(r)]; }
-    void setLink(int r, LineLink link) { m_links[static_cast<size_t>(r)] = link; }
+    [[nodiscard]] LineLink link(int r) const { return onScreen(r) ? m_links[static_cast<size_t>(r)] : LineLink {}; }
+    void setLink(int r, LineLink link)
+    {
+        if (onScreen(r))
+            m_links[static_cast<size_t>(r)] = link;
+    }
 
     [[nodiscard]] int cursorColumn() const { return m_cursorColumn; }
     [[nodiscard]] int cursorRow() const { return m_cursorRow; }
@@ -109,10 +115,14 @@ public:
     void setScrollWindow(int top, int rows);
 
 private:
+    static bool onScreen(int r) { return r >= 0 && r < kRows; }
     void advanceRow();            // the cursor moves on to a following row, scrolling as needed
+    void scrollWindow();          // ScrollUp, then the function-key line when the window reaches it
     void applyControl(uint8_t c); // one control byte of Print
     void controlToNextRow();
-    void storeByte(uint8_t c);
+    // Stores and draws bytes (no control bytes, not past column 80) at the cursor; remaining is
+    // how many bytes of the printed text are left from here, which decides the padding.
+    void putPiece(std::string_view piece, size_t remaining);
 
     std::array<std::string, kRowSlots> m_rows;
     std::array<LineLink, kRows> m_links;

@@ -35,15 +35,62 @@ TEST(TextScreen, WrapsAtColumn80)
     EXPECT_EQ(recorder.events, "[" + std::string(80, 'A') + "]/[B]");
 }
 
+TEST(TextScreen, LongTextIsWrittenInRowPieces)
+{
+    TextScreen screen;
+    Recorder recorder;
+    screen.setListener(&recorder);
+    std::string text = std::string(40, 'a') + std::string(40, 'b') + "cdefg";
+    screen.Print(text);
+    EXPECT_EQ(recorder.events, "[" + text.substr(0, 80) + "]/[cdefg]");
+    EXPECT_EQ(screen.row(0), text.substr(0, 80));
+    EXPECT_EQ(screen.row(1).substr(0, 6), "cdefg ");
+    EXPECT_EQ(screen.highestRow(), 2);
+}
+
+TEST(TextScreen, ACursorAtColumn80WrapsBeforeTheNextByte)
+{
+    TextScreen screen;
+    Recorder recorder;
+    screen.setListener(&recorder);
+    screen.setCursor(80, 5);
+    screen.Print("X");
+    EXPECT_EQ(recorder.events, "/[X]");
+    EXPECT_EQ(screen.row(5), "");
+    EXPECT_EQ(screen.row(6).substr(0, 1), "X");
+    screen.setCursor(79, 8);
+    screen.Print("\x1d\x1dY");
+    EXPECT_EQ(screen.row(9).substr(0, 1), "Y");
+    EXPECT_EQ(screen.cursorColumn(), 1);
+    EXPECT_EQ(screen.cursorRow(), 9);
+}
+
+TEST(TextScreen, StoringPadsOnlyWhenTheTextReachesPastTheRow)
+{
+    TextScreen screen;
+    screen.setRow(2, "HELLO");
+    screen.setCursor(0, 2);
+    screen.Print("J");
+    EXPECT_EQ(screen.row(2), "JELLO");
+    screen.setCursor(3, 2);
+    screen.Print("PER");
+    EXPECT_EQ(screen.row(2), "JELPER" + std::string(74, ' '));
+    screen.setRow(4, std::string(81, 'L'));
+    screen.setCursor(78, 4);
+    screen.Print("\x81\x40");
+    EXPECT_EQ(screen.row(4), std::string(78, 'L') + "\x81\x40" + "L");
+    EXPECT_EQ(screen.cursorRow(), 5);
+}
+
 TEST(TextScreen, StreamOfPiecesAndRows)
 {
     TextScreen screen;
     Recorder recorder;
     screen.setListener(&recorder);
     screen.Print("ABC");
-    screen.Print("AB\r\nCD\x07");
+    screen.Print("AB\r\nC\x01" "D\x07");
     screen.NewLine();
-    EXPECT_EQ(recorder.events, "[ABC][AB]/[CD]!/");
+    EXPECT_EQ(recorder.events, "[ABC][AB]/[C][D]!/");
     EXPECT_EQ(screen.row(0).substr(0, 5), "ABCAB");
     EXPECT_EQ(screen.row(1).substr(0, 2), "CD");
 }
@@ -55,6 +102,7 @@ struct ControlCase {
     char control;
     int column;
     int row;
+    const char* events; // only a move on to a following row is a row of the stream
 };
 
 class ControlBytes : public ::testing::TestWithParam<ControlCase> {};
@@ -63,22 +111,27 @@ TEST_P(ControlBytes, MoveTheCursor)
 {
     const auto& c = GetParam();
     TextScreen screen;
+    Recorder recorder;
+    screen.setListener(&recorder);
     screen.setCursor(c.startColumn, c.startRow);
     screen.Print(std::string(1, c.control));
     EXPECT_EQ(screen.cursorColumn(), c.column) << c.name;
     EXPECT_EQ(screen.cursorRow(), c.row) << c.name;
+    EXPECT_EQ(recorder.events, c.events) << c.name;
 }
 
 INSTANTIATE_TEST_SUITE_P(TextScreen, ControlBytes,
-    ::testing::Values(ControlCase {"backspace", 5, 3, 8, 4, 3}, ControlCase {"left at column 0", 0, 3, 28, 0, 3},
-        ControlCase {"tab from 0", 0, 3, 9, 8, 3}, ControlCase {"tab from 3", 3, 3, 9, 8, 3},
-        ControlCase {"tab from 8", 8, 3, 9, 16, 3}, ControlCase {"tab from 79", 79, 3, 9, 0, 4},
-        ControlCase {"line feed", 5, 3, 10, 0, 4}, ControlCase {"home", 5, 3, 11, 0, 0},
-        ControlCase {"carriage return", 5, 3, 13, 0, 3}, ControlCase {"right", 5, 3, 29, 6, 3},
-        ControlCase {"up", 5, 3, 30, 5, 2}, ControlCase {"up at row 0", 5, 0, 30, 5, 0},
-        ControlCase {"down", 5, 3, 31, 0, 4}, ControlCase {"other control", 5, 3, 1, 5, 3},
-        ControlCase {"line feed into the last text row scrolls", 5, 22, 10, 0, 23},
-        ControlCase {"carriage return on the last text row", 5, 23, 13, 0, 23}));
+    ::testing::Values(ControlCase {"backspace", 5, 3, 8, 4, 3, ""}, ControlCase {"left at column 0", 0, 3, 28, 0, 3, ""},
+        ControlCase {"tab from 0", 0, 3, 9, 8, 3, ""}, ControlCase {"tab from 3", 3, 3, 9, 8, 3, ""},
+        ControlCase {"tab from 8", 8, 3, 9, 16, 3, ""}, ControlCase {"tab from 79", 79, 3, 9, 0, 4, "/"},
+        ControlCase {"line feed", 5, 3, 10, 0, 4, "/"}, ControlCase {"home", 5, 3, 11, 0, 0, ""},
+        ControlCase {"carriage return", 5, 3, 13, 0, 3, ""}, ControlCase {"right", 5, 3, 29, 6, 3, ""},
+        ControlCase {"right stops at 80", 80, 3, 29, 80, 3, ""}, ControlCase {"up", 5, 3, 30, 5, 2, ""},
+        ControlCase {"up at row 0", 5, 0, 30, 5, 0, ""}, ControlCase {"down", 5, 3, 31, 0, 4, "/"},
+        ControlCase {"bell", 5, 3, 7, 5, 3, "!"}, ControlCase {"other control", 5, 3, 1, 5, 3, ""},
+        ControlCase {"line feed into the last text row scrolls", 5, 22, 10, 0, 23, "/"},
+        ControlCase {"line feed on the last text row", 5, 23, 10, 0, 23, "/"},
+        ControlCase {"carriage return on the last text row", 5, 23, 13, 0, 23, ""}));
 
 TEST(TextScreen, ControlBytesOnTheLastTextRowScrollTheWindow)
 {
@@ -90,6 +143,59 @@ TEST(TextScreen, ControlBytesOnTheLastTextRowScrollTheWindow)
     screen.setCursor(0, 22);
     screen.Print("\n");
     EXPECT_EQ(screen.row(3), "FIVE");
+    EXPECT_EQ(screen.cursorRow(), 23);
+    Recorder recorder;
+    screen.setListener(&recorder);
+    screen.Print("\a");
+    EXPECT_EQ(screen.row(2), "FIVE");
+    EXPECT_EQ(recorder.events, "!");
+    screen.setCursor(7, 20);
+    screen.Print("\r");
+    EXPECT_EQ(screen.row(2), "FIVE");
+    EXPECT_EQ(screen.cursorRow(), 20);
+}
+
+TEST(TextScreen, LineFeedsStayInsideASmallWindow)
+{
+    TextScreen screen;
+    ScrollCounter plane;
+    screen.setPlane(&plane);
+    screen.setRow(4, "ABOVE");
+    screen.setRow(8, "BELOW");
+    screen.setScrollWindow(5, 3); // rows 5..7
+    screen.setCursor(0, 5);
+    // Landing on the window's last row scrolls at once.
+    screen.Print("TOP\nEND\n");
+    EXPECT_EQ(screen.row(5), "END" + std::string(77, ' '));
+    EXPECT_EQ(screen.row(6), "");
+    EXPECT_EQ(screen.row(7), "");
+    EXPECT_EQ(screen.cursorRow(), 7);
+    EXPECT_EQ(plane.scrolls, "5-8 ");
+    for (int i = 0; i < 100; ++i)
+        screen.Print("\n");
+    EXPECT_EQ(screen.cursorRow(), 7);
+    EXPECT_EQ(screen.row(4), "ABOVE");
+    EXPECT_EQ(screen.row(8), "BELOW");
+}
+
+TEST(TextScreen, NoScrollingWhileTheIdleCursorIsBelowTheWindow)
+{
+    TextScreen screen;
+    ScrollCounter plane;
+    screen.setPlane(&plane);
+    screen.setRow(10, "TEN");
+    screen.setIdleCursorRow(24);
+    screen.setCursor(0, 23);
+    screen.NewLine();
+    screen.NewLine();
+    screen.ScrollUp();
+    screen.Print(std::string(90, 'x'));
+    EXPECT_EQ(screen.cursorRow(), 24);
+    EXPECT_EQ(screen.row(10), "TEN");
+    EXPECT_EQ(plane.scrolls, "");
+    screen.setIdleCursorRow(23);
+    screen.NewLine();
+    EXPECT_EQ(screen.row(9), "TEN");
     EXPECT_EQ(screen.cursorRow(), 23);
 }
 
@@ -112,6 +218,13 @@ TEST(TextScreen, PrintingAtTheBottomOfAWindowScrollsOnlyTheWindow)
     EXPECT_EQ(screen.row(15), "BELOW");
     EXPECT_EQ(screen.cursorRow(), 14);
     EXPECT_EQ(plane.scrolls, "5-15 ");
+    screen.Print(std::string(85, 'W'));
+    EXPECT_EQ(screen.row(4), "ABOVE");
+    EXPECT_EQ(screen.row(13), std::string(80, 'W'));
+    EXPECT_EQ(screen.row(14), std::string(5, 'W') + std::string(75, ' '));
+    EXPECT_EQ(screen.row(15), "BELOW");
+    EXPECT_EQ(screen.cursorRow(), 14);
+    EXPECT_EQ(screen.cursorColumn(), 5);
 }
 
 TEST(TextScreen, ScrollingMovesTheLineLinks)
@@ -126,6 +239,52 @@ TEST(TextScreen, ScrollingMovesTheLineLinks)
     EXPECT_EQ(screen.link(3).firstRow, 2);
     EXPECT_EQ(screen.link(3).lastRow, -1);
     EXPECT_EQ(screen.link(4).firstRow, -1);
+
+    // Inside a window only the window's links move; a link to row 0 falls to -1.
+    screen.setScrollWindow(10, 5);
+    screen.setLink(9, {8, -1});
+    screen.setLink(10, {0, 0});
+    screen.setLink(11, {11, 12});
+    screen.setLink(12, {11, -1});
+    screen.ScrollUp();
+    EXPECT_EQ(screen.link(9).firstRow, 8);
+    EXPECT_EQ(screen.link(10).firstRow, 10);
+    EXPECT_EQ(screen.link(10).lastRow, 11);
+    EXPECT_EQ(screen.link(11).firstRow, 10);
+    EXPECT_EQ(screen.link(14).lastRow, -1);
+    screen.setLink(11, {0, 0});
+    screen.ScrollUp();
+    EXPECT_EQ(screen.link(10).firstRow, -1);
+    EXPECT_EQ(screen.link(10).lastRow, -1);
+}
+
+TEST(TextScreen, ClearingEmptiesOnlyTheWindow)
+{
+    TextScreen screen;
+    screen.setRow(2, "OUT");
+    screen.setRow(6, "IN");
+    screen.setLink(6, {6, 7});
+    screen.setScrollWindow(5, 10);
+    screen.setCursor(9, 9);
+    screen.ClearRows();
+    EXPECT_EQ(screen.row(2), "OUT");
+    EXPECT_EQ(screen.row(6), "");
+    EXPECT_EQ(screen.link(6).lastRow, 7);
+    EXPECT_EQ(screen.cursorColumn(), 0);
+    EXPECT_EQ(screen.highestRow(), -1);
+}
+
+TEST(TextScreen, RowsOutsideTheScreenReadEmpty)
+{
+    TextScreen screen;
+    screen.setRow(-1, "X");
+    screen.setRow(25, "X");
+    screen.setLink(-3, {1, 2});
+    screen.setLink(25, {1, 2});
+    EXPECT_EQ(screen.row(-1), "");
+    EXPECT_EQ(screen.row(39), "");
+    EXPECT_EQ(screen.link(-3).firstRow, -1);
+    EXPECT_EQ(screen.link(25).lastRow, -1);
 }
 
 TEST(TextScreen, PrintLineAtMovesToTheNextRow)
@@ -155,6 +314,9 @@ TEST(TextScreen, CursorNeverLeavesTheScreen)
     screen.setCursor(-5, 99);
     screen.Print(std::string(2000, 'Z'));
     EXPECT_LE(screen.cursorRow(), 24);
+    screen.setCursor(0, 0);
+    screen.Print(std::string(100, '\x1e') + std::string(100, '\b') + "Q");
+    EXPECT_EQ(screen.row(0).substr(0, 1), "Q");
 }
 
 TEST(TextScreen, CaretFollowsTheCursorAndTheEditMode)
@@ -177,9 +339,13 @@ TEST(TextScreen, FormFeedClearsTheWindowAndGoesHome)
 {
     TextScreen screen;
     screen.Print("HELLO\r\nWORLD");
+    screen.setRow(24, "KEYS");
+    screen.setLink(0, {0, 1});
     screen.Print("\x0c");
     EXPECT_EQ(screen.row(0), "");
     EXPECT_EQ(screen.row(1), "");
+    EXPECT_EQ(screen.row(24), "");
+    EXPECT_EQ(screen.link(0).lastRow, -1);
     EXPECT_EQ(screen.cursorRow(), 0);
     EXPECT_EQ(screen.cursorColumn(), 0);
 }
