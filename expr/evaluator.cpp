@@ -34,6 +34,8 @@ bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
     return true;
 }
 
+void negate(Value& value);
+
 class Parser {
 public:
     // scope: the text searched for the words that keep a leading minus from wrapping its term.
@@ -62,6 +64,8 @@ private:
     int parseCallArguments(std::vector<Value>& args, bool& hasParentheses);
     bool parseBinaryOperator(Op& op);
     int reduce(std::vector<Token>& tokens, ValueType& groupType);
+    // The wrapped first term -(term) reduced as a group of its own and put in front of the group.
+    int closeFirstTerm(std::vector<Token>& firstTerm, std::vector<Token>& tokens);
     void skipBlanks()
     {
         while (m_pos < m_text.size() && m_text[m_pos] == ' ')
@@ -168,9 +172,7 @@ int Parser::parseGroup(Value& result, Stop stop, bool wrapLeadingMinus)
             if (negateNext) {
                 if (token.value.isString())
                     return m_in.raise(ErrorId::SyntaxError);
-                token.value.number = -token.value.number;
-                if (token.value.form == NumberForm::Literal)
-                    token.value.text = token.value.text[0] == '-' ? token.value.text.substr(1) : "-" + token.value.text;
+                negate(token.value);
             }
             negateNext = false;
             signSeen = false;
@@ -184,16 +186,7 @@ int Parser::parseGroup(Value& result, Stop stop, bool wrapLeadingMinus)
             return m_in.raise(ErrorId::SyntaxError);
         if (wrapping && (op == Op::Add || op == Op::Subtract)) {
             // The first term ends at the first + or - of this group.
-            Value term;
-            ValueType termType = ValueType::Double;
-            TRY_BASIC(reduce(firstTerm, termType));
-            term = std::move(firstTerm.front().value);
-            if (term.isString())
-                return m_in.raise(ErrorId::SyntaxError);
-            term.number = -term.number;
-            if (term.form == NumberForm::Literal)
-                term.text = term.text[0] == '-' ? term.text.substr(1) : "-" + term.text;
-            tokens.push_back({false, Op::Add, std::move(term)});
+            TRY_BASIC(closeFirstTerm(firstTerm, tokens));
             current = &tokens;
             wrapping = false;
         }
@@ -201,19 +194,8 @@ int Parser::parseGroup(Value& result, Stop stop, bool wrapLeadingMinus)
     }
     if (signSeen)
         return m_in.raise(ErrorId::SyntaxError);
-    if (wrapping) {
-        if (firstTerm.empty())
-            return m_in.raise(ErrorId::SyntaxError);
-        ValueType termType = ValueType::Double;
-        TRY_BASIC(reduce(firstTerm, termType));
-        Value term = std::move(firstTerm.front().value);
-        if (term.isString())
-            return m_in.raise(ErrorId::SyntaxError);
-        term.number = -term.number;
-        if (term.form == NumberForm::Literal)
-            term.text = term.text[0] == '-' ? term.text.substr(1) : "-" + term.text;
-        tokens.push_back({false, Op::Add, std::move(term)});
-    }
+    if (wrapping)
+        TRY_BASIC(closeFirstTerm(firstTerm, tokens));
     if (tokens.empty()) {
         result = Value {};
         result.empty = true;
@@ -225,6 +207,28 @@ int Parser::parseGroup(Value& result, Stop stop, bool wrapLeadingMinus)
     result = std::move(tokens.front().value);
     if (!result.isString())
         result.type = groupType;
+    return 0;
+}
+
+// A negated number; a literal keeps its spelling with the sign in front.
+void negate(Value& value)
+{
+    value.number = -value.number;
+    if (value.form == NumberForm::Literal)
+        value.text = !value.text.empty() && value.text[0] == '-' ? value.text.substr(1) : "-" + value.text;
+}
+
+int Parser::closeFirstTerm(std::vector<Token>& firstTerm, std::vector<Token>& tokens)
+{
+    if (firstTerm.empty())
+        return m_in.raise(ErrorId::SyntaxError);
+    ValueType termType = ValueType::Double;
+    TRY_BASIC(reduce(firstTerm, termType));
+    Value term = std::move(firstTerm.front().value);
+    if (term.isString())
+        return m_in.raise(ErrorId::SyntaxError);
+    negate(term);
+    tokens.push_back({false, Op::Add, std::move(term)});
     return 0;
 }
 

@@ -2,9 +2,14 @@
 // of parentheses and outside string literals.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace tessaly::core {
+class Interpreter;
+}
 
 namespace tessaly::expr {
 
@@ -12,6 +17,12 @@ struct PrintItem {
     std::string text;     // the expression (SPC( and TAB( already written as SPC$( and TAB$()
     char separator = 0;   // ';', ',' or 0 after the last item
 };
+
+enum class PrintTarget : uint8_t { Screen, Printer };
+
+// Hands a finished line of PRINT or PRINT USING to the screen (through the output text) or to the
+// printer (with a line end when the row is finished). Returns the statement code.
+int deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target);
 
 // Splits the argument text; false when its parentheses do not balance.
 [[nodiscard]] bool splitPrintItems(std::string_view arguments, std::vector<PrintItem>& items);

@@ -48,24 +48,33 @@ int buildPrintLine(core::Interpreter& in, int begin, int end, std::string& line)
 
 } // namespace
 
+int deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target)
+{
+    auto& run = in.run();
+    if (target == PrintTarget::Screen) {
+        run.outputText = std::move(line);
+        return run.statementCode;
+    }
+    if (run.printNewline)
+        line += "\r\n";
+    in.host().printerWrite(line);
+    // The screen's row is not touched by the printer.
+    run.printNewline = true;
+    return run.statementCode;
+}
+
 int stmtPrint(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildPrintLine(in, begin, end, line));
-    in.run().outputText = std::move(line);
-    return in.run().statementCode;
+    return deliverPrintLine(in, std::move(line), PrintTarget::Screen);
 }
 
 int stmtLprint(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildPrintLine(in, begin, end, line));
-    if (in.run().printNewline)
-        line += "\r\n";
-    in.host().printerWrite(line);
-    // The screen's row is not touched by the printer.
-    in.run().printNewline = true;
-    return in.run().statementCode;
+    return deliverPrintLine(in, std::move(line), PrintTarget::Printer);
 }
 
 } // namespace tessaly::expr

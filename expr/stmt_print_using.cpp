@@ -66,19 +66,14 @@ int stmtPrintUsing(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildUsingLine(in, begin, end, line));
-    in.run().outputText = std::move(line);
-    return in.run().statementCode;
+    return deliverPrintLine(in, std::move(line), PrintTarget::Screen);
 }
 
 int stmtLprintUsing(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildUsingLine(in, begin, end, line));
-    if (in.run().printNewline)
-        line += "\r\n";
-    in.host().printerWrite(line);
-    in.run().printNewline = true;
-    return in.run().statementCode;
+    return deliverPrintLine(in, std::move(line), PrintTarget::Printer);
 }
 
 } // namespace tessaly::expr

@@ -59,3 +59,26 @@ TEST(PrintUsingRow, SemicolonKeepsTheRow)
 
 } // namespace
 } // namespace tessaly::expr
+
+namespace tessaly::expr {
+namespace {
+
+TEST(PrinterOutput, LprintLprintUsingAndLlistGoToThePrinter)
+{
+    test::Session session;
+    session.type("LPRINT \"A\";1");
+    EXPECT_EQ(session.host().printed, "A 1 \r\n");
+    session.type("LPRINT \"X\";");
+    EXPECT_EQ(session.host().printed, "A 1 \r\nX");
+    session.host().printed.clear();
+    session.type("LPRINT USING \"##\";5");
+    EXPECT_EQ(session.host().printed, " 5\r\n");
+    session.host().printed.clear();
+    session.type({"10 PRINT 1", "20 END", "LLIST 20"});
+    EXPECT_EQ(session.host().printed, "20 END\r\n");
+    // The screen row is not touched by the printer.
+    EXPECT_EQ(session.type("LPRINT 7"), "LPRINT 7\nOK\n");
+}
+
+} // namespace
+} // namespace tessaly::expr
