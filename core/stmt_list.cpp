@@ -133,6 +133,8 @@ void listLines(Interpreter& in, int from, int to)
                 --firstRow;
         }
     }
+    screen.RedrawRows();
+    in.run().statementEcho = 0;
     screen.saveCursor();
 }
 

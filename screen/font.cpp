@@ -112,6 +112,11 @@ Font::Glyph Font::glyphForShiftJis(uint16_t code) const
             bytes = std::string(1, static_cast<char>(code));
         std::string utf8 = io::ShiftJisToUtf8(bytes);
         uint32_t codepoint = firstCodepoint(utf8);
+        // The cursor-movement bytes 0x1C..0x1F show as the arrows they stand for (right, left,
+        // up, down); the other control bytes show the font's control-code box.
+        static constexpr uint32_t kArrows[] = {0x2192, 0x2190, 0x2191, 0x2193};
+        if (code >= 0x1C && code <= 0x1F)
+            codepoint = kArrows[code - 0x1C];
         memo = codepoint == 0xFFFD && code != 0 ? -1 : static_cast<int32_t>(codepoint);
     }
     return memo < 0 ? Glyph {} : glyphForCodepoint(static_cast<uint32_t>(memo));
@@ -130,11 +135,14 @@ void Font::drawText(Plane& plane, int x, int y, std::string_view sjis, Pixel col
         }
         Glyph glyph = glyphForShiftJis(code);
         int bytesPerRow = glyph.width / 8;
+        // A wide glyph for a single byte (the control-code boxes) is narrowed into its one cell,
+        // each pixel column standing for two of the glyph's.
+        int squeeze = glyph.width > 8 * cells ? 2 : 1;
         for (int row = 0; glyph.width > 0 && row < 16; ++row) {
             for (int column = 0; column < glyph.width; ++column) {
                 uint8_t bits = glyph.rows[row * bytesPerRow + column / 8];
                 if (bits & (0x80 >> (column % 8)))
-                    plane.setPixel(x + column, y + row, colour);
+                    plane.setPixel(x + column / squeeze, y + row, colour);
             }
         }
         x += 8 * cells;

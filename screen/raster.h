@@ -21,6 +21,12 @@ struct Rect {
     int bottom = 0; // exclusive
     [[nodiscard]] bool empty() const { return right <= left || bottom <= top; }
     [[nodiscard]] Rect intersect(const Rect& other) const;
+    // The smallest rectangle holding both (both non-empty).
+    [[nodiscard]] Rect united(const Rect& other) const
+    {
+        return {left < other.left ? left : other.left, top < other.top ? top : other.top,
+            right > other.right ? right : other.right, bottom > other.bottom ? bottom : other.bottom};
+    }
 };
 
 class Plane {

@@ -43,9 +43,11 @@ void Renderer::setUp()
     Pixel fill = background();
     m_composite.fill(m_composite.bounds(), fill);
     m_text.fill(m_text.bounds(), fill);
+    m_spare.fill(m_spare.bounds(), fill);
     for (auto& page : m_pages)
         page.fill(page.bounds(), fill);
     drawFunctionKeyLine();
+    m_windowDamage = m_composite.bounds();
 }
 
 void Renderer::drawText(int column, int row, std::string_view bytes)
@@ -100,11 +102,7 @@ void Renderer::composeRect(int left, int top, int right, int bottom)
     Rect area = Rect {left, top, right + 1, bottom + 1}.intersect(m_composite.bounds());
     if (area.empty())
         return;
-    if (m_dirty.empty())
-        m_dirty = area;
-    else
-        m_dirty = {std::min(m_dirty.left, area.left), std::min(m_dirty.top, area.top),
-            std::max(m_dirty.right, area.right), std::max(m_dirty.bottom, area.bottom)};
+    m_dirty = m_dirty.empty() ? area : m_dirty.united(area);
 }
 
 void Renderer::flush()
@@ -124,6 +122,34 @@ void Renderer::flush()
     // The function-key line is drawn again only where the composed area covered it.
     if (area.bottom > kFunctionKeyRow * kCellHeight)
         drawFunctionKeyLine();
+    m_windowDamage = m_windowDamage.empty() ? area : m_windowDamage.united(area);
+}
+
+Rect Renderer::takeWindowDamage()
+{
+    flush();
+    Rect damage = m_windowDamage;
+    m_windowDamage = {};
+    return damage;
+}
+
+void Renderer::focusGained()
+{
+    composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
+}
+
+void Renderer::redrawRows(const TextScreen& screen)
+{
+    // Row 24 is drawn from its text only while the function-key line does not cover it.
+    int last = m_keys.lineShown ? kFunctionKeyRow - 1 : kRows - 1;
+    Pixel fill = background();
+    for (int r = 0; r <= last; ++r) {
+        std::string_view text = screen.row(r);
+        text = text.substr(0, std::min<size_t>(text.size(), kColumns + 1));
+        m_text.fill({0, r * kCellHeight, kScreenWidth, (r + 1) * kCellHeight}, fill);
+        drawText(0, r, text);
+    }
+    composeBand(0, kRows - 1);
 }
 
 void Renderer::clearGraphics()

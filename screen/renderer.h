@@ -1,4 +1,5 @@
-// The planes behind the screen (composite, text plane, two graphics pages) and their composition:
+// The planes behind the screen (composite, text plane, two graphics pages, the spare plane and the
+// 8 x 8 tile plane) and their composition:
 // the page on display, then the text plane with the background colour seen through, then the
 // function-key line. The text screen draws through it as its TextPlane.
 #pragma once
@@ -27,6 +28,7 @@ public:
     void clearRows(int first, int last) override;
     void presentRows(int first, int last) override;
     void drawFunctionKeyLine() override;
+    void redrawRows(const TextScreen& screen) override;
 
     // Rebuilds the composite band of text rows first..last.
     void composeBand(int first, int last);
@@ -50,6 +52,17 @@ public:
     // Composes what is marked.
     void flush();
 
+    // What the window must copy again since the last call: every area composed meanwhile (empty
+    // when nothing changed). The window shell asks after each turn of its event loop.
+    [[nodiscard]] Rect takeWindowDamage();
+    // The window came back to the front: the whole screen is composed again from the planes
+    // (no figure is drawn a second time).
+    void focusGained();
+
+    // Staging plane for screen images written to files, and the tile of PAINT patterns.
+    Plane& sparePlane() { return m_spare; }
+    Plane& tilePlane() { return m_tile; }
+
 private:
     [[nodiscard]] Pixel background() const;
 
@@ -58,9 +71,12 @@ private:
     const FunctionKeys& m_keys;
     const GraphicScreen& m_graphics;
     Rect m_dirty;
+    Rect m_windowDamage;
     Plane m_composite;
     Plane m_text;
     std::array<Plane, 2> m_pages;
+    Plane m_spare;
+    Plane m_tile {8, 8, 0xFFFFFF};
 };
 
 } // namespace tessaly::screen

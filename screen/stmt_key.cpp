@@ -53,6 +53,8 @@ int stmtKeyList(core::Interpreter& in, int, int)
                 --first;
         }
     }
+    screen.RedrawRows();
+    in.run().statementEcho = 0;
     return in.run().statementCode;
 }
 

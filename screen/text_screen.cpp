@@ -232,9 +232,6 @@ void TextScreen::WriteRow(std::string_view text, LineLink link)
     auto& row = m_rows[static_cast<size_t>(m_cursorRow)];
     row.assign(text.substr(0, kColumns + 1));
     m_links[static_cast<size_t>(m_cursorRow)] = link;
-    m_plane->drawText(0, m_cursorRow, row);
-    if (row.size() < kColumns)
-        m_plane->drawText(static_cast<int>(row.size()), m_cursorRow, kBlankRow.substr(row.size()));
     m_listener->textWritten(row);
     m_highestRow = std::max(m_highestRow, m_cursorRow);
 }

@@ -9,6 +9,8 @@
 
 namespace tessaly::screen {
 
+class TextScreen;
+
 inline constexpr int kColumns = 80;
 inline constexpr int kRows = 25;
 inline constexpr int kRowSlots = 40;
@@ -37,6 +39,8 @@ public:
     virtual void drawFunctionKeyLine() {}
     // Fills the graphics pages with the background colour (CLS 2 and 3).
     virtual void clearGraphics() {}
+    // Draws every text row again from the row texts and shows the whole screen.
+    virtual void redrawRows(const TextScreen& screen) { (void)screen; }
 };
 
 // What leaves the text screen as a stream: the headless runner turns it into standard output.
@@ -68,7 +72,11 @@ public:
     // Draws text at (column,row) without storing it, then puts the cursor at column 0 of the next row.
     void PrintLineAt(int column, int row, std::string_view text);
     // Replaces the cursor row with text (at most 81 bytes) and its link, as a listing writes it.
+    // The row is drawn by the RedrawRows that ends the listing.
     void WriteRow(std::string_view text, LineLink link);
+    // Draws rows 0..23 (0..24 without the function-key line) from their texts, control bytes as
+    // glyphs, and shows the whole screen.
+    void RedrawRows() { m_plane->redrawRows(*this); }
     // Where the caret stands: the cursor brought back onto the screen, 8 pixels wide, 13 high in
     // overwrite mode and 9 in insert mode; shown only while the cursor switch is on.
     struct Caret {

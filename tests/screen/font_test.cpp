@@ -49,6 +49,22 @@ TEST(Font, DrawsOnlyTheSetPixels)
     EXPECT_EQ(plane.pixel(24, 5), 1U);  // the second A at column 24
 }
 
+TEST(Font, ControlBytesFitTheirCell)
+{
+    // A wide control-code box is narrowed into one cell; 0x1C..0x1F are arrows.
+    Font font = Font::parse("0001:FFFF0000000000000000000000000000000000000000000000000000000000FF\n"
+                            "2192:FF000000000000000000000000000000\n");
+    Plane plane(24, 16, 0);
+    font.drawText(plane, 0, 0, std::string("\x01\x1c", 2), 1);
+    EXPECT_EQ(plane.pixel(0, 0), 1U);
+    EXPECT_EQ(plane.pixel(7, 0), 1U);
+    EXPECT_EQ(plane.pixel(3, 15), 0U);
+    EXPECT_EQ(plane.pixel(7, 15), 1U);  // the box's last column, narrowed
+    EXPECT_EQ(plane.pixel(8, 0), 1U);   // the arrow in the second cell
+    EXPECT_EQ(plane.pixel(8, 1), 0U);
+    EXPECT_EQ(plane.pixel(16, 0), 0U);  // nothing spills into the third cell
+}
+
 TEST(Font, MissingFileNamesThePackage)
 {
     std::string error;

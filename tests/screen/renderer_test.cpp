@@ -89,5 +89,46 @@ TEST(Renderer, ClsClearsTheTextPlane)
     EXPECT_EQ(f.renderer.textPlane().pixel(3, 16 + 3), 0U);
 }
 
+TEST(Renderer, ListRedrawsEveryRowInTheColourInForce)
+{
+    // A character keeps the colour it was printed in until its row is drawn again from the
+    // row texts: LIST and KEY LIST redraw all rows in the text colour of that moment.
+    for (const char* listing : {"LIST", "KEY LIST"}) {
+        Fixture f;
+        f.session.type("COLOR 2:PRINT \"A\"");
+        ASSERT_EQ(f.renderer.composite().pixel(3, 16 + 5), 0xFF0000U);
+        f.session.type("COLOR 7");
+        EXPECT_EQ(f.renderer.composite().pixel(3, 16 + 5), 0xFF0000U);
+        f.session.type(listing);
+        EXPECT_EQ(f.renderer.composite().pixel(3, 16 + 5), 0xFFFFFFU) << listing;
+    }
+}
+
+TEST(Renderer, WindowDamageCoversWhatWasComposed)
+{
+    Fixture f;
+    EXPECT_EQ(f.renderer.takeWindowDamage().bottom, 400); // the first showing: everything
+    EXPECT_TRUE(f.renderer.takeWindowDamage().empty());
+    f.session.type("PSET (100,200),2");
+    Rect damage = f.renderer.takeWindowDamage();
+    EXPECT_FALSE(damage.empty());
+    EXPECT_TRUE(damage.left <= 100 && damage.right > 100 && damage.top <= 200 && damage.bottom > 200);
+    EXPECT_TRUE(f.renderer.takeWindowDamage().empty());
+    // Coming back to the front recomposes the whole screen from the planes, figures included.
+    f.renderer.focusGained();
+    damage = f.renderer.takeWindowDamage();
+    EXPECT_EQ(damage.right - damage.left, 640);
+    EXPECT_EQ(damage.bottom - damage.top, 400);
+    EXPECT_EQ(f.renderer.composite().pixel(100, 200), 0xFF0000U);
+}
+
+TEST(Renderer, PlanesStartInTheBackgroundColourAndTheTileWhite)
+{
+    Fixture f;
+    EXPECT_EQ(f.renderer.sparePlane().pixel(639, 399), 0U);
+    EXPECT_EQ(f.renderer.tilePlane().width(), 8);
+    EXPECT_EQ(f.renderer.tilePlane().pixel(7, 7), 0xFFFFFFU);
+}
+
 } // namespace
 } // namespace tessaly::screen
