@@ -1,7 +1,8 @@
-// The tessaly binary: the headless runner for now; the desktop shell takes the other paths.
-#include <cstdio>
+// The tessaly binary: the desktop window (tessaly [FILE], tessaly --run FILE) or, with --headless,
+// the runner without a window.
 #include <cstring>
 
+#include "app/desktop/tessaly_app.h"
 #include "app/headless/headless_runner.h"
 
 int main(int argc, char** argv)
@@ -10,6 +11,5 @@ int main(int argc, char** argv)
         if (std::strcmp(argv[i], "--headless") == 0 || std::strcmp(argv[i], "--help") == 0)
             return tessaly::app::runHeadless(argc, argv);
     }
-    std::fputs("tessaly: the desktop window is not available in this build; use --headless (see --help)\n", stderr);
-    return 2;
+    return tessaly::desktop::runDesktop(argc, argv);
 }

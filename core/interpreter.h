@@ -19,6 +19,7 @@
 #include "expr/function_state.h"
 #include "expr/input_state.h"
 #include "expr/variables.h"
+#include "io/program_formats.h"
 #include "screen/colours.h"
 #include "screen/function_keys.h"
 #include "screen/graphics.h"
@@ -64,6 +65,16 @@ public:
     void onTimer(TimerId id);
     // Runs a loaded program as RUN does.
     void runProgram();
+
+    // --- The window shell's commands (core/shell_commands.cpp) ---
+    // File New: the rows cleared, the cursor at the top left, the program emptied, the screen set
+    // up as at the first showing of the window.
+    void newDocument();
+    // Runs one statement given as text (the CLS menu commands), as if it stood in a direct
+    // command, without a prompt afterwards; an error is shown as usual.
+    void runStatementCommand(std::string_view text);
+    // Shows an error that a command raised outside a run (menu Open, Save As), then the prompt.
+    void showPendingError();
     [[nodiscard]] bool isRunning() const { return m_run.running; }
     // A program or direct command is under way (running, or waiting for input).
     // An INPUT (or RANDOMIZE) waits for its line.
@@ -96,6 +107,7 @@ public:
     expr::FunctionState& functionState() { return m_functionState; }
     expr::ExpressionScratch& expressionScratch() { return m_expressionScratch; }
     expr::InputState& inputState() { return m_inputState; }
+    io::ProgramFormats& programFormats() { return m_programFormats; }
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
@@ -138,6 +150,7 @@ private:
     expr::FunctionState m_functionState;
     expr::ExpressionScratch m_expressionScratch;
     expr::InputState m_inputState;
+    io::ProgramFormats m_programFormats;
     std::array<int32_t, 10> m_usrAddresses {};
 };
 

@@ -1,0 +1,89 @@
+// The command table. The list-editing commands, printing and the screen copies to the clipboard
+// are present and disabled until their work is built; undo is always greyed.
+#include "app/desktop/command_table.h"
+
+namespace tessaly::desktop {
+
+using namespace cmd;
+
+namespace {
+
+constexpr Command kCommands[] = {
+    {kFileNew, "新規作成(&N)", true, "新規にﾌｧｲﾙを作成/New File", "Ctrl+N", true},
+    {kFileOpen, "開く(&O)", true, "既存のﾌｧｲﾙを開く/Open File", "Ctrl+O", true},
+    {kFileSave, "上書き保存(&S)", true, "作業中のﾌｧｲﾙを上書きして保存/Renew File", "Ctrl+S", true},
+    {kFileSaveAs, "名前を付けて保存(&A)...", false, "作業中のﾌｧｲﾙを新しい名前で保存/SaveAsNewName", nullptr, true},
+    {kFilePrint, "印刷(&P)...", true, "作業中のﾌｧｲﾙ、画面を印刷/Print", "Ctrl+P", false},
+    {kFilePrintPreview, "印刷ﾌﾟﾚﾋﾞｭｰ(&V)", false, "印刷ｲﾒｰｼﾞを表示/PrintPreview", nullptr, false},
+    {kFilePrintSetup, "ﾌﾟﾘﾝﾀの設定(&R)...", false, "ﾌﾟﾘﾝﾀ/印刷ｵﾌﾟｼｮﾝの変更/ Setting printer ,option ", nullptr, false},
+    {kRecentFiles, "最近使ったﾌｧｲﾙ", false, "指定のﾌｧｲﾙを開く/Open designation file ", nullptr, true},
+    {kAppExit, "ｱﾌﾟﾘｹｰｼｮﾝの終了(&X)", false, "ｱﾌﾟﾘｹｰｼｮﾝを終了し、ﾌｧｲﾙの保存を指示/Close", nullptr, true},
+    {kEditUndo, "元に戻す(&U)", false, "直前に行った動作を元に戻す/Undo", "Ctrl+Z", false},
+    {kListEditor, "エディターでリスト編集", true, "テキストエディターでリスト編集", nullptr, false},
+    {kCls, "CLS（テキスト画面消去）", true, "CLS（テキスト画面消去）", nullptr, true},
+    {kCls2, "CLS 2（グラフィック画面消去）", true, "CLS 2（グラフィック画面消去）", nullptr, true},
+    {kCls3, "CLS 3（テキスト＆グラフィック画面消去）", true, "CLS 3（テキスト＆グラフィック画面消去）", nullptr, true},
+    {kList, "LIST(リストの画面表示)", true, "テキスト画面を消去しリスト表示", nullptr, true},
+    {kCopyGraphics, "グラフィック画面をクリップにコピー", false, "グラフィック画面をイメージでクリップにコピー", nullptr, false},
+    {kCopyText, "テキスト画面をクリップにコピー", false, "テキスト画面をクリップにコピー", nullptr, false},
+    {kCopyAllList, "全リストをｺﾋﾟｰ(&C)", true, "全リストをｺﾋﾟｰ", "Ctrl+C", false},
+    {kPasteAllList, "貼り付け／全リストを置換(&P)", true, "貼り付け／全リストを置換", "Ctrl+V", false},
+    {kCopyPartList, "リストの部分コピー", false, "リストの部分コピー", nullptr, false},
+    {kPastePartList, "リストの部分貼り付け", false, "リストの部分貼り付け（挿入、置換）", nullptr, false},
+    {kCutAllList, "全リストの切り取り", true, "全リストを切り取ってｸﾘｯﾌﾟﾎﾞｰﾄﾞに保存", nullptr, false},
+    {kDeleteAllList, "全リストの削除", false, "全リストの削除", nullptr, false},
+    {kCutPartList, "リストの部分切り取り(&T)", false, nullptr, "Ctrl+X", false},
+    {kDeletePartList, "リストの部分削除", false, nullptr, nullptr, false},
+    {kRun, "RUN", true, "実行/RUN", nullptr, true},
+    {kBreak, "BREAK, STOP", true, "停止/STOP", nullptr, true},
+    {kCont, "CONT", true, "継続/CONT", nullptr, true},
+    {kViewToolBar, "ﾂｰﾙ ﾊﾞｰ(&T)", false, "ﾂｰﾙ ﾊﾞｰの 表示/非表示/ToolBar On,Off", nullptr, true},
+    {kViewStatusBar, "ｽﾃｰﾀｽ ﾊﾞｰ(&S)", false, "ｽﾃｰﾀｽ ﾊﾞｰの 表示/非表示/StatusBar On,Off", nullptr, true},
+    {kHelpIndex, "ﾄﾋﾟｯｸの検索(&H)", true, "ﾍﾙﾌﾟ ﾄﾋﾟｯｸの一覧", "F11", true},
+    {kContextHelp, nullptr, true, "ｸﾘｯｸされたﾎﾞﾀﾝ、ﾒﾆｭｰまたはｳｨﾝﾄﾞｳのﾍﾙﾌﾟを表示", nullptr, true},
+    {kAppAbout, "Tessaly のﾊﾞｰｼﾞｮﾝ情報(&A)...", false, "ﾌﾟﾛｸﾞﾗﾑの情報、ﾊﾞｰｼﾞｮﾝそして著作権を表示", nullptr, true},
+    {kFunctionKey10, nullptr, false, nullptr, nullptr, true},
+};
+
+constexpr int kToolBar[] = {kFileNew, kFileOpen, kFileSave, kSeparator, kRun, kBreak, kCont, kSeparator, kCls,
+    kCls2, kCls3, kSeparator, kList, kListEditor, kSeparator, kCutAllList, kCopyAllList, kPasteAllList, kFilePrint,
+    kSeparator, kHelpIndex, kContextHelp};
+
+// Which pop-up holds which command is this shell's own arrangement: files, list editing, running,
+// the screen, help.
+constexpr int kFileMenu[] = {kFileNew, kFileOpen, kFileSave, kFileSaveAs, kSeparator, kFilePrint,
+    kFilePrintPreview, kFilePrintSetup, kSeparator, kRecentFiles, kSeparator, kAppExit};
+constexpr int kEditMenu[] = {kEditUndo, kSeparator, kListEditor, kSeparator, kCopyAllList, kPasteAllList,
+    kCutAllList, kDeleteAllList, kSeparator, kCopyPartList, kPastePartList, kCutPartList, kDeletePartList};
+constexpr int kRunMenu[] = {kRun, kBreak, kCont};
+constexpr int kViewMenu[] = {kViewToolBar, kViewStatusBar, kSeparator, kCls, kCls2, kCls3, kList, kSeparator,
+    kCopyGraphics, kCopyText};
+constexpr int kHelpMenu[] = {kHelpIndex, kSeparator, kAppAbout};
+
+const MenuPopup kMenuBar[] = {
+    {"ﾌｧｲﾙ(&F)", kFileMenu},
+    {"編集(&E)", kEditMenu},
+    {"RUN/STOP", kRunMenu},
+    {"表示(&V)", kViewMenu},
+    {"ﾍﾙﾌﾟ(&H)", kHelpMenu},
+};
+
+} // namespace
+
+std::span<const Command> commands() { return kCommands; }
+
+const Command* findCommand(int id)
+{
+    for (const auto& command : kCommands)
+        if (command.id == id)
+            return &command;
+    return nullptr;
+}
+
+std::span<const int> toolBarOrder() { return kToolBar; }
+
+std::span<const MenuPopup> menuBarPopups() { return kMenuBar; }
+
+const MenuPopup& editPopup() { return kMenuBar[1]; }
+
+} // namespace tessaly::desktop

@@ -1,0 +1,40 @@
+// The file dialogs with the program filter, and the save-changes question.
+#include "app/desktop/document_prompts.h"
+
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace tessaly::desktop {
+
+namespace {
+const QString kFilter = QStringLiteral("BAS Files(*.BAS *.bas);;All Files(*)");
+} // namespace
+
+QString DialogPrompts::openFileName()
+{
+    return QFileDialog::getOpenFileName(m_parent, QString(), QString(), kFilter, nullptr, QFileDialog::ReadOnly);
+}
+
+QString DialogPrompts::saveFileName(const QString& suggested)
+{
+    QFileDialog dialog(m_parent, QString(), suggested, kFilter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("BAS"));
+    dialog.setOption(QFileDialog::ReadOnly, false);
+    // The dialog asks before an existing file is overwritten.
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    return dialog.selectedFiles().constFirst();
+}
+
+SaveChangesAnswer DialogPrompts::saveChanges(const QString& title)
+{
+    auto answer = QMessageBox::question(m_parent, QStringLiteral("Tessaly"),
+        QStringLiteral("%1 への変更を保存しますか?").arg(title),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+    return answer == QMessageBox::Yes ? SaveChangesAnswer::Save
+        : answer == QMessageBox::No   ? SaveChangesAnswer::Discard
+                                      : SaveChangesAnswer::Cancel;
+}
+
+} // namespace tessaly::desktop

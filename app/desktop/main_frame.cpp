@@ -1,0 +1,247 @@
+// The frame's construction and the routing of its commands.
+#include "app/desktop/main_frame.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "app/desktop/about_dialog.h"
+#include "app/desktop/command_table.h"
+#include "app/desktop/lock_state.h"
+#include "app/desktop/recent_files.h"
+#include "app/desktop/tessaly_doc.h"
+#include "app/desktop/tessaly_view.h"
+#include "app/desktop/tool_icons.h"
+
+namespace tessaly::desktop {
+
+namespace {
+
+// The frame's size and place: 640 x 400 grown by the frame's margins (665 x 506) at (99, 75).
+constexpr int kFrameWidth = static_cast<int>(640 * 1.04);
+constexpr int kFrameHeight = static_cast<int>(400 * 1.2653);
+constexpr int kFrameLeft = static_cast<int>(kFrameWidth * 0.15);
+constexpr int kFrameTop = static_cast<int>(kFrameHeight * 0.15);
+
+// Only these accelerators are bound; the others only show their keys in the menu.
+bool isBoundShortcut(int id)
+{
+    return id == cmd::kFileNew || id == cmd::kFileOpen || id == cmd::kFileSave || id == cmd::kFilePrint
+        || id == cmd::kHelpIndex;
+}
+
+QString toolTipOf(const char* menuText)
+{
+    QString text = QString::fromUtf8(menuText);
+    text.remove(QRegularExpression(QStringLiteral("\\(&.\\)|&|\\.\\.\\.$")));
+    return text;
+}
+
+} // namespace
+
+CMainFrame::CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent)
+    : m_view(view)
+    , m_doc(doc)
+    , m_recent(recent)
+{
+    // No maximise box.
+    setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint
+        | Qt::WindowCloseButtonHint);
+    setWindowIcon(applicationIcon());
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidget(&m_view);
+    scroll->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    scroll->setFocusProxy(&m_view);
+    setCentralWidget(scroll);
+    createActions();
+    createMenus();
+    createToolBar();
+    createStatusBar();
+    setGeometry(kFrameLeft, kFrameTop, kFrameWidth, kFrameHeight);
+    connect(&m_doc, &CTessalyDoc::titleChanged, this, &CMainFrame::updateTitle);
+    connect(&m_recent, &RecentFiles::changed, this, &CMainFrame::fillRecentMenu);
+    connect(&m_view, &CTessalyView::fileDropped, this, [this](const QString& path) { m_doc.openPath(path); });
+    m_view.setPopupMenu(m_popup);
+    m_view.installEventFilter(this);
+    updateTitle();
+    m_view.setFocus();
+}
+
+void CMainFrame::createActions()
+{
+    for (const auto& command : commands()) {
+        if (command.id == cmd::kFunctionKey10 || command.id == cmd::kRecentFiles)
+            continue;
+        QString text = command.menuText != nullptr ? QString::fromUtf8(command.menuText) : QString();
+        auto* action = new QAction(text, this);
+        if (command.menuText == nullptr)
+            action->setText(QString::fromUtf8(command.prompt));
+        if (command.shortcut != nullptr) {
+            if (isBoundShortcut(command.id))
+                action->setShortcut(QKeySequence(QString::fromLatin1(command.shortcut)));
+            else
+                action->setText(text + QLatin1Char('\t') + QString::fromLatin1(command.shortcut));
+        }
+        if (command.prompt != nullptr)
+            action->setStatusTip(QString::fromUtf8(command.prompt));
+        action->setToolTip(command.menuText != nullptr ? toolTipOf(command.menuText) : QString());
+        action->setEnabled(command.enabled);
+        action->setIcon(toolIcon(command.id));
+        action->setIconVisibleInMenu(false);
+        int id = command.id;
+        connect(action, &QAction::triggered, this, [this, id] { runCommand(id); });
+        m_actions.insert(id, action);
+    }
+    for (int id : {cmd::kViewToolBar, cmd::kViewStatusBar}) {
+        m_actions[id]->setCheckable(true);
+        m_actions[id]->setChecked(true);
+    }
+}
+
+void CMainFrame::createMenus()
+{
+    auto fill = [this](QMenu* menu, const MenuPopup& popup) {
+        for (int id : popup.items) {
+            if (id == cmd::kSeparator)
+                menu->addSeparator();
+            else if (id == cmd::kRecentFiles)
+                m_recentMenu = menu->addMenu(QString::fromUtf8(findCommand(id)->menuText));
+            else
+                menu->addAction(m_actions.value(id));
+        }
+    };
+    for (const auto& popup : menuBarPopups())
+        fill(menuBar()->addMenu(QString::fromUtf8(popup.title)), popup);
+    m_popup = new QMenu(this);
+    fill(m_popup, editPopup());
+    m_recentMenu->setStatusTip(QString::fromUtf8(findCommand(cmd::kRecentFiles)->prompt));
+    fillRecentMenu();
+}
+
+void CMainFrame::fillRecentMenu()
+{
+    m_recentMenu->clear();
+    const auto& paths = m_recent.paths();
+    for (int k = 0; k < paths.size(); ++k) {
+        QString path = paths[k];
+        auto* action = m_recentMenu->addAction(QStringLiteral("&%1 %2").arg(k + 1).arg(QFileInfo(path).fileName()));
+        action->setStatusTip(QString::fromUtf8(findCommand(cmd::kRecentFiles)->prompt));
+        connect(action, &QAction::triggered, this, [this, path] {
+            if (m_doc.saveModified())
+                m_doc.openPath(path);
+        });
+    }
+    m_recentMenu->setEnabled(!paths.isEmpty());
+}
+
+void CMainFrame::createToolBar()
+{
+    m_toolBar = addToolBar(QStringLiteral("Standard"));
+    m_toolBar->setObjectName(QStringLiteral("toolBar"));
+    m_toolBar->setIconSize(QSize(16, 15));
+    m_toolBar->setMovable(true);
+    m_toolBar->setAllowedAreas(Qt::AllToolBarAreas);
+    for (int id : toolBarOrder()) {
+        if (id == cmd::kSeparator)
+            m_toolBar->addSeparator();
+        else
+            m_toolBar->addAction(m_actions.value(id));
+    }
+    connect(m_toolBar, &QToolBar::visibilityChanged, m_actions[cmd::kViewToolBar], &QAction::setChecked);
+}
+
+void CMainFrame::createStatusBar()
+{
+    static const char* const kIndicators[] = {"ｶﾅ", "CAP", "NUM", "SCRL"};
+    for (int k = 0; k < 4; ++k) {
+        m_lockLabels[k] = new QLabel(QString::fromUtf8(kIndicators[k]), this);
+        m_lockLabels[k]->setFrameShape(QFrame::Panel);
+        m_lockLabels[k]->setFrameShadow(QFrame::Sunken);
+        m_lockLabels[k]->setMinimumWidth(m_lockLabels[k]->sizeHint().width());
+        statusBar()->addPermanentWidget(m_lockLabels[k]);
+    }
+    updateLockIndicators();
+}
+
+void CMainFrame::updateLockIndicators()
+{
+    LockState state = readLockState();
+    const bool on[4] = {state.kana, state.caps, state.num, state.scroll};
+    for (int k = 0; k < 4; ++k) {
+        // An indicator whose lock is off shows no text, as a status pane does.
+        m_lockLabels[k]->setEnabled(on[k]);
+        m_lockLabels[k]->setStyleSheet(on[k] ? QString() : QStringLiteral("color: transparent"));
+    }
+}
+
+void CMainFrame::updateTitle() { setWindowTitle(m_doc.title() + QStringLiteral(" - Tessaly")); }
+
+void CMainFrame::runCommand(int id)
+{
+    auto& in = m_view.interpreter();
+    switch (id) {
+    case cmd::kFileNew: m_doc.onNewDocument(); break;
+    case cmd::kFileOpen: m_doc.onFileOpen(); break;
+    case cmd::kFileSave: m_doc.onFileSave(); break;
+    case cmd::kFileSaveAs: m_doc.onFileSaveAs(); break;
+    case cmd::kAppExit: close(); break;
+    case cmd::kCls: in.runStatementCommand("CLS"); break;
+    case cmd::kCls2: in.runStatementCommand("CLS 2"); break;
+    case cmd::kCls3: in.runStatementCommand("CLS 3"); break;
+    case cmd::kList: in.listMenuCommand(); break;
+    case cmd::kRun: in.runMenuCommand(); break;
+    case cmd::kBreak: in.breakProgram(); break;
+    case cmd::kCont: in.continueProgram(); break;
+    case cmd::kViewToolBar: m_toolBar->setVisible(!m_toolBar->isVisible()); break;
+    case cmd::kViewStatusBar:
+        statusBar()->setVisible(!statusBar()->isVisible());
+        m_actions[cmd::kViewStatusBar]->setChecked(statusBar()->isVisible());
+        break;
+    case cmd::kAppAbout: {
+        CAboutDlg about(this);
+        about.exec();
+        break;
+    }
+    // No help file is shipped: the help commands do nothing.
+    case cmd::kHelpIndex: case cmd::kContextHelp: break;
+    default: break;
+    }
+    m_view.refresh();
+    emit m_view.inputHandled();
+    m_view.setFocus();
+}
+
+bool CMainFrame::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == &m_view && (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease))
+        updateLockIndicators();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event)
+{
+    if (m_doc.saveModified())
+        event->accept();
+    else
+        event->ignore();
+}
+
+void CMainFrame::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    // The frame is not maximised.
+    if (event->type() == QEvent::WindowStateChange && (windowState() & Qt::WindowMaximized))
+        setWindowState(windowState() & ~Qt::WindowMaximized);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        updateLockIndicators();
+}
+
+} // namespace tessaly::desktop

@@ -1,0 +1,45 @@
+// The interpreter's platform on the desktop: beep, timers, clock, clipboard, message boxes, and the
+// document's modified flag. Printer bytes are kept until printing is built.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <array>
+#include <functional>
+#include <string>
+
+#include "core/host.h"
+
+namespace tessaly::desktop {
+
+class Beeper;
+
+class QtHost final : public QObject, public core::Host {
+    Q_OBJECT
+public:
+    explicit QtHost(QObject* parent = nullptr);
+
+    void beep() override;
+    void startTimer(core::TimerId id, int periodMs) override;
+    void stopTimer(core::TimerId id) override;
+    void printerWrite(std::string_view bytes) override;
+    core::LocalTime localTime() override;
+    void setDocumentModified(bool modified) override;
+    std::string clipboardText() override;
+    void setClipboardText(std::string_view text) override;
+    void setClipboardImage(const uint32_t* pixels, int width, int height) override;
+    core::MessageAnswer messageBox(std::string_view text, core::MessageButtons buttons) override;
+
+    [[nodiscard]] const std::string& printerBytes() const { return m_printer; }
+
+signals:
+    void timerFired(tessaly::core::TimerId id);
+    void documentModified(bool modified);
+
+private:
+    Beeper* m_beeper;
+    std::array<QTimer, 2> m_timers;
+    std::string m_printer;
+};
+
+} // namespace tessaly::desktop

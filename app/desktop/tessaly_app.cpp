@@ -1,0 +1,111 @@
+// Start-up and the idle driver.
+#include "app/desktop/tessaly_app.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "app/desktop/document_prompts.h"
+#include "app/desktop/main_frame.h"
+#include "app/desktop/recent_files.h"
+#include "app/desktop/tessaly_doc.h"
+#include "app/desktop/tessaly_view.h"
+
+namespace tessaly::desktop {
+
+namespace {
+// A running program gets at most this long per turn of the event loop, so that keys, timers and
+// painting are handled at least every 16 ms.
+constexpr qint64 kSliceMilliseconds = 8;
+} // namespace
+
+CTessalyApp::CTessalyApp(std::unique_ptr<DocumentPrompts> prompts)
+    : m_prompts(std::move(prompts))
+{
+    m_idle.setInterval(0);
+    connect(&m_idle, &QTimer::timeout, this, &CTessalyApp::onIdle);
+}
+
+CTessalyApp::~CTessalyApp()
+{
+    // The frame owns the view through its scroll area; the document refers to the view.
+    m_doc.reset();
+    m_frame.reset();
+}
+
+bool CTessalyApp::initInstance(const QStringList& arguments)
+{
+    std::string fontError;
+    m_font = screen::Font::load(screen::kUnifontJapanesePath, fontError);
+    if (!m_font) {
+        m_error = QString::fromStdString(fontError);
+        return false;
+    }
+    m_recent = std::make_unique<RecentFiles>();
+    m_view = new CTessalyView(*m_font);
+    if (!m_prompts)
+        m_prompts = std::make_unique<DialogPrompts>(m_view);
+    m_doc = std::make_unique<CTessalyDoc>(*m_view, *m_prompts, *m_recent);
+    m_frame = std::make_unique<CMainFrame>(*m_view, *m_doc, *m_recent);
+    connect(m_view, &CTessalyView::inputHandled, this, &CTessalyApp::kick);
+
+    bool run = false;
+    QString file;
+    for (const QString& argument : arguments) {
+        if (argument == QLatin1String("--run"))
+            run = true;
+        else if (file.isEmpty())
+            file = argument;
+    }
+    if (run && file.isEmpty()) {
+        m_error = QStringLiteral("--run needs a program file");
+        return false;
+    }
+    if (!file.isEmpty() && !m_doc->openPath(file)) {
+        m_error = QStringLiteral("cannot read %1").arg(file);
+        return false;
+    }
+    if (run)
+        m_view->interpreter().runProgram();
+    kick();
+    return true;
+}
+
+void CTessalyApp::kick()
+{
+    if (m_view->interpreter().isRunning() && !m_idle.isActive())
+        m_idle.start();
+}
+
+void CTessalyApp::onIdle()
+{
+    auto& in = m_view->interpreter();
+    QElapsedTimer slice;
+    slice.start();
+    do {
+        in.idle();
+    } while (in.isRunning() && !slice.hasExpired(kSliceMilliseconds));
+    m_view->refresh();
+    // Nothing runs: no more idle calls until input or a timer starts something.
+    if (!in.isRunning())
+        m_idle.stop();
+}
+
+int runDesktop(int argc, char** argv)
+{
+    // Whole device pixels per screen pixel on high-density screens: no blurred text.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::Round);
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("Local AppWizard-Generated Applications"));
+    QApplication::setApplicationName(QStringLiteral("Tessaly"));
+    QStringList arguments = QApplication::arguments();
+    arguments.removeFirst();
+    CTessalyApp app;
+    if (!app.initInstance(arguments)) {
+        QMessageBox::critical(nullptr, QStringLiteral("Tessaly"), app.error());
+        return 1;
+    }
+    app.frame().show();
+    return QApplication::exec();
+}
+
+} // namespace tessaly::desktop

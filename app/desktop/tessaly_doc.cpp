@@ -1,0 +1,136 @@
+// The document's commands. Errors of Open and Save As are shown on the BASIC screen as the
+// interpreter's own error messages.
+#include "app/desktop/tessaly_doc.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "app/desktop/document_prompts.h"
+#include "app/desktop/recent_files.h"
+#include "app/desktop/tessaly_view.h"
+#include "io/program_document.h"
+
+namespace tessaly::desktop {
+
+namespace {
+const QString kUntitled = QStringLiteral("無題");
+
+std::string localPath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+} // namespace
+
+CTessalyDoc::CTessalyDoc(CTessalyView& view, DocumentPrompts& prompts, RecentFiles& recent, QObject* parent)
+    : QObject(parent)
+    , m_view(view)
+    , m_prompts(prompts)
+    , m_recent(recent)
+    , m_title(kUntitled)
+{
+    connect(&view.host(), &QtHost::documentModified, this, &CTessalyDoc::setModified);
+}
+
+void CTessalyDoc::setModified(bool modified) { m_modified = modified; }
+
+void CTessalyDoc::setPath(const QString& path)
+{
+    m_path = path;
+    m_title = path.isEmpty() ? kUntitled : QFileInfo(path).fileName();
+    emit titleChanged(m_title);
+}
+
+void CTessalyDoc::showCaret() { m_view.refresh(); }
+
+bool CTessalyDoc::saveModified()
+{
+    if (!m_modified)
+        return true;
+    switch (m_prompts.saveChanges(m_title)) {
+    case SaveChangesAnswer::Save: return onFileSave();
+    case SaveChangesAnswer::Discard: return true;
+    case SaveChangesAnswer::Cancel: return false;
+    }
+    return false;
+}
+
+bool CTessalyDoc::onNewDocument()
+{
+    if (!saveModified())
+        return false;
+    auto& in = m_view.interpreter();
+    // A program under way does not survive its document.
+    if (in.isBusy())
+        in.breakProgram();
+    in.newDocument();
+    setPath(QString());
+    setModified(false);
+    showCaret();
+    return true;
+}
+
+void CTessalyDoc::onFileOpen()
+{
+    // The answer to the save question does not stop the open.
+    saveModified();
+    QString path = m_prompts.openFileName();
+    if (!path.isEmpty())
+        openPath(path);
+    showCaret();
+}
+
+bool CTessalyDoc::openPath(const QString& path)
+{
+    auto& in = m_view.interpreter();
+    if (in.isBusy())
+        in.breakProgram();
+    // Loading makes the program's folder the current one: the full path is taken first.
+    QString absolute = QFileInfo(path).absoluteFilePath();
+    if (!io::LoadProgramDocument(in, localPath(absolute))) {
+        in.showPendingError();
+        showCaret();
+        return false;
+    }
+    setPath(absolute);
+    m_recent.add(absolute);
+    setModified(false);
+    showCaret();
+    return true;
+}
+
+bool CTessalyDoc::onFileSave()
+{
+    if (m_path.isEmpty())
+        return onFileSaveAs();
+    return saveTo(m_path);
+}
+
+bool CTessalyDoc::onFileSaveAs()
+{
+    QString path = m_prompts.saveFileName(m_path.isEmpty() ? m_title : m_path);
+    bool saved = false;
+    if (!path.isEmpty()) {
+        // A name without an extension is saved with .BAS.
+        if (QFileInfo(path).suffix().isEmpty())
+            path += QStringLiteral(".BAS");
+        saved = saveTo(QFileInfo(path).absoluteFilePath());
+    }
+    // After a save or a cancel the document counts as unmodified.
+    setModified(false);
+    showCaret();
+    return saved;
+}
+
+bool CTessalyDoc::saveTo(const QString& path)
+{
+    auto& in = m_view.interpreter();
+    if (!io::SaveProgramDocument(in, localPath(path))) {
+        in.showPendingError();
+        showCaret();
+        return false;
+    }
+    setPath(path);
+    m_recent.add(path);
+    setModified(false);
+    showCaret();
+    return true;
+}
+
+} // namespace tessaly::desktop

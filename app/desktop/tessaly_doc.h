@@ -1,0 +1,53 @@
+// CTessalyDoc: the program file. New, Open, Save and Save As, the modified flag, the title, the
+// recent-file list; the file bytes themselves are read and written by io/program_document.
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+namespace tessaly::desktop {
+
+class CTessalyView;
+class DocumentPrompts;
+class RecentFiles;
+
+class CTessalyDoc : public QObject {
+    Q_OBJECT
+public:
+    CTessalyDoc(CTessalyView& view, DocumentPrompts& prompts, RecentFiles& recent, QObject* parent = nullptr);
+
+    [[nodiscard]] const QString& title() const { return m_title; }
+    [[nodiscard]] const QString& pathName() const { return m_path; }
+    [[nodiscard]] bool isModified() const { return m_modified; }
+    void setModified(bool modified);
+
+    // File New: asks to save changes first; false when the user cancelled.
+    bool onNewDocument();
+    // File Open: asks to save changes (the answer does not stop the open), then a file name.
+    void onFileOpen();
+    // Loads path as Open does (also for the command line, the recent files and drops).
+    bool openPath(const QString& path);
+    // File Save: to the current path, or through Save As when there is none.
+    bool onFileSave();
+    bool onFileSaveAs();
+    // Before New, Open and exit: true when the work may go on.
+    bool saveModified();
+
+signals:
+    void titleChanged(const QString& title);
+
+private:
+    bool saveTo(const QString& path);
+    void setPath(const QString& path);
+    void showCaret();
+
+    CTessalyView& m_view;
+    DocumentPrompts& m_prompts;
+    RecentFiles& m_recent;
+    QString m_path;
+    QString m_title;
+    bool m_modified = false;
+};
+
+} // namespace tessaly::desktop

@@ -1,0 +1,197 @@
+// The screen window: painting, caret, keyboard, mouse, focus and drops.
+#include "app/desktop/tessaly_view.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWindow>
+
+#include "app/desktop/virtual_keys.h"
+
+namespace tessaly::desktop {
+
+CTessalyView::CTessalyView(const screen::Font& font, QWidget* parent)
+    : QWidget(parent)
+    , m_interpreter(m_host)
+    , m_renderer(font, m_interpreter.colours(), m_interpreter.functionKeys(), m_interpreter.graphics())
+{
+    m_interpreter.setRenderer(&m_renderer);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_InputMethodEnabled);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAcceptDrops(true);
+    connect(&m_host, &QtHost::timerFired, this, [this](core::TimerId id) {
+        m_interpreter.onTimer(id);
+        afterInput();
+    });
+    // The caret blinks as the desktop's text carets do.
+    int flash = QApplication::cursorFlashTime();
+    if (flash > 0) {
+        m_blink.setInterval(flash / 2);
+        connect(&m_blink, &QTimer::timeout, this, [this] {
+            m_caretOn = !m_caretOn;
+            update(m_caret);
+        });
+    }
+    setFixedSize(sizeHint());
+    placeCaret();
+}
+
+CTessalyView::~CTessalyView() { m_interpreter.setRenderer(nullptr); }
+
+QSize CTessalyView::sizeHint() const { return {screen::kScreenWidth, screen::kScreenHeight}; }
+
+void CTessalyView::refresh()
+{
+    screen::Rect damage = m_renderer.takeWindowDamage();
+    if (!damage.empty())
+        update(QRect(damage.left, damage.top, damage.right - damage.left, damage.bottom - damage.top));
+    placeCaret();
+}
+
+void CTessalyView::placeCaret()
+{
+    auto& editor = m_interpreter.editor();
+    auto caret = m_interpreter.screen().ShowCursor(editor.editMode < 0);
+    // The caret's cell row starts at y; it covers the upper part of the cell.
+    QRect rect(caret.x, caret.y, caret.width, caret.height);
+    bool visible = caret.visible && !m_interpreter.isRunning();
+    if (rect != m_caret || visible != m_caretVisible) {
+        update(m_caret);
+        m_caret = rect;
+        m_caretVisible = visible;
+        m_caretOn = true;
+        update(m_caret);
+        if (m_blink.interval() > 0 && hasFocus())
+            m_blink.start();
+    }
+}
+
+void CTessalyView::paintEvent(QPaintEvent* event)
+{
+    const screen::Plane& composite = m_renderer.composite();
+    QImage image(reinterpret_cast<const uchar*>(composite.row(0)), composite.width(), composite.height(),
+        composite.width() * static_cast<int>(sizeof(screen::Pixel)), QImage::Format_RGB32);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    QRect area = event->rect().intersected(image.rect());
+    painter.drawImage(area, image, area);
+    if (m_caretVisible && m_caretOn && hasFocus()) {
+        painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+        painter.fillRect(m_caret, Qt::white);
+    }
+}
+
+void CTessalyView::keyPressEvent(QKeyEvent* event)
+{
+    // Ctrl+C, Ctrl+V, Ctrl+X, Ctrl+Z and their other forms are bound to commands that nothing
+    // takes: the key press does nothing (the release still reaches the editor, so Ctrl+C stops
+    // a program as the STOP key).
+    if (isInertAccelerator(*event))
+        return;
+    if (int key = virtualKeyFor(event->key()))
+        m_interpreter.onKeyDown(key);
+    for (char byte : characterBytesFor(*event))
+        m_interpreter.onChar(static_cast<unsigned char>(byte));
+    afterInput();
+}
+
+void CTessalyView::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->isAutoRepeat())
+        return;
+    if (int key = virtualKeyFor(event->key()))
+        m_interpreter.onKeyUp(key);
+    afterInput();
+}
+
+void CTessalyView::inputMethodEvent(QInputMethodEvent* event)
+{
+    // Committed Japanese text arrives as its code page 932 bytes, one character message each.
+    for (char byte : shiftJisOf(event->commitString()))
+        m_interpreter.onChar(static_cast<unsigned char>(byte));
+    event->accept();
+    afterInput();
+}
+
+QVariant CTessalyView::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    if (query == Qt::ImCursorRectangle)
+        return m_caret;
+    if (query == Qt::ImEnabled)
+        return true;
+    return QWidget::inputMethodQuery(query);
+}
+
+void CTessalyView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    QPoint at = event->position().toPoint();
+    m_interpreter.onLeftButtonDown(at.x(), at.y());
+    afterInput();
+}
+
+void CTessalyView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton && m_popup != nullptr)
+        m_popup->popup(mapToGlobal(event->position().toPoint()));
+}
+
+void CTessalyView::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    // Back to the front: the whole screen is composed again from the planes.
+    m_renderer.focusGained();
+    refresh();
+    if (m_blink.interval() > 0)
+        m_blink.start();
+}
+
+void CTessalyView::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    m_blink.stop();
+    update(m_caret);
+}
+
+void CTessalyView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void CTessalyView::dropEvent(QDropEvent* event)
+{
+    const auto urls = event->mimeData()->urls();
+    // The first dropped file is loaded.
+    for (const auto& url : urls) {
+        if (url.isLocalFile()) {
+            event->acceptProposedAction();
+            emit fileDropped(url.toLocalFile());
+            return;
+        }
+    }
+}
+
+bool CTessalyView::focusNextPrevChild(bool next)
+{
+    // TAB belongs to the editor, not to focus changes.
+    (void)next;
+    return false;
+}
+
+void CTessalyView::afterInput()
+{
+    m_interpreter.idle();
+    refresh();
+    emit inputHandled();
+}
+
+} // namespace tessaly::desktop

@@ -1,0 +1,70 @@
+// CTessalyView: the BASIC screen. It owns the one interpreter with its renderer, shows the
+// composite plane (on a high-density screen the application rounds the device pixel ratio to a whole
+// number, so each pixel becomes a sharp square of device pixels), blinks the caret, and hands the interpreter keys,
+// clicks, focus and dropped files.
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+#include <memory>
+
+#include "app/desktop/qt_host.h"
+#include "core/interpreter.h"
+#include "screen/font.h"
+#include "screen/renderer.h"
+
+class QMenu;
+
+namespace tessaly::desktop {
+
+class CTessalyView : public QWidget {
+    Q_OBJECT
+public:
+    CTessalyView(const screen::Font& font, QWidget* parent = nullptr);
+    ~CTessalyView() override;
+
+    core::Interpreter& interpreter() { return m_interpreter; }
+    screen::Renderer& renderer() { return m_renderer; }
+    QtHost& host() { return m_host; }
+    // The pop-up menu of a right click (the frame provides it).
+    void setPopupMenu(QMenu* menu) { m_popup = menu; }
+    // Copies what changed on the composite to the window and places the caret.
+    void refresh();
+    [[nodiscard]] QSize sizeHint() const override;
+    // Where the caret stands and whether it is drawn now (for tests and painting).
+    [[nodiscard]] QRect caretRect() const { return m_caret; }
+
+signals:
+    // Keys or clicks reached the interpreter: a program may have started.
+    void inputHandled();
+    void fileDropped(const QString& path);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    void afterInput();
+    void placeCaret();
+
+    QtHost m_host;
+    core::Interpreter m_interpreter;
+    screen::Renderer m_renderer;
+    QMenu* m_popup = nullptr;
+    QTimer m_blink;
+    bool m_caretOn = true;
+    QRect m_caret;
+    bool m_caretVisible = false;
+};
+
+} // namespace tessaly::desktop

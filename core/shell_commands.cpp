@@ -1,0 +1,57 @@
+// What the window shell asks of the interpreter beyond keys and idle steps: File New, the
+// statements run from menu commands, and showing an error that a document command raised.
+#include <string>
+
+#include "core/executor.h"
+#include "core/interpreter.h"
+#include "core/run_loop.h"
+#include "core/statements.h"
+#include "screen/renderer.h"
+
+namespace tessaly::core {
+
+void Interpreter::newDocument()
+{
+    m_screen.ClearRows();
+    m_screen.setCursor(0, 0);
+    m_screen.setCursorSwitch(1);
+    m_program.clear();
+    resetRunTime(*this);
+    m_prepared.labels.clear();
+    m_prepared.truncateIfs(0);
+    m_prepared.programIfCount = 0;
+    m_prepared.preparedHighWater = 0;
+    m_run.canContinue = false;
+    m_run.continueIndex = -1;
+    m_error.clear();
+    m_programFormats = {};
+    m_graphics.resetView();
+    m_graphics.resetPages();
+    if (m_renderer != nullptr)
+        m_renderer->setUp();
+    m_host.setDocumentModified(false);
+}
+
+void Interpreter::runStatementCommand(std::string_view text)
+{
+    // A waiting INPUT runs its statement again from the buffer once Enter comes: keep it.
+    std::string kept(m_buffer.view());
+    if (!m_buffer.assign(text))
+        return;
+    bool wasDirect = m_run.directMode;
+    m_run.directMode = true;
+    executeStatement(*this, 0, m_buffer.length());
+    m_run.directMode = wasDirect;
+    (void)m_buffer.assign(kept);
+    if (m_error.isPending())
+        showPendingError();
+}
+
+void Interpreter::showPendingError()
+{
+    if (!m_error.isPending() || isBusy())
+        return;
+    showPrompt(*this, PromptKind::Output);
+}
+
+} // namespace tessaly::core
