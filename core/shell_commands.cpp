@@ -51,6 +51,8 @@ void Interpreter::showPendingError()
 {
     if (!m_error.isPending() || isBusy())
         return;
+    // As for an error raised by a key: the message goes on the next row.
+    m_screen.NewLine();
     showPrompt(*this, PromptKind::Output);
 }
 

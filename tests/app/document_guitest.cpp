@@ -1,0 +1,152 @@
+// The document as a user meets it: the command line, Open and Save As through the file-name
+// prompts, the save question, and what a failed save leaves on disk.
+#include <QFile>
+#include <QTemporaryDir>
+#include <sys/resource.h>
+#include <csignal>
+
+#include "gui_fixture.h"
+
+using namespace tessaly;
+using namespace tessaly::desktop;
+using test::Window;
+
+namespace {
+
+QByteArray readAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace
+
+class DocumentTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { test::isolateSettings(); }
+
+    void startsUntitledAndEmpty()
+    {
+        Window w;
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("無題 - Tessaly"));
+        QCOMPARE(w.interpreter().program().count(), 0);
+    }
+
+    void commandLineOpensAndRunOpensAndRuns()
+    {
+        QTemporaryDir dir;
+        QString path = dir.filePath(QStringLiteral("ARGS.BAS"));
+        writeFile(path, "10 PRINT \"HI\"\r\n");
+        Window opened({path});
+        QCOMPARE(opened.interpreter().program().count(), 1);
+        QCOMPARE(opened.frame().windowTitle(), QStringLiteral("ARGS.BAS - Tessaly"));
+        QCOMPARE(opened.row(0), QString());
+        Window ran({QStringLiteral("--run"), path});
+        QVERIFY(ran.settle());
+        QCOMPARE(ran.row(0), QStringLiteral("HI"));
+        Window missing({dir.filePath(QStringLiteral("NONE.BAS"))});
+        QVERIFY(!missing.started);
+    }
+
+    void openThroughThePromptAndCancel()
+    {
+        QTemporaryDir dir;
+        QString path = dir.filePath(QStringLiteral("P.BAS"));
+        writeFile(path, "10 A=1\r\n20 B=2\r\n");
+        Window w;
+        w.prompts->openNames = {path};
+        w.frame().runCommand(cmd::kFileOpen);
+        QCOMPARE(w.interpreter().program().count(), 2);
+        QCOMPARE(w.doc().pathName(), path);
+        // Cancel leaves the program as it is.
+        w.frame().runCommand(cmd::kFileOpen);
+        QCOMPARE(w.interpreter().program().count(), 2);
+        // A file that cannot be read: the error on the screen, the program untouched.
+        w.prompts->openNames = {dir.filePath(QStringLiteral("GONE.BAS"))};
+        w.frame().runCommand(cmd::kFileOpen);
+        QCOMPARE(w.interpreter().program().count(), 2);
+        QCOMPARE(w.interpreter().screen().row(1).substr(0, 18), std::string("File not open in  "));
+    }
+
+    void saveAsWritesTheLoadedFormatAndAddsTheExtension()
+    {
+        QTemporaryDir dir;
+        QString source = dir.filePath(QStringLiteral("T.BAS"));
+        writeFile(source, "10 PRINT 1\r\n20 END\r\n");
+        Window w({source});
+        w.prompts->saveNames = {dir.filePath(QStringLiteral("copy"))};
+        w.frame().runCommand(cmd::kFileSaveAs);
+        QCOMPARE(readAll(dir.filePath(QStringLiteral("copy.BAS"))), QByteArray("10 PRINT 1\r\n20 END\r\n"));
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("copy.BAS - Tessaly"));
+        // A typed line marks the document; Save writes it to the same file.
+        w.typeLine(QStringLiteral("30 REM"));
+        QVERIFY(w.doc().isModified());
+        QTest::keyClick(&w.frame(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(!w.doc().isModified());
+        QCOMPARE(readAll(dir.filePath(QStringLiteral("copy.BAS"))), QByteArray("10 PRINT 1\r\n20 END\r\n30 REM\r\n"));
+    }
+
+    void aFailedWriteKeepsThePreviousFile()
+    {
+        QTemporaryDir dir;
+        QString path = dir.filePath(QStringLiteral("KEEP.BAS"));
+        writeFile(path, "10 END\r\n");
+        Window w({path});
+        w.typeLine(QStringLiteral("20 PRINT \"a line long enough to pass the limit\""));
+        // The file size limit makes the write fail half-way, as a full disk would.
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit old {};
+        getrlimit(RLIMIT_FSIZE, &old);
+        rlimit small = old;
+        small.rlim_cur = 16;
+        setrlimit(RLIMIT_FSIZE, &small);
+        QTest::keyClick(&w.frame(), Qt::Key_S, Qt::ControlModifier);
+        setrlimit(RLIMIT_FSIZE, &old);
+        QCOMPARE(readAll(path), QByteArray("10 END\r\n"));
+        QCOMPARE(w.interpreter().screen().row(2).substr(0, 19), std::string("Disk I/O error in  "));
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList {QStringLiteral("KEEP.BAS")});
+    }
+
+    void newAsksToSaveChanges()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 END"));
+        w.prompts->saveAnswers = {SaveChangesAnswer::Cancel};
+        QTest::keyClick(&w.frame(), Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(w.prompts->saveQuestions, 1);
+        QCOMPARE(w.interpreter().program().count(), 1);
+        w.prompts->saveAnswers = {SaveChangesAnswer::Discard};
+        QTest::keyClick(&w.frame(), Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(w.interpreter().program().count(), 0);
+        QCOMPARE(w.row(0), QString());
+        QCOMPARE(w.interpreter().screen().cursorRow(), 0);
+    }
+
+    void recentFilesRememberTheLastFour()
+    {
+        QTemporaryDir dir;
+        Window w;
+        for (int k = 1; k <= 5; ++k) {
+            QString path = dir.filePath(QStringLiteral("R%1.BAS").arg(k));
+            writeFile(path, "10 END\r\n");
+            w.doc().openPath(path);
+        }
+        auto actions = w.frame().recentMenu()->actions();
+        QCOMPARE(actions.size(), 4);
+        QCOMPARE(actions.first()->text(), QStringLiteral("&1 R5.BAS"));
+        QCOMPARE(actions.last()->text(), QStringLiteral("&4 R2.BAS"));
+        actions.last()->trigger();
+        QCOMPARE(w.doc().pathName(), dir.filePath(QStringLiteral("R2.BAS")));
+    }
+};
+
+QTEST_MAIN(DocumentTest)
+#include "document_guitest.moc"

@@ -1,0 +1,154 @@
+// The frame: its place and size, the menu bar and tool bar of the command table, and menu commands
+// reaching the interpreter.
+#include <QMenuBar>
+#include <QToolBar>
+
+#include "app/desktop/command_table.h"
+#include "app/desktop/virtual_keys.h"
+#include "gui_fixture.h"
+
+using namespace tessaly;
+using namespace tessaly::desktop;
+using test::Window;
+
+class FrameTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { test::isolateSettings(); }
+
+    void placeSizeAndNoMaximise()
+    {
+        Window w;
+        QCOMPARE(w.frame().geometry(), QRect(99, 75, 665, 506));
+        QVERIFY(!(w.frame().windowFlags() & Qt::WindowMaximizeButtonHint));
+        w.frame().showMaximized();
+        QApplication::processEvents();
+        QVERIFY(!w.frame().isMaximized());
+    }
+
+    void menuBarAndToolBarFollowTheTable()
+    {
+        Window w;
+        QStringList titles;
+        for (auto* action : w.frame().menuBar()->actions())
+            titles << action->text();
+        QCOMPARE(titles, (QStringList {QStringLiteral("ﾌｧｲﾙ(&F)"), QStringLiteral("編集(&E)"), QStringLiteral("RUN/STOP"),
+                             QStringLiteral("表示(&V)"), QStringLiteral("ﾍﾙﾌﾟ(&H)")}));
+        QList<QAction*> expected;
+        auto toolActions = w.frame().toolBar()->actions();
+        auto order = toolBarOrder();
+        QCOMPARE(toolActions.size(), static_cast<qsizetype>(order.size()));
+        for (size_t k = 0; k < order.size(); ++k) {
+            auto* action = toolActions[static_cast<qsizetype>(k)];
+            if (order[k] == cmd::kSeparator)
+                QVERIFY(action->isSeparator());
+            else
+                QCOMPARE(action, w.frame().action(order[k]));
+        }
+        QCOMPARE(w.frame().action(cmd::kRun)->statusTip(), QStringLiteral("実行/RUN"));
+        QCOMPARE(w.frame().action(cmd::kFileNew)->shortcut(), QKeySequence(QStringLiteral("Ctrl+N")));
+        // Later work: printing and list editing are present but disabled; undo is greyed.
+        for (int id : {cmd::kFilePrint, cmd::kListEditor, cmd::kCopyAllList, cmd::kEditUndo})
+            QVERIFY(!w.frame().action(id)->isEnabled());
+        QCOMPARE(w.frame().popupMenu()->actions().size(), static_cast<qsizetype>(editPopup().items.size()));
+    }
+
+    void screenCommandsRunAsTheirStatements()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 PRINT \"X\""));
+        w.typeLine(QStringLiteral("PRINT 5"));
+        w.frame().runCommand(cmd::kCls);
+        QCOMPARE(w.row(0), QString());
+        QCOMPARE(w.row(1), QString());
+        w.frame().runCommand(cmd::kList);
+        QCOMPARE(w.row(0), QStringLiteral("10 PRINT \"X\""));
+        // RUN writes RUN on the cursor row and enters it.
+        w.frame().runCommand(cmd::kRun);
+        QVERIFY(w.settle());
+        QCOMPARE(w.row(1), QStringLiteral("RUN"));
+        QCOMPARE(w.row(2), QStringLiteral("X"));
+        QCOMPARE(w.row(3), QStringLiteral("OK"));
+    }
+
+    void breakAndContinueFromTheMenu()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 A=A+1:GOTO 10"));
+        w.frame().runCommand(cmd::kRun);
+        QVERIFY(!w.settle(5));
+        w.frame().runCommand(cmd::kBreak);
+        QVERIFY(w.settle(5));
+        QVERIFY(w.row(2).startsWith(QStringLiteral("BREAK, OK in 10")));
+        w.frame().runCommand(cmd::kCont);
+        QVERIFY(!w.settle(5));
+        QVERIFY(w.interpreter().isRunning());
+        QTest::keyClick(&w.view(), Qt::Key_Escape);
+        QVERIFY(w.settle(20));
+    }
+
+    void graphicsClearFromTheMenu()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("PSET (300,300),2"));
+        QCOMPARE(w.view().renderer().composite().pixel(300, 300), 0xFF0000u);
+        w.frame().runCommand(cmd::kCls2);
+        QCOMPARE(w.view().renderer().composite().pixel(300, 300), 0u);
+    }
+
+    void virtualKeyCodes_data()
+    {
+        QTest::addColumn<int>("qtKey");
+        QTest::addColumn<int>("vk");
+        QTest::newRow("A") << int(Qt::Key_A) << 0x41;
+        QTest::newRow("Z") << int(Qt::Key_Z) << 0x5A;
+        QTest::newRow("0") << int(Qt::Key_0) << 0x30;
+        QTest::newRow("F1") << int(Qt::Key_F1) << 0x70;
+        QTest::newRow("F10") << int(Qt::Key_F10) << 0x79;
+        QTest::newRow("Backspace") << int(Qt::Key_Backspace) << 0x08;
+        QTest::newRow("Tab") << int(Qt::Key_Tab) << 0x09;
+        QTest::newRow("Return") << int(Qt::Key_Return) << 0x0D;
+        QTest::newRow("Enter") << int(Qt::Key_Enter) << 0x0D;
+        QTest::newRow("Shift") << int(Qt::Key_Shift) << 0x10;
+        QTest::newRow("Control") << int(Qt::Key_Control) << 0x11;
+        QTest::newRow("Pause") << int(Qt::Key_Pause) << 0x13;
+        QTest::newRow("Escape") << int(Qt::Key_Escape) << 0x1B;
+        QTest::newRow("Space") << int(Qt::Key_Space) << 0x20;
+        QTest::newRow("PageUp") << int(Qt::Key_PageUp) << 0x21;
+        QTest::newRow("PageDown") << int(Qt::Key_PageDown) << 0x22;
+        QTest::newRow("Home") << int(Qt::Key_Home) << 0x24;
+        QTest::newRow("Left") << int(Qt::Key_Left) << 0x25;
+        QTest::newRow("Up") << int(Qt::Key_Up) << 0x26;
+        QTest::newRow("Right") << int(Qt::Key_Right) << 0x27;
+        QTest::newRow("Down") << int(Qt::Key_Down) << 0x28;
+        QTest::newRow("Insert") << int(Qt::Key_Insert) << 0x2D;
+        QTest::newRow("Delete") << int(Qt::Key_Delete) << 0x2E;
+        QTest::newRow("unknown") << int(Qt::Key_VolumeUp) << 0;
+    }
+
+    void virtualKeyCodes()
+    {
+        QFETCH(int, qtKey);
+        QFETCH(int, vk);
+        QCOMPARE(virtualKeyFor(qtKey), vk);
+    }
+
+    void charactersOfKeys()
+    {
+        auto bytes = [](Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
+            QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
+            return characterBytesFor(event);
+        };
+        QCOMPARE(bytes(Qt::Key_A, Qt::NoModifier, QStringLiteral("a")), std::string("a"));
+        QCOMPARE(bytes(Qt::Key_C, Qt::ControlModifier, QStringLiteral("\x03")), std::string("\x03"));
+        QCOMPARE(bytes(Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r")), std::string("\r"));
+        QCOMPARE(bytes(Qt::Key_Escape, Qt::NoModifier, QStringLiteral("\x1b")), std::string("\x1b"));
+        QCOMPARE(bytes(Qt::Key_Delete, Qt::NoModifier, QStringLiteral("\x7f")), std::string());
+        QCOMPARE(bytes(Qt::Key_Left, Qt::NoModifier, QString()), std::string());
+        QCOMPARE(bytes(Qt::Key_yen, Qt::NoModifier, QStringLiteral("¥")), std::string("\x5c"));
+        QCOMPARE(bytes(Qt::Key_unknown, Qt::NoModifier, QStringLiteral("日")), std::string("\x93\xfa"));
+    }
+};
+
+QTEST_MAIN(FrameTest)
+#include "frame_guitest.moc"

@@ -1,0 +1,115 @@
+// Drives the real window in tests: the application with scripted answers for the file dialogs and
+// the save question, typing through key events, and turning the event loop until the program rests.
+#pragma once
+
+#include <QApplication>
+#include <QDir>
+#include <QMenu>
+#include <QStandardPaths>
+#include <QStringList>
+#include <QTest>
+#include <deque>
+#include <memory>
+#include <string>
+
+#include "app/desktop/command_table.h"
+#include "app/desktop/document_prompts.h"
+#include "app/desktop/main_frame.h"
+#include "app/desktop/tessaly_app.h"
+#include "app/desktop/tessaly_doc.h"
+#include "app/desktop/tessaly_view.h"
+#include "io/shift_jis.h"
+
+namespace tessaly::desktop::test {
+
+// Answers given in order; an exhausted queue answers Cancel (an empty name).
+class ScriptedPrompts final : public DocumentPrompts {
+public:
+    std::deque<QString> openNames;
+    std::deque<QString> saveNames;
+    std::deque<SaveChangesAnswer> saveAnswers;
+    int saveQuestions = 0;
+
+    QString openFileName() override { return take(openNames); }
+    QString saveFileName(const QString&) override { return take(saveNames); }
+    SaveChangesAnswer saveChanges(const QString&) override
+    {
+        ++saveQuestions;
+        if (saveAnswers.empty())
+            return SaveChangesAnswer::Cancel;
+        auto answer = saveAnswers.front();
+        saveAnswers.pop_front();
+        return answer;
+    }
+
+private:
+    static QString take(std::deque<QString>& queue)
+    {
+        if (queue.empty())
+            return {};
+        QString name = queue.front();
+        queue.pop_front();
+        return name;
+    }
+};
+
+inline void isolateSettings()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QApplication::setOrganizationName(QStringLiteral("Local AppWizard-Generated Applications"));
+    QApplication::setApplicationName(QStringLiteral("TessalyTest"));
+}
+
+struct Window {
+    ScriptedPrompts* prompts = nullptr;
+    std::unique_ptr<CTessalyApp> app;
+
+    explicit Window(const QStringList& arguments = {})
+    {
+        auto owned = std::make_unique<ScriptedPrompts>();
+        prompts = owned.get();
+        app = std::make_unique<CTessalyApp>(std::move(owned));
+        started = app->initInstance(arguments);
+        if (started) {
+            app->frame().show();
+            QApplication::setActiveWindow(&app->frame());
+            app->view().setFocus();
+            QTest::qWaitForWindowExposed(&app->frame());
+        }
+    }
+
+    bool started = false;
+
+    CTessalyView& view() { return app->view(); }
+    core::Interpreter& interpreter() { return app->view().interpreter(); }
+    CMainFrame& frame() { return app->frame(); }
+    CTessalyDoc& doc() { return app->document(); }
+
+    // Types the text as key presses, then Enter, and lets the program run until it rests.
+    void typeLine(const QString& text, int maxTurns = 1000)
+    {
+        QTest::keyClicks(&view(), text);
+        QTest::keyClick(&view(), Qt::Key_Return);
+        settle(maxTurns);
+    }
+    // Turns the event loop until no program runs; false when it still runs after maxTurns.
+    bool settle(int maxTurns = 1000)
+    {
+        for (int turn = 0; turn < maxTurns; ++turn) {
+            QApplication::processEvents();
+            if (!app->idleActive())
+                return true;
+        }
+        return false;
+    }
+    // Row r of the text screen as UTF-8, without the blanks that pad it.
+    QString row(int r)
+    {
+        QString text = QString::fromStdString(io::ShiftJisToUtf8(interpreter().screen().row(r)));
+        while (text.endsWith(QLatin1Char(' ')))
+            text.chop(1);
+        return text;
+    }
+};
+
+} // namespace tessaly::desktop::test

@@ -1,0 +1,133 @@
+// The screen window used as a user uses it: typing and running a program, breaking it, clicking,
+// typing Japanese through an input method, dropping a file.
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include "gui_fixture.h"
+#include "screen/renderer.h"
+
+using namespace tessaly;
+using namespace tessaly::desktop;
+using test::Window;
+
+class ViewTest : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { test::isolateSettings(); }
+
+    void typedProgramRunsAndShowsOnTheScreen()
+    {
+        Window w;
+        QVERIFY(w.started);
+        w.typeLine(QStringLiteral("10 PRINT 1+1"));
+        w.typeLine(QStringLiteral("RUN"));
+        QCOMPARE(w.row(0), QStringLiteral("10 PRINT 1+1"));
+        QCOMPARE(w.row(1), QStringLiteral("RUN"));
+        QCOMPARE(w.row(2).trimmed(), QStringLiteral("2"));
+        QCOMPARE(w.row(3), QStringLiteral("OK"));
+        QCOMPARE(w.interpreter().program().count(), 1);
+        // The window shows the composite: the answer's digit is drawn in white on black.
+        QImage shown = w.view().grab().toImage();
+        const auto& composite = w.view().renderer().composite();
+        int whiteInDigit = 0;
+        for (int y = 2 * 16; y < 3 * 16; ++y) {
+            for (int x = 8; x < 16; ++x) {
+                QCOMPARE(shown.pixel(x, y) & 0xFFFFFFu, composite.pixel(x, y));
+                whiteInDigit += composite.pixel(x, y) == 0xFFFFFFu;
+            }
+        }
+        QVERIFY(whiteInDigit > 5);
+    }
+
+    void escapeBreaksAnEndlessLoop()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 GOTO 10"));
+        QTest::keyClicks(&w.view(), QStringLiteral("RUN"));
+        QTest::keyClick(&w.view(), Qt::Key_Return);
+        QVERIFY(!w.settle(20));
+        QVERIFY(w.interpreter().isRunning());
+        QTest::keyClick(&w.view(), Qt::Key_Escape);
+        QVERIFY(w.settle(20));
+        QVERIFY(!w.interpreter().isRunning());
+        QCOMPARE(w.row(2), QStringLiteral("BREAK, OK in 10"));
+    }
+
+    void controlCStopsAndItsPressTypesNothing()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 GOTO 10"));
+        QTest::keyClicks(&w.view(), QStringLiteral("RUN"));
+        QTest::keyClick(&w.view(), Qt::Key_Return);
+        QVERIFY(!w.settle(5));
+        QTest::keyPress(&w.view(), Qt::Key_Control, Qt::ControlModifier);
+        QTest::keyClick(&w.view(), Qt::Key_C, Qt::ControlModifier);
+        QTest::keyRelease(&w.view(), Qt::Key_Control);
+        QVERIFY(w.settle(20));
+        QCOMPARE(w.row(2), QStringLiteral("BREAK, OK in 10"));
+        // In the editor, Ctrl+V and Ctrl+Z do nothing at all.
+        QTest::keyClick(&w.view(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&w.view(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(w.row(3), QString());
+    }
+
+    void keysMoveAndEditLikeTheScreenEditor()
+    {
+        Window w;
+        QTest::keyClicks(&w.view(), QStringLiteral("ABC"));
+        QTest::keyClick(&w.view(), Qt::Key_Left);
+        QTest::keyClick(&w.view(), Qt::Key_Left);
+        QTest::keyClick(&w.view(), Qt::Key_Delete);
+        QCOMPARE(w.row(0).trimmed(), QStringLiteral("AC"));
+        QTest::keyClick(&w.view(), Qt::Key_Tab);
+        QVERIFY(w.view().hasFocus());
+        QCOMPARE(w.interpreter().screen().cursorColumn(), 5);
+    }
+
+    void inputMethodTextArrivesAsShiftJis()
+    {
+        Window w;
+        QInputMethodEvent event;
+        event.setCommitString(QStringLiteral("あｱ"));
+        QApplication::sendEvent(&w.view(), &event);
+        QCOMPARE(w.interpreter().screen().row(0), std::string("\x82\xa0\xb1"));
+    }
+
+    void leftClickPutsTheCursorOnTheCell()
+    {
+        Window w;
+        QTest::mouseClick(&w.view(), Qt::LeftButton, {}, QPoint(8 * 5 + 3, 16 * 3 + 7));
+        QCOMPARE(w.interpreter().screen().cursorColumn(), 5);
+        QCOMPARE(w.interpreter().screen().cursorRow(), 3);
+        QCOMPARE(w.view().caretRect(), QRect(40, 48, 8, 13));
+        QTest::keyClick(&w.view(), Qt::Key_Insert);
+        QCOMPARE(w.view().caretRect().height(), 9);
+    }
+
+    void droppedFileIsLoaded()
+    {
+        QTemporaryDir dir;
+        QString path = dir.filePath(QStringLiteral("drop.bas"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("10 PRINT 7\r\n20 END\r\n");
+        file.close();
+        Window w;
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        // A drop reaches the widget that accepted the drag's entry.
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&w.view(), &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&w.view(), &drop);
+        QCOMPARE(w.interpreter().program().count(), 2);
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("drop.bas - Tessaly"));
+    }
+};
+
+QTEST_MAIN(ViewTest)
+#include "view_guitest.moc"
