@@ -83,16 +83,7 @@ bool CTessalyDoc::openPath(const QString& path)
         in.breakProgram();
     // Loading makes the program's folder the current one: the full path is taken first.
     QString absolute = QFileInfo(path).absoluteFilePath();
-    if (!io::LoadProgramDocument(in, localPath(absolute))) {
-        in.showPendingError();
-        showCaret();
-        return false;
-    }
-    setPath(absolute);
-    m_recent.add(absolute);
-    setModified(false);
-    showCaret();
-    return true;
+    return finishFileCommand(io::LoadProgramDocument(in, localPath(absolute)), absolute);
 }
 
 bool CTessalyDoc::onFileSave()
@@ -120,17 +111,20 @@ bool CTessalyDoc::onFileSaveAs()
 
 bool CTessalyDoc::saveTo(const QString& path)
 {
-    auto& in = m_view.interpreter();
-    if (!io::SaveProgramDocument(in, localPath(path))) {
-        in.showPendingError();
-        showCaret();
-        return false;
+    return finishFileCommand(io::SaveProgramDocument(m_view.interpreter(), localPath(path)), path);
+}
+
+bool CTessalyDoc::finishFileCommand(bool succeeded, const QString& path)
+{
+    if (succeeded) {
+        setPath(path);
+        m_recent.add(path);
+        setModified(false);
+    } else {
+        m_view.interpreter().showPendingError();
     }
-    setPath(path);
-    m_recent.add(path);
-    setModified(false);
     showCaret();
-    return true;
+    return succeeded;
 }
 
 } // namespace tessaly::desktop

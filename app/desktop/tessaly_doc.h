@@ -39,6 +39,8 @@ signals:
 
 private:
     bool saveTo(const QString& path);
+    // After a load or a save: the document takes the path, or the error is shown.
+    bool finishFileCommand(bool succeeded, const QString& path);
     void setPath(const QString& path);
     void showCaret();
 
