@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QMenuBar>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -68,6 +69,15 @@ CMainFrame::CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent
     setGeometry(kFrameLeft, kFrameTop, kFrameWidth, kFrameHeight);
     connect(&m_doc, &CTessalyDoc::titleChanged, this, &CMainFrame::updateTitle);
     connect(&m_recent, &RecentFiles::changed, this, &CMainFrame::fillRecentMenu);
+    connect(&m_view, &CTessalyView::scrollRequested, scroll, [scroll](int direction) {
+        if (direction == 0) {
+            scroll->horizontalScrollBar()->setValue(0);
+            scroll->verticalScrollBar()->setValue(0);
+        } else {
+            scroll->verticalScrollBar()->triggerAction(
+                direction < 0 ? QAbstractSlider::SliderPageStepSub : QAbstractSlider::SliderPageStepAdd);
+        }
+    });
     connect(&m_view, &CTessalyView::fileDropped, this, [this](const QString& path) { m_doc.openPath(path); });
     m_view.setPopupMenu(m_popup);
     m_view.installEventFilter(this);

@@ -16,6 +16,12 @@
 
 namespace tessaly::desktop {
 
+namespace {
+// As desktop carets do, the caret stops blinking (and stays on) after about ten seconds without
+// input, so that a window left alone costs nothing.
+constexpr int kBlinksBeforeRest = 20;
+} // namespace
+
 CTessalyView::CTessalyView(const screen::Font& font, QWidget* parent)
     : QWidget(parent)
     , m_interpreter(m_host)
@@ -35,7 +41,9 @@ CTessalyView::CTessalyView(const screen::Font& font, QWidget* parent)
     if (flash > 0) {
         m_blink.setInterval(flash / 2);
         connect(&m_blink, &QTimer::timeout, this, [this] {
-            m_caretOn = !m_caretOn;
+            m_caretOn = !m_caretOn || m_blinksLeft <= 0;
+            if (--m_blinksLeft <= 0 && m_caretOn)
+                m_blink.stop();
             update(m_caret);
         });
     }
@@ -66,11 +74,19 @@ void CTessalyView::placeCaret()
         update(m_caret);
         m_caret = rect;
         m_caretVisible = visible;
-        m_caretOn = true;
         update(m_caret);
-        if (m_blink.interval() > 0 && hasFocus())
-            m_blink.start();
+        restartBlinking();
     }
+    if (!m_caretVisible)
+        m_blink.stop();
+}
+
+void CTessalyView::restartBlinking()
+{
+    m_caretOn = true;
+    m_blinksLeft = kBlinksBeforeRest;
+    if (m_blink.interval() > 0 && hasFocus() && m_caretVisible)
+        m_blink.start();
 }
 
 void CTessalyView::paintEvent(QPaintEvent* event)
@@ -99,6 +115,10 @@ void CTessalyView::keyPressEvent(QKeyEvent* event)
         m_interpreter.onKeyDown(key);
     for (char byte : characterBytesFor(*event))
         m_interpreter.onChar(static_cast<unsigned char>(byte));
+    if (event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)
+        emit scrollRequested(event->key() == Qt::Key_PageUp ? -1 : 1);
+    else if (event->key() == Qt::Key_Home)
+        emit scrollRequested(0);
     afterInput();
 }
 
@@ -150,8 +170,7 @@ void CTessalyView::focusInEvent(QFocusEvent* event)
     // Back to the front: the whole screen is composed again from the planes.
     m_renderer.focusGained();
     refresh();
-    if (m_blink.interval() > 0)
-        m_blink.start();
+    restartBlinking();
 }
 
 void CTessalyView::focusOutEvent(QFocusEvent* event)
@@ -191,6 +210,7 @@ void CTessalyView::afterInput()
 {
     m_interpreter.idle();
     refresh();
+    restartBlinking();
     emit inputHandled();
 }
 

@@ -38,6 +38,8 @@ signals:
     // Keys or clicks reached the interpreter: a program may have started.
     void inputHandled();
     void fileDropped(const QString& path);
+    // Page Up, Page Down and Home move the scroll view: -1 a page up, 1 a page down, 0 the top left.
+    void scrollRequested(int direction);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -56,6 +58,7 @@ protected:
 private:
     void afterInput();
     void placeCaret();
+    void restartBlinking();
 
     QtHost m_host;
     core::Interpreter m_interpreter;
@@ -63,6 +66,7 @@ private:
     QMenu* m_popup = nullptr;
     QTimer m_blink;
     bool m_caretOn = true;
+    int m_blinksLeft = 0;
     QRect m_caret;
     bool m_caretVisible = false;
 };

@@ -130,6 +130,30 @@ private slots:
         QCOMPARE(w.interpreter().screen().cursorRow(), 0);
     }
 
+    void closingAsksToSaveChanges()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 END"));
+        w.prompts->saveAnswers = {SaveChangesAnswer::Cancel};
+        QVERIFY(!w.frame().close());
+        QVERIFY(w.frame().isVisible());
+        w.prompts->saveAnswers = {SaveChangesAnswer::Discard};
+        QVERIFY(w.frame().close());
+        QCOMPARE(w.prompts->saveQuestions, 2);
+    }
+
+    void theProgramsFolderBecomesTheCurrentOne()
+    {
+        QTemporaryDir dir;
+        QDir(dir.path()).mkdir(QStringLiteral("sub"));
+        QString path = dir.filePath(QStringLiteral("sub/HERE.BAS"));
+        writeFile(path, "10 END\r\n");
+        QString before = QDir::currentPath();
+        Window w({path});
+        QCOMPARE(QFileInfo(QDir::currentPath()).canonicalFilePath(), QFileInfo(dir.filePath(QStringLiteral("sub"))).canonicalFilePath());
+        QDir::setCurrent(before);
+    }
+
     void recentFilesRememberTheLastFour()
     {
         QTemporaryDir dir;
