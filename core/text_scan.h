@@ -50,6 +50,51 @@ namespace tessaly::core {
     return std::string_view::npos;
 }
 
+// The first position at or after from, outside double quotes, whose byte satisfies
+// stop(byte, depth), depth being the number of parentheses open there (counted from from);
+// npos when none. endDepth, when given, receives the depth where the walk ended.
+template <typename Stop>
+[[nodiscard]] size_t findAtTopLevel(std::string_view text, size_t from, Stop stop, int* endDepth = nullptr)
+{
+    bool quoted = false;
+    int depth = 0;
+    size_t pos = from;
+    for (; pos < text.size(); ++pos) {
+        char c = text[pos];
+        if (c == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (quoted)
+            continue;
+        if (c == '(')
+            ++depth;
+        else if (c == ')')
+            --depth;
+        else if (stop(c, depth))
+            break;
+    }
+    if (endDepth != nullptr)
+        *endDepth = depth;
+    return pos < text.size() ? pos : std::string_view::npos;
+}
+
+// Splits text at the separators that stand outside quotes and parentheses; calls piece(text,
+// separator) for each piece, separator 0 for the last. Stops early when piece returns false.
+template <typename IsSeparator, typename Piece>
+bool splitAtTopLevel(std::string_view text, IsSeparator isSeparator, Piece piece)
+{
+    size_t start = 0;
+    for (;;) {
+        size_t pos = findAtTopLevel(text, start, [&](char c, int depth) { return depth == 0 && isSeparator(c); });
+        if (pos == std::string_view::npos)
+            return piece(text.substr(start), '\0');
+        if (!piece(text.substr(start, pos - start), text[pos]))
+            return false;
+        start = pos + 1;
+    }
+}
+
 [[nodiscard]] constexpr bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 // A character that continues a variable name: letters, digits, ".", "_" and the type marks.

@@ -5,6 +5,7 @@
 
 #include "core/interpreter.h"
 #include "expr/evaluator.h"
+#include "core/text_scan.h"
 
 namespace tessaly::expr {
 
@@ -44,33 +45,19 @@ struct Relation {
 // The first relational operator of a term outside quotes and parentheses.
 Relation findRelation(std::string_view term)
 {
-    bool quoted = false;
-    int depth = 0;
-    for (size_t pos = 0; pos < term.size(); ++pos) {
-        char c = term[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
-        if (c == '(')
-            ++depth;
-        else if (c == ')')
-            --depth;
-        if (depth != 0 || (c != '=' && c != '<' && c != '>'))
-            continue;
-        char next = pos + 1 < term.size() ? term[pos + 1] : '\0';
-        auto pair = std::string {c, next};
-        if (pair == "<>" || pair == "><")
-            return {pos, 2, 2};
-        if (pair == "<=" || pair == "=<")
-            return {pos, 2, 4};
-        if (pair == ">=" || pair == "=>")
-            return {pos, 2, 6};
-        return {pos, 1, c == '=' ? 1 : (c == '<' ? 3 : 5)};
-    }
-    return {};
+    size_t pos = core::findAtTopLevel(term, 0, [](char c, int depth) { return depth == 0 && (c == '=' || c == '<' || c == '>'); });
+    if (pos == std::string_view::npos)
+        return {};
+    char c = term[pos];
+    char next = pos + 1 < term.size() ? term[pos + 1] : '\0';
+    auto pairIs = [&](const char* pair) { return (c == pair[0] && next == pair[1]) || (c == pair[1] && next == pair[0]); };
+    if (pairIs("<>"))
+        return {pos, 2, 2};
+    if (pairIs("<="))
+        return {pos, 2, 4};
+    if (pairIs(">="))
+        return {pos, 2, 6};
+    return {pos, 1, c == '=' ? 1 : (c == '<' ? 3 : 5)};
 }
 
 bool holds(int kind, int comparison)

@@ -1,6 +1,8 @@
 // Splitting the item list of PRINT and WRITE.
 #include "expr/print_items.h"
 
+#include "core/text_scan.h"
+
 namespace tessaly::expr {
 
 namespace {
@@ -41,31 +43,21 @@ std::string rewriteSpacing(std::string_view item)
 bool splitPrintItems(std::string_view arguments, std::vector<PrintItem>& items)
 {
     items.clear();
+    // The list ends at the end of the statement (a colon, a comment or the line end) at any depth.
     int depth = 0;
-    bool quoted = false;
     size_t start = 0;
-    size_t pos = 0;
-    for (; pos < arguments.size(); ++pos) {
-        char c = arguments[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
+    for (;;) {
+        size_t pos = core::findAtTopLevel(arguments, start, [](char c, int level) {
+            return (level == 0 && (c == ';' || c == ',')) || c == ':' || c == '\'' || c == '\r' || c == '\n';
+        }, &depth);
+        char c = pos == std::string_view::npos ? '\0' : arguments[pos];
+        if (c != ';' && c != ',') {
+            items.push_back({rewriteSpacing(arguments.substr(start, pos == std::string_view::npos ? pos : pos - start)), 0});
+            return depth == 0;
         }
-        if (quoted)
-            continue;
-        if (c == '(')
-            ++depth;
-        else if (c == ')')
-            --depth;
-        else if (depth == 0 && (c == ';' || c == ',')) {
-            items.push_back({rewriteSpacing(arguments.substr(start, pos - start)), c});
-            start = pos + 1;
-        } else if (c == ':' || c == '\'' || c == '\r' || c == '\n') {
-            break;
-        }
+        items.push_back({rewriteSpacing(arguments.substr(start, pos - start)), c});
+        start = pos + 1;
     }
-    items.push_back({rewriteSpacing(arguments.substr(start, pos - start)), 0});
-    return depth == 0;
 }
 
 } // namespace tessaly::expr

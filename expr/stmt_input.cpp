@@ -28,21 +28,12 @@ int startWaiting(core::Interpreter& in)
 std::vector<std::string> variableList(std::string_view text)
 {
     std::vector<std::string> names;
-    int depth = 0;
-    size_t start = 0;
-    for (size_t pos = 0; pos <= text.size(); ++pos) {
-        char c = pos < text.size() ? text[pos] : ',';
-        if (c == '(')
-            ++depth;
-        else if (c == ')')
-            --depth;
-        else if (c == ',' && depth == 0) {
-            auto name = core::trimBlanks(text.substr(start, pos - start));
-            if (!name.empty())
-                names.push_back(name);
-            start = pos + 1;
-        }
-    }
+    core::splitAtTopLevel(text, [](char c) { return c == ','; }, [&](std::string_view piece, char) {
+        auto name = core::trimBlanks(piece);
+        if (!name.empty())
+            names.push_back(name);
+        return true;
+    });
     return names;
 }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "screen/statements.h"
 
@@ -12,26 +13,18 @@ int evaluateStatementArguments(core::Interpreter& in, int begin, int end, std::v
 {
     values.clear();
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
-    int depth = 0;
-    bool quoted = false;
-    size_t start = 0;
-    for (size_t pos = 0; pos <= text.size(); ++pos) {
-        char c = pos < text.size() ? text[pos] : ',';
-        if (c == '"')
-            quoted = !quoted;
-        if (quoted)
-            continue;
-        if (c == '(')
-            ++depth;
-        else if (c == ')')
-            --depth;
-        if (depth != 0 || (c != ',' && c != ';'))
-            continue;
+    int failed = 0;
+    core::splitAtTopLevel(text, [](char c) { return c == ',' || c == ';'; }, [&](std::string_view piece, char) {
         expr::Value value;
-        TRY_BASIC(expr::evaluateText(in, text.substr(start, pos - start), value));
+        if (expr::evaluateText(in, piece, value) < 0) {
+            failed = core::kFailed;
+            return false;
+        }
         values.push_back(std::move(value));
-        start = pos + 1;
-    }
+        return true;
+    });
+    if (failed != 0)
+        return failed;
     return 0;
 }
 

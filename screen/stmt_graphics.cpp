@@ -48,9 +48,10 @@ int readPoint(core::Interpreter& in, int begin, int end, PointArguments& point)
         return in.raise(ErrorId::SyntaxError);
     point.x = coordinates[0].number;
     point.y = coordinates[1].number;
+    // Further arguments follow the point after a comma (the second corner of VIEW follows a dash).
     auto after = text.substr(close + 1);
-    auto comma = after.find(',');
-    if (comma != std::string_view::npos)
+    auto comma = after.find_first_not_of(' ');
+    if (comma != std::string_view::npos && after[comma] == ',')
         TRY_BASIC(evaluateStatementArguments(in, static_cast<int>(close + 2 + comma), end, point.rest));
     return 0;
 }

@@ -122,6 +122,15 @@ TEST(Renderer, WindowDamageCoversWhatWasComposed)
     EXPECT_EQ(f.renderer.composite().pixel(100, 200), 0xFF0000U);
 }
 
+TEST(Renderer, ThePointsColourFollowsACommaAfterThePoint)
+{
+    Fixture f;
+    f.session.type("PSET (10,10) ,2:PSET (20,20),4:PSET (30,30)");
+    EXPECT_EQ(f.renderer.page(0).pixel(10, 10), 0xFF0000U);
+    EXPECT_EQ(f.renderer.page(0).pixel(20, 20), 0x00FF00U);
+    EXPECT_EQ(f.renderer.page(0).pixel(30, 30), 0xFFFFFFU);
+}
+
 TEST(Renderer, PlanesStartInTheBackgroundColourAndTheTileWhite)
 {
     Fixture f;
