@@ -138,6 +138,34 @@ void Renderer::focusGained()
     composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
 }
 
+void Renderer::shiftCells(int column, int row, int shift, int followingRows)
+{
+    const int last = std::min(row + followingRows, kRows - 1);
+    auto cell = [](int c, int r) { return Rect {c * kCellWidth, r * kCellHeight, (c + 1) * kCellWidth, (r + 1) * kCellHeight}; };
+    auto startOf = [&](int r) { return r == row ? column : 0; };
+    if (shift > 0) {
+        // From the last row up, so that each row's last cell lands on the first cell of the row
+        // below after that row has made room.
+        for (int r = last; r >= row; --r) {
+            if (r < last)
+                m_text.copyFrom(m_text, cell(kColumns - 1, r), 0, (r + 1) * kCellHeight);
+            int start = startOf(r);
+            Rect moving {start * kCellWidth, r * kCellHeight, (kColumns - 1) * kCellWidth, (r + 1) * kCellHeight};
+            m_text.copyFrom(m_text, moving, (start + 1) * kCellWidth, r * kCellHeight);
+        }
+        return;
+    }
+    for (int r = row; r <= last; ++r) {
+        int start = startOf(r);
+        Rect moving {(start + 1) * kCellWidth, r * kCellHeight, kColumns * kCellWidth, (r + 1) * kCellHeight};
+        m_text.copyFrom(m_text, moving, start * kCellWidth, r * kCellHeight);
+        if (r < last)
+            m_text.copyFrom(m_text, cell(0, r + 1), (kColumns - 1) * kCellWidth, r * kCellHeight);
+        else
+            m_text.fill(cell(kColumns - 1, r), background());
+    }
+}
+
 void Renderer::redrawRows(const TextScreen& screen)
 {
     // Row 24 is drawn from its text only while the function-key line does not cover it.

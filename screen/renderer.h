@@ -29,6 +29,7 @@ public:
     void presentRows(int first, int last) override;
     void drawFunctionKeyLine() override;
     void redrawRows(const TextScreen& screen) override;
+    void shiftCells(int column, int row, int shift, int followingRows) override;
 
     // Rebuilds the composite band of text rows first..last.
     void composeBand(int first, int last);

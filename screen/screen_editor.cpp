@@ -69,6 +69,7 @@ void typeCharacter(core::Interpreter& in, int ch)
     std::string text = screen.row(row);
     auto byte = static_cast<char>(ch & 0xFF);
     auto at = static_cast<size_t>(column);
+    bool inserted = false;
     if (at >= text.size()) {
         text.resize(at, ' ');
         text += byte;
@@ -76,14 +77,24 @@ void typeCharacter(core::Interpreter& in, int ch)
         text[at] = byte;
     } else {
         text.insert(at, 1, byte);
+        inserted = true;
     }
     screen.setRow(row, text);
-    screen.redrawRow(row);
-    // A double-byte character is drawn once its second byte has come.
-    if (editor.pendingLeadByte != 0)
+    // A double-byte character is drawn once its second byte has come, over two cells.
+    char drawn[2] = {byte, 0};
+    std::string_view glyph(drawn, 1);
+    int drawColumn = column;
+    if (editor.pendingLeadByte != 0) {
+        drawn[0] = static_cast<char>(editor.pendingLeadByte >> 8);
+        drawn[1] = byte;
+        glyph = std::string_view(drawn, 2);
+        drawColumn = column - 1;
         editor.pendingLeadByte = 0;
-    else if (io::IsLeadByte(static_cast<uint8_t>(byte)))
+    } else if (io::IsLeadByte(static_cast<uint8_t>(byte))) {
         editor.pendingLeadByte = (ch & 0xFF) << 8;
+        glyph = {};
+    }
+    screen.updateCells(column, row, inserted ? 1 : 0, drawColumn, glyph);
 
     // A logical line holds at most three full rows and sixteen bytes of a fourth.
     auto link = screen.link(row);
@@ -108,10 +119,11 @@ void backspace(TextScreen& screen)
     int row = screen.cursorRow();
     int column = std::max(screen.cursorColumn() - 1, 0);
     std::string text = screen.row(row);
-    if (static_cast<size_t>(column) < text.size())
+    bool deleted = static_cast<size_t>(column) < text.size();
+    if (deleted)
         text.erase(static_cast<size_t>(column), 1);
     screen.setRow(row, text);
-    screen.redrawRow(row);
+    screen.updateCells(column, row, deleted ? -1 : 0, column, {});
     screen.setCursor(column, row);
 }
 
@@ -141,12 +153,13 @@ void deleteAtCursor(TextScreen& screen)
         return;
     }
     auto at = static_cast<size_t>(screen.cursorColumn());
-    if (at < text.size()) {
+    bool deleted = at < text.size();
+    if (deleted) {
         text.erase(at, 1);
         text += ' ';
     }
     screen.setRow(row, text);
-    screen.redrawRow(row);
+    screen.updateCells(screen.cursorColumn(), row, deleted ? -1 : 0, 0, {});
 }
 
 void padTo(TextScreen& screen, int row, size_t width)

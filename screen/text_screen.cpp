@@ -8,8 +8,6 @@ namespace tessaly::screen {
 
 namespace {
 
-constexpr std::string_view kBlankRow = "                                                                                ";
-static_assert(kBlankRow.size() == kColumns);
 
 int clampInt(int value, int low, int high) { return std::max(low, std::min(value, high)); }
 
@@ -251,16 +249,22 @@ TextScreen::Caret TextScreen::ShowCursor(bool insertMode)
     return {8 * m_cursorColumn, 16 * m_cursorRow, 8, height, m_cursorSwitch != 0};
 }
 
-void TextScreen::redrawRow(int r)
+void TextScreen::updateCells(int column, int row, int shift, int drawColumn, std::string_view drawn)
 {
-    if (!onScreen(r))
+    if (!onScreen(row))
         return;
-    std::string_view text = m_rows[static_cast<size_t>(r)];
-    text = text.substr(0, kColumns);
-    m_plane->drawText(0, r, text);
-    if (text.size() < kColumns)
-        m_plane->drawText(static_cast<int>(text.size()), r, kBlankRow.substr(text.size()));
-    m_plane->presentRows(r, r);
+    // Rows of the logical line below this one take part, three at most.
+    int following = 0;
+    LineLink link = m_links[static_cast<size_t>(row)];
+    if (link.firstRow >= 0 && onScreen(link.firstRow)) {
+        int last = m_links[static_cast<size_t>(link.firstRow)].lastRow;
+        following = std::clamp(last - row, 0, std::min(3, kRows - 1 - row));
+    }
+    if (shift != 0)
+        m_plane->shiftCells(clampInt(column, 0, kColumns - 1), row, shift, following);
+    if (!drawn.empty())
+        m_plane->drawText(clampInt(drawColumn, 0, kColumns - 1), row, drawn);
+    m_plane->presentRows(row, row + following);
 }
 
 void TextScreen::ClearRows()

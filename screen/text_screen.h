@@ -41,6 +41,13 @@ public:
     virtual void clearGraphics() {}
     // Draws every text row again from the row texts and shows the whole screen.
     virtual void redrawRows(const TextScreen& screen) { (void)screen; }
+    // Moves the cells of row from column to the end one cell right (shift 1) or left (shift -1);
+    // the cell crossing a row end moves to or from the first cell of the next of followingRows
+    // rows. A cell left empty at the end is cleared. The cells keep their colours.
+    virtual void shiftCells(int column, int row, int shift, int followingRows)
+    {
+        (void)column, (void)row, (void)shift, (void)followingRows;
+    }
 };
 
 // What leaves the text screen as a stream: the headless runner turns it into standard output.
@@ -84,8 +91,10 @@ public:
         bool visible;
     };
     Caret ShowCursor(bool insertMode);
-    // Draws row r again from its text (after an edit) and shows it.
-    void redrawRow(int r);
+    // The pixels after an edit at (column, row): the cells from there to the end of the logical
+    // line move by shift (1 insert, -1 delete, 0 none), then drawn (the new character) is drawn
+    // from drawColumn; the rows touched are shown.
+    void updateCells(int column, int row, int shift, int drawColumn, std::string_view drawn);
     // CLS 2 and 3: the graphics pages are cleared.
     void clearGraphics() { m_plane->clearGraphics(); }
     // Empties the window's rows; cursorColumn 0, highestRow -1. The cursor row is left at 0 (not

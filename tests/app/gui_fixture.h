@@ -74,7 +74,7 @@ struct Window {
             app->frame().show();
             QApplication::setActiveWindow(&app->frame());
             app->view().setFocus();
-            QTest::qWaitForWindowExposed(&app->frame());
+            started = QTest::qWaitForWindowExposed(&app->frame());
         }
     }
 

@@ -50,8 +50,9 @@ TEST_P(StoreRules, ConvertAndTestTheRange)
     test::Session session;
     const auto& c = GetParam();
     EXPECT_EQ(run(session, c.statement), c.error) << c.statement;
-    if (*c.variable != '\0')
+    if (*c.variable != '\0') {
         EXPECT_EQ(value(session, c.variable), c.shown) << c.statement;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Assignment, StoreRules,

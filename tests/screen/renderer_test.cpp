@@ -122,6 +122,56 @@ TEST(Renderer, WindowDamageCoversWhatWasComposed)
     EXPECT_EQ(f.renderer.composite().pixel(100, 200), 0xFF0000U);
 }
 
+// The colour of the cell's glyph ("A" fills its cell) at (column, row).
+Pixel cellColour(Renderer& renderer, int column, int row)
+{
+    return renderer.composite().pixel(column * 8 + 3, row * 16 + 5);
+}
+
+TEST(Renderer, EditingMovesCellsWithTheirColours)
+{
+    Fixture f;
+    auto& in = f.session.interpreter();
+    in.colours().textColour = 2;
+    for (int k = 0; k < 81; ++k)
+        in.onChar('A'); // 80 on row 0, the line grows, one on row 1
+    ASSERT_EQ(in.screen().link(1).firstRow, 0);
+    in.colours().textColour = 7;
+    in.screen().setCursor(5, 0);
+    in.onKeyDown(vk::kInsert);
+    in.onChar('A');
+    EXPECT_EQ(cellColour(f.renderer, 5, 0), 0xFFFFFFU);
+    EXPECT_EQ(cellColour(f.renderer, 6, 0), 0xFF0000U);
+    EXPECT_EQ(cellColour(f.renderer, 79, 0), 0xFF0000U);
+    // The cell pushed off row 0 starts row 1; row 1's own character moved on by one.
+    EXPECT_EQ(cellColour(f.renderer, 0, 1), 0xFF0000U);
+    EXPECT_EQ(cellColour(f.renderer, 1, 1), 0xFF0000U);
+    EXPECT_EQ(cellColour(f.renderer, 2, 1), 0U);
+    // Delete takes them back: the white cell goes, row 1's first cell returns to row 0's end.
+    in.screen().setCursor(5, 0);
+    in.onKeyDown(vk::kDelete);
+    EXPECT_EQ(cellColour(f.renderer, 5, 0), 0xFF0000U);
+    EXPECT_EQ(cellColour(f.renderer, 79, 0), 0xFF0000U);
+    EXPECT_EQ(cellColour(f.renderer, 0, 1), 0xFF0000U);
+    EXPECT_EQ(cellColour(f.renderer, 1, 1), 0U);
+}
+
+TEST(Renderer, BackspaceOnALoneRowLeavesABlankLastCell)
+{
+    Fixture f;
+    auto& in = f.session.interpreter();
+    in.colours().textColour = 4;
+    for (int k = 0; k < 3; ++k)
+        in.onChar('A');
+    in.colours().textColour = 7;
+    in.screen().setCursor(1, 0);
+    in.onChar(vk::kBackspace);
+    EXPECT_EQ(cellColour(f.renderer, 0, 0), 0x00FF00U);
+    EXPECT_EQ(cellColour(f.renderer, 1, 0), 0x00FF00U);
+    EXPECT_EQ(cellColour(f.renderer, 2, 0), 0U);
+    EXPECT_EQ(in.screen().row(0), "AA");
+}
+
 TEST(Renderer, ThePointsColourFollowsACommaAfterThePoint)
 {
     Fixture f;
