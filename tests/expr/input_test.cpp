@@ -11,15 +11,6 @@
 namespace tessaly::expr {
 namespace {
 
-std::string shown(test::Session& session, const std::string& variable)
-{
-    auto& in = session.interpreter();
-    EXPECT_TRUE(in.buffer().assign(variable));
-    Value v;
-    EXPECT_EQ(evaluateExpression(in, 0, in.buffer().length(), v), 0);
-    return v.isString() ? v.text : PrintNumberText(numberValueText(v), v.type);
-}
-
 struct InputCase {
     const char* statement;
     const char* reply;
@@ -38,7 +29,7 @@ TEST_P(InputReplies, AreAssigned)
     ASSERT_TRUE(session.interpreter().isWaitingForInput());
     session.type(c.reply);
     EXPECT_FALSE(session.interpreter().isBusy());
-    EXPECT_EQ(shown(session, c.variable), c.value) << c.statement << " <- " << c.reply;
+    EXPECT_EQ(session.valueOf(c.variable), c.value) << c.statement << " <- " << c.reply;
 }
 
 INSTANTIATE_TEST_SUITE_P(Input, InputReplies,
@@ -69,9 +60,9 @@ TEST(Input, RandomizeAsksForTheSeedUntilItFits)
     EXPECT_EQ(session.type("40000"), "40000\nRandom number seed (-32768 to 32768)? ");
     session.type("5");
     EXPECT_FALSE(session.interpreter().isBusy());
-    std::string seeded = shown(session, "RND(-1)");
+    std::string seeded = session.valueOf("RND(-1)");
     session.type("RANDOMIZE 5");
-    EXPECT_EQ(shown(session, "RND(-1)"), seeded);
+    EXPECT_EQ(session.valueOf("RND(-1)"), seeded);
 }
 
 TEST(Input, BreakWhileWaiting)

@@ -12,30 +12,6 @@
 namespace tessaly::expr {
 namespace {
 
-// Runs one direct command and returns its error message, or "" when it succeeded.
-std::string run(test::Session& session, const std::string& command)
-{
-    std::string out = session.type(command);
-    out.erase(0, command.size() + 1);
-    if (out == "OK\n")
-        return "";
-    return out.substr(0, out.size() - 1);
-}
-
-std::string value(test::Session& session, const std::string& expression)
-{
-    auto& in = session.interpreter();
-    if (!in.buffer().assign(expression))
-        return "?";
-    Value v;
-    if (evaluateExpression(in, 0, in.buffer().length(), v) < 0) {
-        in.error().clear();
-        in.run().outputText.clear();
-        return "error";
-    }
-    return v.isString() ? v.text : PrintNumberText(numberValueText(v), v.type);
-}
-
 struct StoreCase {
     const char* statement;
     const char* error;   // "" when the statement succeeds
@@ -49,9 +25,9 @@ TEST_P(StoreRules, ConvertAndTestTheRange)
 {
     test::Session session;
     const auto& c = GetParam();
-    EXPECT_EQ(run(session, c.statement), c.error) << c.statement;
+    EXPECT_EQ(session.messageOf(c.statement), c.error) << c.statement;
     if (*c.variable != '\0') {
-        EXPECT_EQ(value(session, c.variable), c.shown) << c.statement;
+        EXPECT_EQ(session.valueOf(c.variable), c.shown) << c.statement;
     }
 }
 
@@ -70,29 +46,29 @@ INSTANTIATE_TEST_SUITE_P(Assignment, StoreRules,
 TEST(Statements, DefTypesAndDuplicateDefinition)
 {
     test::Session session;
-    EXPECT_EQ(run(session, "DEFINT K-M,X"), "");
-    EXPECT_EQ(run(session, "K=2.6:L=1:M=1:X=1.4"), "");
-    EXPECT_EQ(value(session, "K"), " 3 ");
-    EXPECT_EQ(value(session, "X"), " 1 ");
-    EXPECT_EQ(run(session, "DEFSNG L"), "Duplicate Definition in ");
-    EXPECT_EQ(run(session, "DEFINT K"), "");
-    EXPECT_EQ(run(session, "DEFSTR 1"), "Syntax error in ");
-    EXPECT_EQ(run(session, "DEFSTR AB"), "Syntax error in ");
-    EXPECT_EQ(run(session, "CLEAR"), "");
-    EXPECT_EQ(run(session, "DEFSNG L"), "");
-    EXPECT_EQ(run(session, "DEFSTR S:S=\"text\""), "");
-    EXPECT_EQ(value(session, "S"), "text");
+    EXPECT_EQ(session.messageOf("DEFINT K-M,X"), "");
+    EXPECT_EQ(session.messageOf("K=2.6:L=1:M=1:X=1.4"), "");
+    EXPECT_EQ(session.valueOf("K"), " 3 ");
+    EXPECT_EQ(session.valueOf("X"), " 1 ");
+    EXPECT_EQ(session.messageOf("DEFSNG L"), "Duplicate Definition in ");
+    EXPECT_EQ(session.messageOf("DEFINT K"), "");
+    EXPECT_EQ(session.messageOf("DEFSTR 1"), "Syntax error in ");
+    EXPECT_EQ(session.messageOf("DEFSTR AB"), "Syntax error in ");
+    EXPECT_EQ(session.messageOf("CLEAR"), "");
+    EXPECT_EQ(session.messageOf("DEFSNG L"), "");
+    EXPECT_EQ(session.messageOf("DEFSTR S:S=\"text\""), "");
+    EXPECT_EQ(session.valueOf("S"), "text");
 }
 
 TEST(Statements, Swap)
 {
     test::Session session;
-    EXPECT_EQ(run(session, "A=1:B=2:SWAP A,B"), "");
-    EXPECT_EQ(value(session, "A"), " 2 ");
-    EXPECT_EQ(value(session, "B"), " 1 ");
-    EXPECT_EQ(run(session, "SWAP A, B$"), "Type mismatch in ");
-    EXPECT_EQ(run(session, "X$(1)=\"P\":Y$=\"Q\":SWAP X$(1),Y$"), "");
-    EXPECT_EQ(value(session, "X$(1)"), "Q");
+    EXPECT_EQ(session.messageOf("A=1:B=2:SWAP A,B"), "");
+    EXPECT_EQ(session.valueOf("A"), " 2 ");
+    EXPECT_EQ(session.valueOf("B"), " 1 ");
+    EXPECT_EQ(session.messageOf("SWAP A, B$"), "Type mismatch in ");
+    EXPECT_EQ(session.messageOf("X$(1)=\"P\":Y$=\"Q\":SWAP X$(1),Y$"), "");
+    EXPECT_EQ(session.valueOf("X$(1)"), "Q");
 }
 
 struct ArrayCase {
@@ -105,7 +81,7 @@ class Arrays : public ::testing::TestWithParam<ArrayCase> {};
 TEST_P(Arrays, LimitsAndErrors)
 {
     test::Session session;
-    EXPECT_EQ(run(session, GetParam().commands), GetParam().error) << GetParam().commands;
+    EXPECT_EQ(session.messageOf(GetParam().commands), GetParam().error) << GetParam().commands;
 }
 
 INSTANTIATE_TEST_SUITE_P(Statements, Arrays,
@@ -128,32 +104,32 @@ INSTANTIATE_TEST_SUITE_P(Statements, Arrays,
 TEST(Statements, ArrayElementsHaveTheirOwnCells)
 {
     test::Session session;
-    EXPECT_EQ(run(session, "DIM B(2,2,2):B(0,0,1)=1:B(2,1,0)=7"), "");
-    EXPECT_EQ(value(session, "B(0,1,0)"), " 0 ");
-    EXPECT_EQ(value(session, "B(0,0,1)"), " 1 ");
-    EXPECT_EQ(value(session, "B(2.7,1,0)"), " 7 ");
-    EXPECT_EQ(run(session, "DIM S$(3)"), "");
-    EXPECT_EQ(value(session, "S$(3)"), "");
-    EXPECT_EQ(run(session, "A(3,4)=5"), "");
-    EXPECT_EQ(value(session, "A(10,10)"), " 0 ");
+    EXPECT_EQ(session.messageOf("DIM B(2,2,2):B(0,0,1)=1:B(2,1,0)=7"), "");
+    EXPECT_EQ(session.valueOf("B(0,1,0)"), " 0 ");
+    EXPECT_EQ(session.valueOf("B(0,0,1)"), " 1 ");
+    EXPECT_EQ(session.valueOf("B(2.7,1,0)"), " 7 ");
+    EXPECT_EQ(session.messageOf("DIM S$(3)"), "");
+    EXPECT_EQ(session.valueOf("S$(3)"), "");
+    EXPECT_EQ(session.messageOf("A(3,4)=5"), "");
+    EXPECT_EQ(session.valueOf("A(10,10)"), " 0 ");
 }
 
 TEST(Statements, UserFunctions)
 {
     test::Session session;
-    EXPECT_EQ(run(session, "DEF FNA(X)=X*2"), "");
-    EXPECT_EQ(run(session, "X=1"), "");
-    EXPECT_EQ(value(session, "FNA(5)"), " 10 ");
-    EXPECT_EQ(value(session, "X"), " 1 ");
-    EXPECT_EQ(value(session, "X_X"), " 1 ");
-    EXPECT_EQ(run(session, "DEF FNB$(A$,N%)=LEFT$(A$,N%)"), "");
-    EXPECT_EQ(value(session, "FNB$(\"HELLO\",2)"), "HE");
-    EXPECT_EQ(run(session, "DEF FNP=3"), "");
-    EXPECT_EQ(value(session, "FNP+1"), " 4 ");
-    EXPECT_EQ(value(session, "FNZ(1)"), "error");
-    EXPECT_EQ(run(session, "DEF FN1(X)=X"), "Syntax error in ");
-    EXPECT_EQ(run(session, "DEF FNA(X)=X*3"), "");
-    EXPECT_EQ(value(session, "FNA(2)"), " 6 ");
+    EXPECT_EQ(session.messageOf("DEF FNA(X)=X*2"), "");
+    EXPECT_EQ(session.messageOf("X=1"), "");
+    EXPECT_EQ(session.valueOf("FNA(5)"), " 10 ");
+    EXPECT_EQ(session.valueOf("X"), " 1 ");
+    EXPECT_EQ(session.valueOf("X_X"), " 1 ");
+    EXPECT_EQ(session.messageOf("DEF FNB$(A$,N%)=LEFT$(A$,N%)"), "");
+    EXPECT_EQ(session.valueOf("FNB$(\"HELLO\",2)"), "HE");
+    EXPECT_EQ(session.messageOf("DEF FNP=3"), "");
+    EXPECT_EQ(session.valueOf("FNP+1"), " 4 ");
+    EXPECT_EQ(session.valueOf("FNZ(1)"), "error");
+    EXPECT_EQ(session.messageOf("DEF FN1(X)=X"), "Syntax error in ");
+    EXPECT_EQ(session.messageOf("DEF FNA(X)=X*3"), "");
+    EXPECT_EQ(session.valueOf("FNA(2)"), " 6 ");
 }
 
 TEST(Statements, UserFunctionsNestAtMostTenDeep)
@@ -161,18 +137,18 @@ TEST(Statements, UserFunctionsNestAtMostTenDeep)
     test::Session session;
     for (int k = 0; k < 11; ++k) {
         std::string next = k == 10 ? "1" : "FN" + std::string(1, static_cast<char>('B' + k)) + "(X)";
-        run(session, "DEF FN" + std::string(1, static_cast<char>('A' + k)) + "(X)=" + next);
+        session.messageOf("DEF FN" + std::string(1, static_cast<char>('A' + k)) + "(X)=" + next);
     }
-    EXPECT_EQ(value(session, "FNB(1)"), " 1 ");
-    EXPECT_EQ(run(session, "Y=FNA(1)"), "Out of memory in ");
+    EXPECT_EQ(session.valueOf("FNB(1)"), " 1 ");
+    EXPECT_EQ(session.messageOf("Y=FNA(1)"), "Out of memory in ");
 }
 
 TEST(Statements, SixtyFourDefinitionsAtMost)
 {
     test::Session session;
     for (int k = 0; k < 64; ++k)
-        ASSERT_EQ(run(session, "DEF FNF" + std::to_string(k) + "=1"), "");
-    EXPECT_EQ(run(session, "DEF FNG=1"), "Out of memory in ");
+        ASSERT_EQ(session.messageOf("DEF FNF" + std::to_string(k) + "=1"), "");
+    EXPECT_EQ(session.messageOf("DEF FNG=1"), "Out of memory in ");
 }
 
 struct MidCase {
@@ -186,9 +162,9 @@ class MidStatement : public ::testing::TestWithParam<MidCase> {};
 TEST_P(MidStatement, OverwritesInPlace)
 {
     test::Session session;
-    run(session, "A$=\"ABCDE\"");
-    EXPECT_EQ(run(session, GetParam().statement), GetParam().error) << GetParam().statement;
-    EXPECT_EQ(value(session, "A$"), GetParam().result) << GetParam().statement;
+    session.messageOf("A$=\"ABCDE\"");
+    EXPECT_EQ(session.messageOf(GetParam().statement), GetParam().error) << GetParam().statement;
+    EXPECT_EQ(session.valueOf("A$"), GetParam().result) << GetParam().statement;
 }
 
 INSTANTIATE_TEST_SUITE_P(Statements, MidStatement,
@@ -202,14 +178,14 @@ INSTANTIATE_TEST_SUITE_P(Statements, MidStatement,
 TEST(Statements, DateAndTimeRunOnFromWhatWasSet)
 {
     test::Session session;
-    EXPECT_EQ(run(session, "DATE$=\"26/02/28\""), "");
-    EXPECT_EQ(value(session, "DATE$"), "26/02/28");
-    EXPECT_EQ(run(session, "TIME$=\"23:59:58\""), "");
-    EXPECT_EQ(value(session, "TIME$"), "23:59:58");
-    EXPECT_EQ(run(session, "DATE$=\"26/02/30\""), "Illegal function call in ");
-    EXPECT_EQ(run(session, "TIME$=\"24:00:00\""), "Illegal function call in ");
-    EXPECT_EQ(run(session, "TIME$=\"12:60:00\""), "Illegal function call in ");
-    EXPECT_EQ(run(session, "DATE$=\"2026/1/1\""), "Illegal function call in ");
+    EXPECT_EQ(session.messageOf("DATE$=\"26/02/28\""), "");
+    EXPECT_EQ(session.valueOf("DATE$"), "26/02/28");
+    EXPECT_EQ(session.messageOf("TIME$=\"23:59:58\""), "");
+    EXPECT_EQ(session.valueOf("TIME$"), "23:59:58");
+    EXPECT_EQ(session.messageOf("DATE$=\"26/02/30\""), "Illegal function call in ");
+    EXPECT_EQ(session.messageOf("TIME$=\"24:00:00\""), "Illegal function call in ");
+    EXPECT_EQ(session.messageOf("TIME$=\"12:60:00\""), "Illegal function call in ");
+    EXPECT_EQ(session.messageOf("DATE$=\"2026/1/1\""), "Illegal function call in ");
 }
 
 } // namespace

@@ -9,13 +9,6 @@
 namespace tessaly::screen {
 namespace {
 
-std::string run(test::Session& session, const std::string& command)
-{
-    std::string out = session.type(command);
-    out.erase(0, command.size() + 1);
-    return out == "OK\n" ? "" : out.substr(0, out.size() - 1);
-}
-
 struct ColorCase {
     const char* command;
     const char* error;
@@ -28,7 +21,7 @@ TEST_P(ColorStatements, CheckAndStore)
 {
     test::Session session;
     const auto& c = GetParam();
-    EXPECT_EQ(run(session, c.command), c.error) << c.command;
+    EXPECT_EQ(session.messageOf(c.command), c.error) << c.command;
     const auto& colours = session.interpreter().colours();
     EXPECT_EQ(colours.textColour, c.text) << c.command;
     EXPECT_EQ(colours.backgroundColour, c.background) << c.command;
@@ -46,12 +39,12 @@ TEST(Screen, PaletteEntries)
 {
     test::Session session;
     auto& colours = session.interpreter().colours();
-    EXPECT_EQ(run(session, "COLOR =(1,2)"), "");
+    EXPECT_EQ(session.messageOf("COLOR =(1,2)"), "");
     EXPECT_EQ(colours.palette[1], 0xFF0000U);
-    EXPECT_EQ(run(session, "COLOR =(1,8)"), "Syntax error in ");
-    EXPECT_EQ(run(session, "COLOR ,,,,1:COLOR =(3,&H0FF)"), "");
+    EXPECT_EQ(session.messageOf("COLOR =(1,8)"), "Syntax error in ");
+    EXPECT_EQ(session.messageOf("COLOR ,,,,1:COLOR =(3,&H0FF)"), "");
     EXPECT_EQ(colours.palette[3], 0xFF00FFU);
-    EXPECT_EQ(run(session, "COLOR =(8,1)"), "Syntax error in ");
+    EXPECT_EQ(session.messageOf("COLOR =(8,1)"), "Syntax error in ");
 }
 
 TEST(Screen, LocateReplacesOutOfRangeValues)
@@ -73,7 +66,7 @@ TEST(Screen, LocateReplacesOutOfRangeValues)
     variables.read("C", expr::ValueType::Single, v);
     EXPECT_EQ(v.number, 4);
     test::Session fresh;
-    EXPECT_EQ(run(fresh, "LOCATE ,,0"), "");
+    EXPECT_EQ(fresh.messageOf("LOCATE ,,0"), "");
     EXPECT_EQ(fresh.interpreter().screen().cursorSwitch(), 0);
     (void)screen;
 }
@@ -82,17 +75,17 @@ TEST(Screen, ConsoleSetsTheWindow)
 {
     test::Session session;
     auto& screen = session.interpreter().screen();
-    EXPECT_EQ(run(session, "CONSOLE"), "Illegal function call in ");
-    EXPECT_EQ(run(session, "CONSOLE 0,25,0"), "");
+    EXPECT_EQ(session.messageOf("CONSOLE"), "Illegal function call in ");
+    EXPECT_EQ(session.messageOf("CONSOLE 0,25,0"), "");
     EXPECT_EQ(screen.lastTextRow(), 24);
     EXPECT_FALSE(session.interpreter().functionKeys().lineShown);
-    EXPECT_EQ(run(session, "CONSOLE 5,10"), "");
+    EXPECT_EQ(session.messageOf("CONSOLE 5,10"), "");
     EXPECT_EQ(screen.scrollTop(), 5);
     EXPECT_EQ(screen.lastTextRow(), 14);
-    EXPECT_EQ(run(session, "CONSOLE 0,0"), "");
+    EXPECT_EQ(session.messageOf("CONSOLE 0,0"), "");
     EXPECT_EQ(screen.lastTextRow(), 0);
-    EXPECT_EQ(run(session, "CONSOLE 25"), "Illegal function call in ");
-    EXPECT_EQ(run(session, "CONSOLE 0,26"), "Illegal function call in ");
+    EXPECT_EQ(session.messageOf("CONSOLE 25"), "Illegal function call in ");
+    EXPECT_EQ(session.messageOf("CONSOLE 0,26"), "Illegal function call in ");
 }
 
 TEST(Screen, ClsClearsTheWindowAndGoesHome)
@@ -111,10 +104,10 @@ TEST(Screen, ClsClearsTheWindowAndGoesHome)
 TEST(Screen, KeyTextsAndKeyList)
 {
     test::Session session;
-    EXPECT_EQ(run(session, "KEY 1,\"LIST\"+CHR$(13)"), "");
+    EXPECT_EQ(session.messageOf("KEY 1,\"LIST\"+CHR$(13)"), "");
     EXPECT_EQ(session.interpreter().functionKeys().texts[0], "LIST\r");
-    EXPECT_EQ(run(session, "KEY 11,\"X\""), "Syntax error in ");
-    EXPECT_EQ(run(session, "KEY 0,\"X\""), "Syntax error in ");
+    EXPECT_EQ(session.messageOf("KEY 11,\"X\""), "Syntax error in ");
+    EXPECT_EQ(session.messageOf("KEY 0,\"X\""), "Syntax error in ");
     std::string listed = session.type("KEY LIST");
     EXPECT_EQ(listed, "KEY LIST\nLIST\r\nauto  \ngo to \nlist  \nrun   \nsave  \nkey   \nprint \nedit  \ncont  \nOK\n");
 }

@@ -1,6 +1,9 @@
 // The test session: types lines into an interpreter and collects its stream.
 #include "support/test_host.h"
 
+#include "expr/evaluator.h"
+#include "expr/number_text.h"
+
 namespace tessaly::test {
 
 Session::Session(int maxSteps)
@@ -49,6 +52,27 @@ std::string Session::runProgram()
     m_interpreter->runProgram();
     driveUntilIdle();
     return m_stream.text;
+}
+
+std::string Session::messageOf(const std::string& command)
+{
+    std::string out = type(command);
+    out.erase(0, command.size() + 1);
+    return out == "OK\n" ? "" : out.substr(0, out.size() - 1);
+}
+
+std::string Session::valueOf(const std::string& expression)
+{
+    auto& in = interpreter();
+    if (!in.buffer().assign(expression))
+        return "error";
+    expr::Value v;
+    if (expr::evaluateExpression(in, 0, in.buffer().length(), v) < 0) {
+        in.error().clear();
+        in.run().outputText.clear();
+        return "error";
+    }
+    return v.isString() ? v.text : expr::PrintNumberText(expr::numberValueText(v), v.type);
 }
 
 } // namespace tessaly::test

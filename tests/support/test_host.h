@@ -49,6 +49,10 @@ public:
     std::string typeThenBreak(std::string_view line, int steps);
     // Runs the current program as the headless runner does with a file.
     std::string runProgram();
+    // Types one direct command; its message (without the line end), or "" when it ended with OK.
+    std::string messageOf(const std::string& command);
+    // The value of an expression as PRINT shows it (a string as it is); "error" when it fails.
+    std::string valueOf(const std::string& expression);
 
     core::Interpreter& interpreter() { return *m_interpreter; }
     RecordingHost& host() { return m_host; }
