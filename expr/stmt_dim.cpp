@@ -4,6 +4,7 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
+#include "expr/name_reading.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
@@ -12,43 +13,23 @@ namespace {
 
 using core::ErrorId;
 
-std::string readName(const core::StatementBuffer& buffer, int& pos, int end)
-{
-    while (pos < end && buffer.at(pos) == ' ')
-        ++pos;
-    int start = pos;
-    if (!core::isLetter(buffer.at(pos)))
-        return {};
-    while (pos < end && core::isNameChar(buffer.at(pos)))
-        ++pos;
-    std::string name(buffer.view().substr(static_cast<size_t>(start), static_cast<size_t>(pos - start)));
-    for (char& c : name)
-        c = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
-    return name;
-}
-
 } // namespace
 
 int stmtDim(core::Interpreter& in, int begin, int end)
 {
     auto& buffer = in.buffer();
     int pos = begin;
+    std::string name;
+    std::vector<Value> values;
+    std::vector<int32_t> bounds;
     for (;;) {
-        std::string name = readName(buffer, pos, end);
-        if (name.empty())
+        if (!readVariableName(buffer, pos, end, name))
             return in.raise(ErrorId::SyntaxError);
-        while (pos < end && buffer.at(pos) == ' ')
-            ++pos;
+        skipBlanks(buffer, pos, end);
         if (buffer.at(pos) != '(')
             return in.raise(ErrorId::SyntaxError);
-        auto found = core::matchingParen(buffer.view().substr(0, static_cast<size_t>(end)), static_cast<size_t>(pos));
-        if (found == std::string_view::npos)
-            return in.raise(ErrorId::SyntaxError);
-        int close = static_cast<int>(found);
-        std::vector<Value> values;
-        TRY_BASIC(evaluateArguments(in, buffer.view().substr(static_cast<size_t>(pos + 1), static_cast<size_t>(close - pos - 1)),
-            values));
-        std::vector<int32_t> bounds;
+        TRY_BASIC(readParenthesisedArguments(in, pos, end, values));
+        bounds.clear();
         for (const auto& value : values) {
             if (value.isString() || value.empty)
                 return in.raise(value.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
@@ -65,14 +46,10 @@ int stmtDim(core::Interpreter& in, int begin, int end)
         default:
             return in.raise(ErrorId::OutOfMemory);
         }
-        pos = close + 1;
-        while (pos < end && buffer.at(pos) == ' ')
-            ++pos;
-        if (pos >= end)
+        int more = nextListItem(in, pos, end);
+        TRY_BASIC(more);
+        if (more == 0)
             return in.run().statementCode;
-        if (buffer.at(pos) != ',')
-            return in.raise(ErrorId::SyntaxError);
-        ++pos;
     }
 }
 
@@ -80,17 +57,17 @@ int stmtErase(core::Interpreter& in, int begin, int end)
 {
     auto& buffer = in.buffer();
     int pos = begin;
+    std::string name;
     for (;;) {
-        std::string name = readName(buffer, pos, end);
-        if (name.empty() || !in.arrays().erase(name))
+        if (!readVariableName(buffer, pos, end, name) || !in.arrays().erase(name))
             return in.raise(ErrorId::SyntaxError);
-        while (pos < end && (buffer.at(pos) == ' ' || buffer.at(pos) == '(' || buffer.at(pos) == ')'))
+        // ERASE A() and ERASE A name the same array.
+        while (pos < end && (buffer.at(pos) == '(' || buffer.at(pos) == ')' || buffer.at(pos) == ' '))
             ++pos;
-        if (pos >= end)
+        int more = nextListItem(in, pos, end);
+        TRY_BASIC(more);
+        if (more == 0)
             return in.run().statementCode;
-        if (buffer.at(pos) != ',')
-            return in.raise(ErrorId::SyntaxError);
-        ++pos;
     }
 }
 

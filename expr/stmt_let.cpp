@@ -4,6 +4,7 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
+#include "expr/name_reading.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
@@ -39,33 +40,19 @@ int arrayStatus(core::Interpreter& in, ArrayStatus status)
 int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
 {
     auto& buffer = in.buffer();
-    while (pos < end && buffer.at(pos) == ' ')
-        ++pos;
-    if (!core::isLetter(buffer.at(pos)))
+    if (!readVariableName(buffer, pos, end, target.name))
         return in.raise(ErrorId::SyntaxError);
-    int start = pos;
-    while (pos < end && core::isNameChar(buffer.at(pos)))
-        ++pos;
-    target.name.assign(buffer.view().substr(static_cast<size_t>(start), static_cast<size_t>(pos - start)));
-    for (char& c : target.name)
-        c = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
     target.type = in.variables().typeOfName(target.name);
     int mark = pos;
-    while (pos < end && buffer.at(pos) == ' ')
-        ++pos;
+    skipBlanks(buffer, pos, end);
     target.isElement = buffer.at(pos) == '(';
     target.subscripts.clear();
     if (!target.isElement) {
         pos = mark;
         return 0;
     }
-    auto found = core::matchingParen(buffer.view().substr(0, static_cast<size_t>(end)), static_cast<size_t>(pos));
-    if (found == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
-    int close = static_cast<int>(found);
     std::vector<Value> values;
-    TRY_BASIC(evaluateArguments(in, buffer.view().substr(static_cast<size_t>(pos + 1), static_cast<size_t>(close - pos - 1)),
-        values));
+    TRY_BASIC(readParenthesisedArguments(in, pos, end, values));
     for (const auto& value : values) {
         if (value.isString() || value.empty)
             return in.raise(value.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
@@ -74,7 +61,6 @@ int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
             return in.raise(ErrorId::SubscriptOutOfRange);
         target.subscripts.push_back(static_cast<int32_t>(s));
     }
-    pos = close + 1;
     return 0;
 }
 
