@@ -34,6 +34,7 @@ int readParenthesisedArguments(core::Interpreter& in, int& pos, int end, std::ve
     if (found == std::string_view::npos)
         return in.raise(core::ErrorId::SyntaxError);
     int close = static_cast<int>(found);
+    values.clear();
     TRY_BASIC(evaluateArguments(in,
         buffer.view().substr(static_cast<size_t>(pos + 1), static_cast<size_t>(close - pos - 1)), values));
     pos = close + 1;
