@@ -8,6 +8,7 @@
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/run_loop.h"
+#include "core/statements.h"
 
 namespace tessaly::core {
 
@@ -197,7 +198,7 @@ int storeLine(Interpreter& in, const std::string& numberText, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto outcome = in.program().enterLine(text, numberText);
-    in.host().setDocumentModified(true);
+    programEdited(in);
     switch (outcome) {
     case StoreOutcome::Stored:
         return in.run().statementCode;

@@ -64,5 +64,9 @@ int stmtRenum(Interpreter&, int begin, int end);
 
 // Resets what RUN, CLEAR and NEW reset: variables, type defaults, stacks, event traps.
 void resetRunTime(Interpreter&);
+// The program text changed (a line typed or deleted, DELETE, RENUM, NEW): the document is marked
+// modified, and an interrupted run can no longer be continued, since its prepared entries no
+// longer match the program ("Can't continue " as after END).
+void programEdited(Interpreter&);
 
 } // namespace tessaly::core

@@ -48,7 +48,7 @@ int deleteLines(Interpreter& in, int from, int to)
         if (number >= from && number <= to)
             store.removeLine(line);
     }
-    in.host().setDocumentModified(true);
+    programEdited(in);
     return 0;
 }
 
@@ -131,6 +131,13 @@ int stmtEdit(Interpreter& in, int begin, int end)
     return run.statementCode;
 }
 
+void programEdited(Interpreter& in)
+{
+    in.host().setDocumentModified(true);
+    in.run().canContinue = false;
+    in.run().continueIndex = -1;
+}
+
 int stmtNew(Interpreter& in, int, int)
 {
     in.program().clear();
@@ -141,7 +148,7 @@ int stmtNew(Interpreter& in, int, int)
     prepared.programIfCount = 0;
     prepared.preparedHighWater = 0;
     in.run().canContinue = false;
-    in.host().setDocumentModified(true);
+    programEdited(in);
     // A program that runs NEW has nothing left to run.
     in.run().runMode = RunMode::Ended;
     in.run().statementCode = static_cast<int>(Stmt::End);

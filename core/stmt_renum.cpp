@@ -187,7 +187,7 @@ int stmtRenum(Interpreter& in, int begin, int end)
         lines.push_back({renumbered, std::move(text)});
     }
     store.replaceAll(std::move(lines));
-    in.host().setDocumentModified(true);
+    programEdited(in);
     return in.run().statementCode;
 }
 
