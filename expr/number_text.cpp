@@ -137,6 +137,37 @@ std::string StrNumberText(std::string_view input)
     return text;
 }
 
+namespace {
+
+constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13,
+    1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// Rounding to at most 7 digits by scaling: the scaled value y carries one rounding error (powers of
+// ten up to 1e22 are exact), far below 1e-8 for y under 1e7, so the nearest whole number is certain
+// unless y lies within that of a half; n / 10^k is then the double nearest the decimal n x 10^-k,
+// as reading the decimal text gives. false when the text route must decide.
+bool roundByScaling(double magnitude, int digits, double& rounded)
+{
+    int exponent = static_cast<int>(std::floor(std::log10(magnitude)));
+    int k = digits - 1 - exponent;
+    if (k < -22 || k > 22)
+        return false;
+    double scale = kPowersOfTen[k < 0 ? -k : k];
+    double y = k >= 0 ? magnitude * scale : magnitude / scale;
+    if (!(y >= kPowersOfTen[digits - 1] && y < kPowersOfTen[digits]))
+        return false;
+    double whole = std::floor(y);
+    double fraction = y - whole;
+    if (std::fabs(fraction - 0.5) < 1e-7)
+        return false;
+    if (fraction > 0.5)
+        whole += 1.0;
+    rounded = k >= 0 ? whole / scale : whole * scale;
+    return true;
+}
+
+} // namespace
+
 double RoundToDigits(double value, int digits)
 {
     if (!std::isfinite(value) || value == 0.0)
@@ -144,6 +175,9 @@ double RoundToDigits(double value, int digits)
     // A whole number that has no more digits than are kept reads back as itself.
     if (std::fabs(value) < (digits >= 16 ? 1e15 : 1e6) && std::trunc(value) == value)
         return value;
+    double rounded = 0;
+    if (digits >= 1 && digits <= 7 && roundByScaling(std::fabs(value), digits, rounded))
+        return value < 0 ? -rounded : rounded;
     char text[64];
     std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
     return std::strtod(text, nullptr);

@@ -1,6 +1,11 @@
 // Number texts exactly as the user sees them.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
 #include "expr/number_text.h"
 
 namespace tessaly::expr {
@@ -77,6 +82,33 @@ TEST(NumberText, ReadNumberTextStopsAtTheFirstForeignCharacter)
     EXPECT_EQ(ReadNumberText("X"), 0);
     EXPECT_EQ(ReadNumberText("2E"), 2);
     EXPECT_EQ(ReadNumberText(" 1.5e+020 "), 1.5e20);
+}
+
+// Rounding to 7 digits must give exactly the double that the 7-digit decimal text reads back as,
+// over all magnitudes, near halves and near powers of ten.
+TEST(RoundToDigits, EqualsReadingTheDecimalText)
+{
+    auto byText = [](double value, int digits) {
+        char text[64];
+        std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
+        return std::strtod(text, nullptr);
+    };
+    std::mt19937_64 random(20261123);
+    std::uniform_real_distribution<double> mantissa(1.0, 10.0);
+    std::uniform_int_distribution<int> exponent(-40, 40);
+    for (int k = 0; k < 200000; ++k) {
+        double value = mantissa(random) * std::pow(10.0, exponent(random));
+        if (k % 3 == 1)
+            value = std::nextafter(std::round(value * 1e6) / 1e6 + 5e-7, 0.0); // near a half
+        if (k % 3 == 2)
+            value = -value;
+        for (int digits : {7, 16}) {
+            double expected = byText(value, digits);
+            ASSERT_EQ(RoundToDigits(value, digits), expected) << value << " to " << digits;
+        }
+    }
+    for (double value : {1234567.5, 1234569.5, 999999.95, 9999999.5, 0.1, 1e-30, 3.4e38, 12345675.0})
+        EXPECT_EQ(RoundToDigits(value, 7), byText(value, 7)) << value;
 }
 
 } // namespace
