@@ -70,6 +70,12 @@ public:
     // File New: the rows cleared, the cursor at the top left, the program emptied, the screen set
     // up as at the first showing of the window.
     void newDocument();
+    // The screen as at the first showing of the window: rows cleared, cursor at the top left,
+    // pages shown as at start, VIEW and WINDOW off, every plane cleared (after a program is opened
+    // from the recent files or dropped on the window).
+    void resetScreen();
+    // The "OK" prompt on the next row, as after a command.
+    void showOk();
     // Runs one statement given as text (the CLS menu commands), as if it stood in a direct
     // command, without a prompt afterwards; an error is shown as usual.
     void runStatementCommand(std::string_view text);

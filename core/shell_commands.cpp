@@ -10,11 +10,29 @@
 
 namespace tessaly::core {
 
-void Interpreter::newDocument()
+void Interpreter::resetScreen()
 {
     m_screen.ClearRows();
     m_screen.setCursor(0, 0);
     m_screen.setCursorSwitch(1);
+    m_graphics.resetView();
+    m_graphics.resetPages();
+    if (m_renderer != nullptr)
+        m_renderer->setUp();
+}
+
+void Interpreter::showOk()
+{
+    if (isBusy())
+        return;
+    // On an empty row at its start the prompt takes that row.
+    m_run.printNewline = m_screen.cursorColumn() == 0 && m_screen.row(m_screen.cursorRow()).empty();
+    showPrompt(*this, PromptKind::Ok);
+}
+
+void Interpreter::newDocument()
+{
+    resetScreen();
     m_program.clear();
     resetRunTime(*this);
     m_prepared.labels.clear();
@@ -25,10 +43,6 @@ void Interpreter::newDocument()
     m_run.continueIndex = -1;
     m_error.clear();
     m_programFormats = {};
-    m_graphics.resetView();
-    m_graphics.resetPages();
-    if (m_renderer != nullptr)
-        m_renderer->setUp();
     m_host.setDocumentModified(false);
 }
 

@@ -78,7 +78,7 @@ CMainFrame::CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent
                 direction < 0 ? QAbstractSlider::SliderPageStepSub : QAbstractSlider::SliderPageStepAdd);
         }
     });
-    connect(&m_view, &CTessalyView::fileDropped, this, [this](const QString& path) { m_doc.openPath(path); });
+    connect(&m_view, &CTessalyView::fileDropped, this, [this](const QString& path) { m_doc.openDropped(path); });
     m_view.setPopupMenu(m_popup);
     m_view.installEventFilter(this);
     updateTitle();
@@ -146,7 +146,7 @@ void CMainFrame::fillRecentMenu()
         action->setStatusTip(QString::fromUtf8(findCommand(cmd::kRecentFiles)->prompt));
         connect(action, &QAction::triggered, this, [this, path] {
             if (m_doc.saveModified())
-                m_doc.openPath(path);
+                m_doc.openAndResetScreen(path);
         });
     }
     m_recentMenu->setEnabled(!paths.isEmpty());

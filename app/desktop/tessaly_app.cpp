@@ -60,7 +60,7 @@ bool CTessalyApp::initInstance(const QStringList& arguments)
         m_error = QStringLiteral("--run needs a program file");
         return false;
     }
-    if (!file.isEmpty() && !m_doc->openPath(file)) {
+    if (!file.isEmpty() && !m_doc->openAndResetScreen(file)) {
         m_error = QStringLiteral("cannot read %1").arg(file);
         return false;
     }

@@ -86,6 +86,24 @@ bool CTessalyDoc::openPath(const QString& path)
     return finishFileCommand(io::LoadProgramDocument(in, localPath(absolute)), absolute);
 }
 
+bool CTessalyDoc::openAndResetScreen(const QString& path)
+{
+    if (!openPath(path))
+        return false;
+    m_view.interpreter().resetScreen();
+    showCaret();
+    return true;
+}
+
+bool CTessalyDoc::openDropped(const QString& path)
+{
+    if (!openAndResetScreen(path))
+        return false;
+    m_view.interpreter().showOk();
+    showCaret();
+    return true;
+}
+
 bool CTessalyDoc::onFileSave()
 {
     if (m_path.isEmpty())

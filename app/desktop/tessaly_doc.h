@@ -28,6 +28,10 @@ public:
     void onFileOpen();
     // Loads path as Open does (also for the command line, the recent files and drops).
     bool openPath(const QString& path);
+    // A program from the recent-file list or the command line: the screen starts afresh as well.
+    bool openAndResetScreen(const QString& path);
+    // A dropped program: loaded as a LOAD does, the screen afresh and "OK" after it.
+    bool openDropped(const QString& path);
     // File Save: to the current path, or through Save As when there is none.
     bool onFileSave();
     bool onFileSaveAs();

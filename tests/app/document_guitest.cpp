@@ -167,8 +167,11 @@ private slots:
         QCOMPARE(actions.size(), 4);
         QCOMPARE(actions.first()->text(), QStringLiteral("&1 R5.BAS"));
         QCOMPARE(actions.last()->text(), QStringLiteral("&4 R2.BAS"));
+        w.typeLine(QStringLiteral("PRINT 1"));
         actions.last()->trigger();
         QCOMPARE(w.doc().pathName(), dir.filePath(QStringLiteral("R2.BAS")));
+        // Opened from the list, the program comes with a fresh screen.
+        QCOMPARE(w.row(0), QString());
     }
 };
 

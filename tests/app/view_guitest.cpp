@@ -116,6 +116,7 @@ private slots:
         file.write("10 PRINT 7\r\n20 END\r\n");
         file.close();
         Window w;
+        w.typeLine(QStringLiteral("PRINT 1"));
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(path)});
         // A drop reaches the widget that accepted the drag's entry.
@@ -126,6 +127,9 @@ private slots:
         QApplication::sendEvent(&w.view(), &drop);
         QCOMPARE(w.interpreter().program().count(), 2);
         QCOMPARE(w.frame().windowTitle(), QStringLiteral("drop.bas - Tessaly"));
+        // As a LOAD: the screen starts afresh and OK follows.
+        QCOMPARE(w.row(0), QStringLiteral("OK"));
+        QCOMPARE(w.row(1), QString());
     }
 };
 
