@@ -7,11 +7,14 @@
 namespace tessaly::desktop {
 
 namespace {
+// File names are case-sensitive here, so the program filter takes .bas as well as .BAS.
 const QString kFilter = QStringLiteral("BAS Files(*.BAS *.bas);;All Files(*)");
 } // namespace
 
 QString DialogPrompts::openFileName()
 {
+    // The dialog opens with no name filled in (a name of one full-width blank would be taken as a
+    // real file name by this desktop's dialog).
     return QFileDialog::getOpenFileName(m_parent, QString(), QString(), kFilter, nullptr, QFileDialog::ReadOnly);
 }
 
