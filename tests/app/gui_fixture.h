@@ -5,7 +5,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QMenu>
+#include <QSettings>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QStringList>
 #include <QTest>
 #include <deque>
@@ -53,8 +55,11 @@ private:
     }
 };
 
+// Settings (the recent files) go to a folder of the test's own, empty at each run.
 inline void isolateSettings()
 {
+    static QTemporaryDir folder;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
     QStandardPaths::setTestModeEnabled(true);
     QApplication::setOrganizationName(QStringLiteral("Local AppWizard-Generated Applications"));
     QApplication::setApplicationName(QStringLiteral("TessalyTest"));
