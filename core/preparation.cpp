@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 
 namespace tessaly::core {
 
@@ -42,21 +43,13 @@ void trimTrailing(std::string& text)
 // Sets openQuote when the text ends inside quotes.
 size_t findOutsideQuotes(std::string_view text, size_t pos, std::string_view stops, bool withRem, bool& openQuote)
 {
-    bool quoted = false;
-    for (; pos < text.size(); ++pos) {
-        char c = text[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
-        if (stops.find(c) != std::string_view::npos)
-            return pos;
-        if (withRem && text.compare(pos, 3, "REM") == 0)
-            return pos;
-    }
-    openQuote = quoted;
+    bool endsQuoted = false;
+    size_t found = findOutsideQuotesIf(text, pos, [&](size_t at) {
+        return stops.find(text[at]) != std::string_view::npos || (withRem && text.compare(at, 3, "REM") == 0);
+    }, &endsQuoted);
+    if (found != std::string_view::npos)
+        return found;
+    openQuote = endsQuoted;
     return text.size();
 }
 

@@ -9,6 +9,7 @@
 #include "core/keyword_table.h"
 #include "core/preparation.h"
 #include "core/statements.h"
+#include "core/text_scan.h"
 
 namespace tessaly::core {
 
@@ -119,26 +120,12 @@ int loadEntryIntoBuffer(Interpreter& in, int entry)
     if (start == 0 || start >= text.size())
         return 0;
     // A trailing comment (an apostrophe or REM outside quotes) is cut off; one at the start stays.
-    size_t stop = text.size();
-    bool quoted = false;
-    for (size_t pos = start; pos < text.size(); ++pos) {
+    size_t stop = findOutsideQuotesIf(text, start, [&](size_t pos) {
         char c = text[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
-        if (c == '\r' || c == '\n') {
-            stop = pos;
-            break;
-        }
-        if (c == '\'' || text.compare(pos, 3, "REM") == 0) {
-            if (pos != start)
-                stop = pos;
-            break;
-        }
-    }
+        return c == '\r' || c == '\n' || c == '\'' || text.compare(pos, 3, "REM") == 0;
+    });
+    if (stop == std::string_view::npos || (stop == start && text[stop] != '\r' && text[stop] != '\n'))
+        stop = text.size();
     if (!in.buffer().assign(text.substr(start, stop - start)))
         return in.raise(ErrorId::LineBufferOverflow);
     return 1;

@@ -16,8 +16,11 @@ namespace tessaly::core {
     return std::string(text.substr(first, last - first + 1));
 }
 
-// The first occurrence of word at or after from outside double quotes; npos when none.
-[[nodiscard]] inline size_t findOutsideQuotes(std::string_view text, std::string_view word, size_t from)
+// The first position at or after from, outside double quotes, where stop(pos) holds; npos when
+// none. The quote marks themselves are not offered. endsQuoted, when given, tells whether the text
+// ends inside quotes.
+template <typename Stop>
+[[nodiscard]] size_t findOutsideQuotesIf(std::string_view text, size_t from, Stop stop, bool* endsQuoted = nullptr)
 {
     bool quoted = false;
     for (size_t pos = from; pos < text.size(); ++pos) {
@@ -25,10 +28,18 @@ namespace tessaly::core {
             quoted = !quoted;
             continue;
         }
-        if (!quoted && text.compare(pos, word.size(), word) == 0)
+        if (!quoted && stop(pos))
             return pos;
     }
+    if (endsQuoted != nullptr)
+        *endsQuoted = quoted;
     return std::string_view::npos;
+}
+
+// The first occurrence of word at or after from outside double quotes; npos when none.
+[[nodiscard]] inline size_t findOutsideQuotes(std::string_view text, std::string_view word, size_t from)
+{
+    return findOutsideQuotesIf(text, from, [&](size_t pos) { return text.compare(pos, word.size(), word) == 0; });
 }
 
 // The ")" that closes the "(" at open, outside double quotes; npos when it is missing.
@@ -56,27 +67,20 @@ namespace tessaly::core {
 template <typename Stop>
 [[nodiscard]] size_t findAtTopLevel(std::string_view text, size_t from, Stop stop, int* endDepth = nullptr)
 {
-    bool quoted = false;
     int depth = 0;
-    size_t pos = from;
-    for (; pos < text.size(); ++pos) {
-        char c = text[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
+    size_t pos = findOutsideQuotesIf(text, from, [&](size_t at) {
+        char c = text[at];
         if (c == '(')
             ++depth;
         else if (c == ')')
             --depth;
-        else if (stop(c, depth))
-            break;
-    }
+        else
+            return stop(c, depth);
+        return false;
+    });
     if (endDepth != nullptr)
         *endDepth = depth;
-    return pos < text.size() ? pos : std::string_view::npos;
+    return pos;
 }
 
 // Splits text at the separators that stand outside quotes and parentheses; calls piece(text,
