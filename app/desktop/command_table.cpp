@@ -42,7 +42,7 @@ constexpr Command kCommands[] = {
     {kHelpIndex, "ﾄﾋﾟｯｸの検索(&H)", true, "ﾍﾙﾌﾟ ﾄﾋﾟｯｸの一覧", "F11", true},
     {kContextHelp, nullptr, true, "ｸﾘｯｸされたﾎﾞﾀﾝ、ﾒﾆｭｰまたはｳｨﾝﾄﾞｳのﾍﾙﾌﾟを表示", nullptr, true},
     {kAppAbout, "Tessaly のﾊﾞｰｼﾞｮﾝ情報(&A)...", false, "ﾌﾟﾛｸﾞﾗﾑの情報、ﾊﾞｰｼﾞｮﾝそして著作権を表示", nullptr, true},
-    {kFunctionKey10, nullptr, false, nullptr, nullptr, true},
+    {kFunctionKey10, nullptr, false, nullptr, "F10", true},
 };
 
 constexpr int kToolBar[] = {kFileNew, kFileOpen, kFileSave, kSeparator, kRun, kBreak, kCont, kSeparator, kCls,

@@ -36,7 +36,7 @@ constexpr int kFrameTop = static_cast<int>(kFrameHeight * 0.15);
 bool isBoundShortcut(int id)
 {
     return id == cmd::kFileNew || id == cmd::kFileOpen || id == cmd::kFileSave || id == cmd::kFilePrint
-        || id == cmd::kHelpIndex;
+        || id == cmd::kHelpIndex || id == cmd::kFunctionKey10;
 }
 
 QString toolTipOf(const char* menuText)
@@ -88,7 +88,7 @@ CMainFrame::CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent
 void CMainFrame::createActions()
 {
     for (const auto& command : commands()) {
-        if (command.id == cmd::kFunctionKey10 || command.id == cmd::kRecentFiles)
+        if (command.id == cmd::kRecentFiles)
             continue;
         QString text = command.menuText != nullptr ? QString::fromUtf8(command.menuText) : QString();
         auto* action = new QAction(text, this);
@@ -110,6 +110,8 @@ void CMainFrame::createActions()
         connect(action, &QAction::triggered, this, [this, id] { runCommand(id); });
         m_actions.insert(id, action);
     }
+    // F10 is an accelerator of its own, so that no desktop takes it to open the menu bar.
+    addAction(m_actions[cmd::kFunctionKey10]);
     for (int id : {cmd::kViewToolBar, cmd::kViewStatusBar}) {
         m_actions[id]->setCheckable(true);
         m_actions[id]->setChecked(true);
@@ -210,6 +212,7 @@ void CMainFrame::runCommand(int id)
     case cmd::kRun: in.runMenuCommand(); break;
     case cmd::kBreak: in.breakProgram(); break;
     case cmd::kCont: in.continueProgram(); break;
+    case cmd::kFunctionKey10: in.onKeyDown(screen::vk::kF10); break;
     case cmd::kViewToolBar: m_toolBar->setVisible(!m_toolBar->isVisible()); break;
     case cmd::kViewStatusBar:
         statusBar()->setVisible(!statusBar()->isVisible());

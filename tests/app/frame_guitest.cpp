@@ -1,6 +1,7 @@
 // The frame: its place and size, the menu bar and tool bar of the command table, and menu commands
 // reaching the interpreter.
 #include <QMenuBar>
+#include <QSignalSpy>
 #include <QToolBar>
 
 #include "app/desktop/command_table.h"
@@ -85,6 +86,18 @@ private slots:
         QVERIFY(w.interpreter().isRunning());
         QTest::keyClick(&w.view(), Qt::Key_Escape);
         QVERIFY(w.settle(20));
+    }
+
+    void functionKeysTypeTheirTexts()
+    {
+        Window w;
+        QTest::keyClick(&w.view(), Qt::Key_F1);
+        QCOMPARE(w.row(0), QStringLiteral("load"));
+        // F10 comes through its accelerator and types once.
+        QSignalSpy accelerator(w.frame().action(cmd::kFunctionKey10), &QAction::triggered);
+        QTest::keyClick(&w.view(), Qt::Key_F10);
+        QCOMPARE(accelerator.count(), 1);
+        QCOMPARE(w.row(0), QStringLiteral("load  cont"));
     }
 
     void graphicsClearFromTheMenu()
