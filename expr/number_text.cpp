@@ -2,6 +2,7 @@
 #include "expr/number_text.h"
 
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -166,6 +167,52 @@ bool roundByScaling(double magnitude, int digits, double& rounded)
     return true;
 }
 
+__extension__ typedef unsigned __int128 Wide;
+
+constexpr uint64_t kPowersOfFive[] = {1ULL, 5ULL, 25ULL, 125ULL, 625ULL, 3125ULL, 15625ULL, 78125ULL, 390625ULL,
+    1953125ULL, 9765625ULL, 48828125ULL, 244140625ULL, 1220703125ULL, 6103515625ULL, 30517578125ULL,
+    152587890625ULL, 762939453125ULL, 3814697265625ULL, 19073486328125ULL, 95367431640625ULL,
+    476837158203125ULL, 2384185791015625ULL};
+
+// Rounding to 16 digits with exact integers: magnitude = m x 2^e, so magnitude x 10^k is
+// m x 5^k x 2^(e+k), rounded half to even like the decimal text. The result n / 10^k is the double
+// nearest the decimal when n is below 2^53 (both operands exact, one rounding); otherwise, or
+// outside 1e-7 to 1e16, false sends the value the text route.
+bool roundSixteenExactly(double magnitude, double& rounded)
+{
+    if (!(magnitude >= 1e-7 && magnitude < 1e16))
+        return false;
+    int k = 15 - static_cast<int>(std::floor(std::log10(magnitude)));
+    if (k < 0 || k > 22)
+        return false;
+    int binaryExponent = 0;
+    double fraction = std::frexp(magnitude, &binaryExponent);
+    auto mantissa = static_cast<uint64_t>(std::ldexp(fraction, 53));
+    int shift = binaryExponent - 53 + k;
+    Wide scaled = static_cast<Wide>(mantissa) * kPowersOfFive[k];
+    Wide whole = 0;
+    if (shift >= 0) {
+        if (shift > 20)
+            return false;
+        whole = scaled << shift;
+    } else {
+        int right = -shift;
+        if (right >= 120)
+            return false;
+        whole = scaled >> right;
+        Wide rest = scaled - (whole << right);
+        Wide half = static_cast<Wide>(1) << (right - 1);
+        if (rest > half || (rest == half && (whole & 1) != 0))
+            ++whole;
+    }
+    constexpr uint64_t kLowest = 1000000000000000ULL;
+    constexpr uint64_t kExactLimit = 1ULL << 53;
+    if (whole < kLowest || whole >= kExactLimit)
+        return false;
+    rounded = static_cast<double>(static_cast<uint64_t>(whole)) / kPowersOfTen[k];
+    return true;
+}
+
 } // namespace
 
 double RoundToDigits(double value, int digits)
@@ -177,6 +224,8 @@ double RoundToDigits(double value, int digits)
         return value;
     double rounded = 0;
     if (digits >= 1 && digits <= 7 && roundByScaling(std::fabs(value), digits, rounded))
+        return value < 0 ? -rounded : rounded;
+    if (digits == 16 && roundSixteenExactly(std::fabs(value), rounded))
         return value < 0 ? -rounded : rounded;
     char text[64];
     std::snprintf(text, sizeof text, "%.*e", digits - 1, value);

@@ -98,8 +98,14 @@ TEST(RoundToDigits, EqualsReadingTheDecimalText)
     std::uniform_int_distribution<int> exponent(-40, 40);
     for (int k = 0; k < 200000; ++k) {
         double value = mantissa(random) * std::pow(10.0, exponent(random));
-        if (k % 3 == 1)
-            value = std::nextafter(std::round(value * 1e6) / 1e6 + 5e-7, 0.0); // near a half
+        if (k % 5 == 1)
+            value = std::nextafter(std::round(value * 1e6) / 1e6 + 5e-7, 0.0); // near a 7-digit half
+        if (k % 5 == 3) {
+            // Near a 16-digit half: the 17th digit a 5, give or take a unit in the last place.
+            double scale = std::pow(10.0, 15 - std::floor(std::log10(value)));
+            value = (std::floor(value * scale) + 0.5) / scale;
+            value = k % 2 ? std::nextafter(value, 0.0) : value;
+        }
         if (k % 3 == 2)
             value = -value;
         for (int digits : {7, 16}) {
@@ -109,6 +115,10 @@ TEST(RoundToDigits, EqualsReadingTheDecimalText)
     }
     for (double value : {1234567.5, 1234569.5, 999999.95, 9999999.5, 0.1, 1e-30, 3.4e38, 12345675.0})
         EXPECT_EQ(RoundToDigits(value, 7), byText(value, 7)) << value;
+    // Exact 16-digit ties go to the even digit, as the decimal text does.
+    for (double value : {1234567890123456.5, 1234567890123457.5, 0.12345678901234565, 9007199254740991.0,
+             9999999999999999.0, 1e-7, 0.3, 2.0 / 3.0})
+        EXPECT_EQ(RoundToDigits(value, 16), byText(value, 16)) << value;
 }
 
 } // namespace
