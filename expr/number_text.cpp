@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -174,10 +175,33 @@ constexpr uint64_t kPowersOfFive[] = {1ULL, 5ULL, 25ULL, 125ULL, 625ULL, 3125ULL
     152587890625ULL, 762939453125ULL, 3814697265625ULL, 19073486328125ULL, 95367431640625ULL,
     476837158203125ULL, 2384185791015625ULL};
 
+// n / 10^k for n above 2^53: divided in the 64-bit extended format (both operands exact), then
+// narrowed to double. The narrowing gives the double nearest the true quotient unless the
+// extended quotient fell exactly on the midpoint between two doubles; that case goes the text way
+// (a safeguard: no double rounds to such an n, since above 2^53 the doubles near n / 10^k lie at
+// least half a unit of the 16th digit away).
+bool divideThroughExtended(uint64_t n, int k, double& rounded)
+{
+    if constexpr (std::numeric_limits<long double>::digits < 64) {
+        return false;
+    } else {
+        long double quotient = static_cast<long double>(n) / static_cast<long double>(kPowersOfTen[k]);
+        double narrowed = static_cast<double>(quotient);
+        if (static_cast<long double>(narrowed) != quotient) {
+            double neighbour = std::nextafter(narrowed, quotient > narrowed ? HUGE_VAL : -HUGE_VAL);
+            long double midpoint = (static_cast<long double>(narrowed) + static_cast<long double>(neighbour)) / 2;
+            if (quotient == midpoint)
+                return false;
+        }
+        rounded = narrowed;
+        return true;
+    }
+}
+
 // Rounding to 16 digits with exact integers: magnitude = m x 2^e, so magnitude x 10^k is
 // m x 5^k x 2^(e+k), rounded half to even like the decimal text. The result n / 10^k is the double
-// nearest the decimal when n is below 2^53 (both operands exact, one rounding); otherwise, or
-// outside 1e-7 to 1e16, false sends the value the text route.
+// nearest the decimal: one rounding of exact operands below 2^53, the extended division above.
+// Outside 1e-7 to 1e16 false sends the value the text route.
 bool roundSixteenExactly(double magnitude, double& rounded)
 {
     if (!(magnitude >= 1e-7 && magnitude < 1e16))
@@ -207,10 +231,15 @@ bool roundSixteenExactly(double magnitude, double& rounded)
     }
     constexpr uint64_t kLowest = 1000000000000000ULL;
     constexpr uint64_t kExactLimit = 1ULL << 53;
-    if (whole < kLowest || whole >= kExactLimit)
+    constexpr uint64_t kHighest = 10000000000000000ULL;
+    if (whole < kLowest || whole > kHighest)
         return false;
-    rounded = static_cast<double>(static_cast<uint64_t>(whole)) / kPowersOfTen[k];
-    return true;
+    auto digits = static_cast<uint64_t>(whole);
+    if (digits < kExactLimit) {
+        rounded = static_cast<double>(digits) / kPowersOfTen[k];
+        return true;
+    }
+    return divideThroughExtended(digits, k, rounded);
 }
 
 } // namespace
