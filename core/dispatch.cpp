@@ -8,6 +8,7 @@
 #include "core/keyword_table.h"
 #include "core/statements.h"
 #include "expr/statements.h"
+#include "io/statements.h"
 #include "screen/statements.h"
 
 namespace tessaly::core {
@@ -95,6 +96,11 @@ struct HandlerTable {
         set(Stmt::MidStatement, expr::stmtMid);
         set(Stmt::DateStatement, expr::stmtDate);
         set(Stmt::TimeStatement, expr::stmtTime);
+        set(Stmt::Load, io::stmtLoad);
+        set(Stmt::Save, io::stmtSave);
+        set(Stmt::Merge, io::stmtMerge);
+        set(Stmt::Kill, io::stmtKill);
+        set(Stmt::Name, io::stmtName);
     }
     constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }
 };

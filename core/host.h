@@ -50,6 +50,8 @@ public:
     virtual void keyboardRead() {}
     // The program was changed (a line stored or deleted) or saved.
     virtual void setDocumentModified(bool modified) { (void)modified; }
+    // A LOAD statement read the program from path: the document takes its name.
+    virtual void programLoaded(std::string_view path) { (void)path; }
 
     // Plain text of the clipboard (Shift-JIS), and putting text or a 640 x 400 RGB image there.
     virtual std::string clipboardText() { return {}; }

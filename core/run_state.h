@@ -46,6 +46,7 @@ struct RunState {
     int autoLine = 0;             // AUTO's next line number; above 0 while AUTO is active
     int autoStep = 10;
     int statementEcho = 0;
+    bool loadStartedByRun = false; // RUN "file" performs LOAD and then runs
     bool editShown = false;       // EDIT has put a line on the screen: no prompt after it
     bool printNewline = true;     // the printed row is finished; the next output starts a new row
     int printColumn = 0;          // the length of the text already printed on the row (TAB)

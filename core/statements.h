@@ -2,6 +2,7 @@
 // Each takes the position after its keyword and the statement's end; see core/dispatch.h.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace tessaly::core {
@@ -64,6 +65,8 @@ int stmtRenum(Interpreter&, int begin, int end);
 
 // Resets what RUN, CLEAR and NEW reset: variables, type defaults, stacks, event traps.
 void resetRunTime(Interpreter&);
+// Starts a run as RUN does: from the first line, or from a line number or label when given.
+int beginRun(Interpreter&, int lineNumber, const std::string& label);
 // The program text changed (a line typed or deleted, DELETE, RENUM, NEW): the document is marked
 // modified, and an interrupted run can no longer be continued, since its prepared entries no
 // longer match the program ("Can't continue " as after END).

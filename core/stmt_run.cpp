@@ -35,21 +35,24 @@ std::string plainArgument(const expr::Value& value)
     return plain;
 }
 
-// RUN "file" and RUN "file",R are LOAD with the same arguments.
-int runAsLoad(Interpreter& in, int begin, int end)
+// RUN "file" and RUN "file",R are LOAD with the same arguments; RUN "file" itself keeps the screen
+// and runs the program once it is loaded (byRun).
+int runAsLoad(Interpreter& in, int begin, int end, bool byRun)
 {
     auto& buffer = in.buffer();
     int keyword = begin - 3;
     if (keyword < 0 || !buffer.replace(keyword, 3, "LOAD"))
         return in.raise(ErrorId::SyntaxError);
-    return executeFromKeyword(in, keyword, end + 1);
+    in.run().loadStartedByRun = byRun;
+    int result = executeFromKeyword(in, keyword, end + 1);
+    in.run().loadStartedByRun = false;
+    return result;
 }
 
 } // namespace
 
 int stmtRun(Interpreter& in, int begin, int end)
 {
-    auto& run = in.run();
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     std::string label;
     int lineNumber = 0;
@@ -57,7 +60,7 @@ int stmtRun(Interpreter& in, int begin, int end)
         label = trimBlanks(argument.substr(star));
     } else if (auto comma = argument.find(','); comma != std::string_view::npos &&
                argument.find('R', comma) != std::string_view::npos) {
-        return runAsLoad(in, begin, end);
+        return runAsLoad(in, begin, end, false);
     } else {
         expr::Value value;
         TRY_BASIC(expr::evaluateExpression(in, begin, end, value));
@@ -68,10 +71,16 @@ int stmtRun(Interpreter& in, int begin, int end)
             else if (plain[0] == '*')
                 label = plain;
             else
-                return runAsLoad(in, begin, end);
+                return runAsLoad(in, begin, end, true);
         }
     }
 
+    return beginRun(in, lineNumber, label);
+}
+
+int beginRun(Interpreter& in, int lineNumber, const std::string& label)
+{
+    auto& run = in.run();
     resetRunTime(in);
     in.error().clear();
     run.continueIndex = -1;

@@ -15,9 +15,7 @@
 
 namespace tessaly::io {
 
-namespace {
-
-std::string absolutePath(const std::string& path)
+std::string AbsolutePath(const std::string& path)
 {
     if (!path.empty() && path.front() == '/')
         return path;
@@ -27,10 +25,12 @@ std::string absolutePath(const std::string& path)
     return std::string(buffer) + "/" + path;
 }
 
+namespace {
+
 // Programs that OPEN, LOAD or KILL by a bare name find their files beside the program.
 void followProgramFolder(const std::string& path)
 {
-    std::string folder = FolderOf(absolutePath(path));
+    std::string folder = FolderOf(AbsolutePath(path));
     if (chdir(folder.c_str()) != 0) {
         // The folder stays as it was; the file itself was read or written by its full path.
     }
@@ -61,6 +61,11 @@ mode_t modeFor(const std::string& path)
     return 0666 & ~mask;
 }
 
+int raiseFailure(core::Interpreter& in, core::ErrorId id, RaiseAt raiseAt)
+{
+    return raiseAt == RaiseAt::Statement ? in.raise(id) : in.raiseWithoutLine(id);
+}
+
 } // namespace
 
 std::string FolderOf(const std::string& path)
@@ -71,12 +76,12 @@ std::string FolderOf(const std::string& path)
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-bool LoadProgramDocument(core::Interpreter& in, const std::string& path)
+bool LoadProgramDocument(core::Interpreter& in, const std::string& path, RaiseAt raiseAt)
 {
     std::ifstream file(path, std::ios::binary);
     struct stat info {};
     if (!file || stat(path.c_str(), &info) != 0 || S_ISDIR(info.st_mode)) {
-        in.raiseWithoutLine(core::ErrorId::FileNotOpen);
+        raiseFailure(in, core::ErrorId::FileNotOpen, raiseAt);
         return false;
     }
     std::string bytes(kMaxProgramFileBytes, '\0');
@@ -96,19 +101,19 @@ bool LoadProgramDocument(core::Interpreter& in, const std::string& path)
     return true;
 }
 
-bool SaveProgramDocument(core::Interpreter& in, const std::string& path)
+bool SaveProgramDocument(core::Interpreter& in, const std::string& path, RaiseAt raiseAt)
 {
-    std::string target = absolutePath(path);
+    std::string target = AbsolutePath(path);
     struct stat info {};
     bool exists = stat(target.c_str(), &info) == 0;
     if ((exists && (S_ISDIR(info.st_mode) || access(target.c_str(), W_OK) != 0))) {
-        in.raiseWithoutLine(core::ErrorId::FileAlreadyExists);
+        raiseFailure(in, core::ErrorId::FileAlreadyExists, raiseAt);
         return false;
     }
     std::string temporary = FolderOf(target) + "/.tessaly-save-XXXXXX";
     int fd = mkstemp(temporary.data());
     if (fd < 0) {
-        in.raiseWithoutLine(core::ErrorId::FileAlreadyExists);
+        raiseFailure(in, core::ErrorId::FileAlreadyExists, raiseAt);
         return false;
     }
     fchmod(fd, modeFor(target));
@@ -121,11 +126,11 @@ bool SaveProgramDocument(core::Interpreter& in, const std::string& path)
     written = close(fd) == 0 && written;
     if (!written || rename(temporary.c_str(), target.c_str()) != 0) {
         unlink(temporary.c_str());
-        in.raiseWithoutLine(core::ErrorId::DiskIoError);
+        raiseFailure(in, core::ErrorId::DiskIoError, raiseAt);
         return false;
     }
     if (!image) {
-        in.raiseWithoutLine(core::ErrorId::SyntaxError);
+        raiseFailure(in, core::ErrorId::SyntaxError, raiseAt);
         return false;
     }
     in.host().setDocumentModified(false);

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFile>
 #include <QImage>
 #include <QMessageBox>
 #include <ctime>
@@ -49,6 +50,11 @@ core::LocalTime QtHost::localTime()
 }
 
 void QtHost::setDocumentModified(bool modified) { emit documentModified(modified); }
+
+void QtHost::programLoaded(std::string_view path)
+{
+    emit programFileLoaded(QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size()))));
+}
 
 std::string QtHost::clipboardText() { return shiftJisOf(QApplication::clipboard()->text()); }
 

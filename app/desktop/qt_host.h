@@ -25,6 +25,7 @@ public:
     void printerWrite(std::string_view bytes) override;
     core::LocalTime localTime() override;
     void setDocumentModified(bool modified) override;
+    void programLoaded(std::string_view path) override;
     std::string clipboardText() override;
     void setClipboardText(std::string_view text) override;
     void setClipboardImage(const uint32_t* pixels, int width, int height) override;
@@ -35,6 +36,7 @@ public:
 signals:
     void timerFired(tessaly::core::TimerId id);
     void documentModified(bool modified);
+    void programFileLoaded(const QString& path);
 
 private:
     Beeper* m_beeper;

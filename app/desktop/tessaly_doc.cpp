@@ -26,6 +26,13 @@ CTessalyDoc::CTessalyDoc(CTessalyView& view, DocumentPrompts& prompts, RecentFil
     , m_title(kUntitled)
 {
     connect(&view.host(), &QtHost::documentModified, this, &CTessalyDoc::setModified);
+    // A LOAD statement gives the document the loaded file's name.
+    connect(&view.host(), &QtHost::programFileLoaded, this, [this](const QString& path) {
+        QString absolute = QFileInfo(path).absoluteFilePath();
+        setPath(absolute);
+        m_recent.add(absolute);
+        setModified(false);
+    });
 }
 
 void CTessalyDoc::setModified(bool modified) { m_modified = modified; }

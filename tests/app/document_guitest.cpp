@@ -130,6 +130,23 @@ private slots:
         QCOMPARE(w.interpreter().screen().cursorRow(), 0);
     }
 
+    void aTypedLoadNamesTheDocument()
+    {
+        QTemporaryDir dir;
+        QString before = QDir::currentPath();
+        QDir::setCurrent(dir.path());
+        Window w;
+        w.typeLine(QStringLiteral("10 PRINT 2"));
+        w.typeLine(QStringLiteral("SAVE \"typed\""));
+        w.typeLine(QStringLiteral("NEW"));
+        w.typeLine(QStringLiteral("LOAD \"TYPED\""));
+        QCOMPARE(w.interpreter().program().count(), 1);
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("TYPED.BAS - Tessaly"));
+        QCOMPARE(w.doc().pathName(), QDir(dir.path()).filePath(QStringLiteral("TYPED.BAS")));
+        QVERIFY(!w.doc().isModified());
+        QDir::setCurrent(before);
+    }
+
     void closingAsksToSaveChanges()
     {
         Window w;

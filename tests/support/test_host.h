@@ -18,6 +18,7 @@ public:
     void stopTimer(core::TimerId id) override { timers.push_back({static_cast<int>(id), 0}); }
     void printerWrite(std::string_view bytes) override { printed += bytes; }
     void setDocumentModified(bool modified) override { this->modified = modified; }
+    void programLoaded(std::string_view path) override { loadedPath = path; }
 
     struct TimerCall {
         int id;
@@ -27,6 +28,7 @@ public:
     std::vector<TimerCall> timers;
     std::string printed;
     bool modified = false;
+    std::string loadedPath;
 };
 
 class StreamRecorder final : public screen::TextListener {

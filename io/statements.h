@@ -1,0 +1,19 @@
+// Handlers of the statements that the files subsystem owns. Each takes the position after its
+// keyword and the statement's end; see core/dispatch.h.
+#pragma once
+
+namespace tessaly::core {
+class Interpreter;
+}
+
+namespace tessaly::io {
+
+// io/stmt_program_files.cpp
+int stmtLoad(core::Interpreter&, int begin, int end);
+int stmtSave(core::Interpreter&, int begin, int end);
+int stmtMerge(core::Interpreter&, int begin, int end);
+// io/stmt_kill_name.cpp
+int stmtKill(core::Interpreter&, int begin, int end);
+int stmtName(core::Interpreter&, int begin, int end);
+
+} // namespace tessaly::io

@@ -1,0 +1,150 @@
+// LOAD, SAVE and MERGE: programs read from and written to files by statements.
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/statements.h"
+#include "core/text_scan.h"
+#include "expr/evaluator.h"
+#include "io/basic_path.h"
+#include "io/program_document.h"
+#include "io/statements.h"
+
+namespace tessaly::io {
+
+namespace {
+
+using core::ErrorId;
+
+// The file name of LOAD and SAVE: the text before the first comma, evaluated to a string.
+int evaluateFileName(core::Interpreter& in, std::string_view argument, std::string& name)
+{
+    expr::Value value;
+    TRY_BASIC(expr::evaluateText(in, argument, value));
+    if (value.empty)
+        return in.raise(ErrorId::SyntaxError);
+    if (!value.isString())
+        return in.raise(ErrorId::TypeMismatch);
+    name = ProgramFileName(value.text);
+    if (name.empty())
+        return in.raise(ErrorId::SyntaxError);
+    return 0;
+}
+
+// Program transfers through the serial port or the printer need the file table; until it is
+// built they answer as a transfer to a channel that cannot take them.
+bool namesTransferDevice(std::string_view name, bool save)
+{
+    return NamesDevice(name, "COM") || (save && NamesDevice(name, "LPT"));
+}
+
+// The statement ends its run as END does (the program it ran in is gone or replaced).
+int endRun(core::Interpreter& in)
+{
+    auto& run = in.run();
+    run.runMode = core::RunMode::Ended;
+    run.statementCode = static_cast<int>(core::Stmt::End);
+    return static_cast<int>(core::Stmt::End);
+}
+
+} // namespace
+
+int stmtLoad(core::Interpreter& in, int begin, int end)
+{
+    bool startedByRun = in.run().loadStartedByRun;
+    in.run().loadStartedByRun = false;
+    auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    size_t comma = core::findAtTopLevel(argument, 0, [](char c, int depth) { return depth == 0 && c == ','; });
+    bool runAfter = comma != std::string_view::npos && argument.find('R', comma) != std::string_view::npos;
+    std::string name;
+    TRY_BASIC(evaluateFileName(in, argument.substr(0, comma), name));
+    if (namesTransferDevice(name, false))
+        return in.raise(ErrorId::IllegalOperationKeyboard);
+    // The full path is taken first: loading makes the program's folder the current one.
+    std::string path = AbsolutePath(HostPath(WithProgramExtension(name)));
+    if (!LoadProgramDocument(in, path, RaiseAt::Statement))
+        return core::kFailed;
+    in.host().programLoaded(path);
+    if (!startedByRun) {
+        // The screen starts afresh, and the prompt takes its first row.
+        in.resetScreen();
+        in.run().printNewline = true;
+    }
+    if (runAfter || startedByRun)
+        return core::beginRun(in, 0, {});
+    return endRun(in);
+}
+
+int stmtSave(core::Interpreter& in, int begin, int end)
+{
+    auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    size_t comma = core::findAtTopLevel(argument, 0, [](char c, int depth) { return depth == 0 && c == ','; });
+    // Without an option the program is written as line records; ",A" writes plain text.
+    uint8_t format = static_cast<uint8_t>(ProgramFileFormat::LineRecords);
+    if (comma != std::string_view::npos) {
+        auto option = argument.substr(comma + 1);
+        if (option.find('A') == std::string_view::npos && option.find('a') == std::string_view::npos)
+            return in.raise(ErrorId::SyntaxError);
+        format = static_cast<uint8_t>(ProgramFileFormat::Text);
+    }
+    std::string name;
+    TRY_BASIC(evaluateFileName(in, argument.substr(0, comma), name));
+    if (namesTransferDevice(name, true))
+        return in.raise(ErrorId::IllegalOperationKeyboard);
+    in.programFormats().saveFormat = format;
+    if (!SaveProgramDocument(in, HostPath(WithProgramExtension(name)), RaiseAt::Statement))
+        return core::kFailed;
+    return in.run().statementCode;
+}
+
+int stmtMerge(core::Interpreter& in, int begin, int end)
+{
+    auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    std::string name = core::trimBlanks(argument.substr(0, argument.find('\'')));
+    if (!name.empty() && name.front() == '"')
+        name.erase(0, 1);
+    if (!name.empty() && name.back() == '"')
+        name.pop_back();
+    if (name.empty())
+        return in.raise(ErrorId::MissingOperand);
+    std::ifstream file(HostPath(name), std::ios::binary);
+    if (!file)
+        return in.raise(ErrorId::FileNotFound);
+    std::stringstream contents;
+    contents << file.rdbuf();
+    if (file.bad())
+        return in.raise(ErrorId::DiskIoError);
+    std::string text = contents.str();
+    auto& store = in.program();
+    size_t pos = 0;
+    while (pos < text.size()) {
+        size_t lineEnd = text.find_first_of("\r\n", pos);
+        if (lineEnd == std::string::npos)
+            lineEnd = text.size();
+        std::string_view line = std::string_view(text).substr(pos, lineEnd - pos);
+        pos = lineEnd + 1;
+        // A line is stored as if typed; blanks before its number are dropped, and a line that
+        // does not start with a number is left out, as the program reader does.
+        auto first = line.find_first_not_of(' ');
+        if (first == std::string_view::npos || line[first] < '0' || line[first] > '9')
+            continue;
+        line.remove_prefix(first);
+        auto digits = line.substr(0, line.find_first_not_of("0123456789"));
+        switch (store.enterLine(line, digits)) {
+        case core::StoreOutcome::Stored:
+            break;
+        case core::StoreOutcome::LineTooLong:
+            core::programEdited(in);
+            return in.raise(ErrorId::LineBufferOverflow);
+        default:
+            core::programEdited(in);
+            return in.raise(ErrorId::OutOfMemory);
+        }
+    }
+    core::programEdited(in);
+    return endRun(in);
+}
+
+} // namespace tessaly::io

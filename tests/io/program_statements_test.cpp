@@ -1,0 +1,165 @@
+// LOAD, SAVE, MERGE, KILL and NAME typed as a user types them, in a folder of the test's own.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <unistd.h>
+
+#include "io/basic_path.h"
+#include "support/test_host.h"
+
+namespace tessaly::io {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A fresh folder made current for the test, removed afterwards.
+class InFolder : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_before = fs::current_path();
+        char pattern[] = "/tmp/tessaly-files-XXXXXX";
+        ASSERT_NE(mkdtemp(pattern), nullptr);
+        m_folder = pattern;
+        fs::current_path(m_folder);
+    }
+    void TearDown() override
+    {
+        fs::current_path(m_before);
+        fs::remove_all(m_folder);
+    }
+
+    std::string fileBytes(const std::string& name) const
+    {
+        std::ifstream file(m_folder / name, std::ios::binary);
+        std::stringstream contents;
+        contents << file.rdbuf();
+        return file ? contents.str() : "<missing>";
+    }
+    void writeFile(const std::string& name, const std::string& bytes) const
+    {
+        std::ofstream(m_folder / name, std::ios::binary) << bytes;
+    }
+    // The lines of the program as LIST shows them.
+    static std::string listing(test::Session& session)
+    {
+        std::string out = session.type("LIST");
+        return out.substr(5);
+    }
+
+    fs::path m_before;
+    fs::path m_folder;
+};
+
+TEST_F(InFolder, SaveWritesRecordsOrTextAndLoadReadsThemBack)
+{
+    test::Session session;
+    session.type("100 PRINT 1");
+    EXPECT_EQ(session.messageOf("SAVE \"prog\""), "");
+    EXPECT_EQ(fileBytes("PROG.BAS"), std::string("\xFE\x0C\x00\x64\x00 PRINT 1", 13));
+    EXPECT_EQ(session.messageOf("SAVE \"prog.txt\",A"), "");
+    EXPECT_EQ(fileBytes("PROG.TXT"), "100 PRINT 1\r\n");
+    session.type("NEW");
+    // Names are blind to case, here as on the system they come from.
+    EXPECT_EQ(session.messageOf("LOAD \"Prog\""), "");
+    EXPECT_EQ(listing(session), "100 PRINT 1\nOK\n");
+    EXPECT_EQ(session.host().loadedPath, (m_folder / "PROG.BAS").string());
+    writeFile("mixed.bas", "10 REM lower\r\n");
+    EXPECT_EQ(session.messageOf("LOAD \"MIXED\""), "");
+    EXPECT_EQ(listing(session), "10 REM lower\nOK\n");
+    // Saving again keeps the format that was loaded only when SAVE chooses none: SAVE always does.
+    EXPECT_EQ(session.messageOf("SAVE \"MIXED\",A"), "");
+    EXPECT_EQ(fileBytes("mixed.bas"), "10 REM lower\r\n");
+}
+
+struct FailureCase {
+    const char* command;
+    const char* message;
+};
+
+class FileStatementFailures : public InFolder, public ::testing::WithParamInterface<FailureCase> {};
+
+TEST_P(FileStatementFailures, ShowTheirMessage)
+{
+    test::Session session;
+    session.type("10 END");
+    writeFile("THERE.BAS", "10 END\r\n");
+    EXPECT_EQ(session.messageOf(GetParam().command), GetParam().message) << GetParam().command;
+}
+
+INSTANTIATE_TEST_SUITE_P(Statements, FileStatementFailures,
+    ::testing::Values(FailureCase {"LOAD \"NONE\"", "File not open in "}, FailureCase {"LOAD \"\"", "Syntax error in "},
+        FailureCase {"LOAD 5", "Type mismatch in "}, FailureCase {"SAVE \"X\",Q", "Syntax error in "},
+        FailureCase {"SAVE \"  \"", "Syntax error in "}, FailureCase {"LOAD \"COM1:\"", "Illegal operetion in "},
+        FailureCase {"MERGE", "Missing operand in "}, FailureCase {"MERGE \"NONE.BAS\"", "File not found in "},
+        FailureCase {"KILL \"NONE.BAS\"", "File not found in "},
+        FailureCase {"NAME \"NONE.BAS\" AS \"B.BAS\"", "File not found in "},
+        FailureCase {"NAME \"THERE.BAS\" AS \"THERE.BAS\"", "File already exist in "}));
+
+TEST_F(InFolder, AFailureInAProgramCarriesItsLineNumber)
+{
+    test::Session session;
+    session.type("10 LOAD \"NONE\"");
+    EXPECT_EQ(session.type("RUN"), "RUN\nFile not open in 10\n");
+}
+
+TEST_F(InFolder, LoadWithRAndRunFileRunTheProgram)
+{
+    writeFile("HELLO.BAS", "10 PRINT \"HELLO\"\r\n");
+    test::Session session;
+    EXPECT_EQ(session.type("LOAD \"HELLO\",R"), "LOAD \"HELLO\",R\nHELLO\nOK\n");
+    session.type("NEW");
+    EXPECT_EQ(session.type("RUN \"HELLO\""), "RUN \"HELLO\"\nHELLO\nOK\n");
+    // A load leaves nothing to continue.
+    session.type("20 STOP");
+    session.type("30 END");
+    session.type("RUN");
+    session.type("LOAD \"HELLO\"");
+    EXPECT_EQ(session.messageOf("CONT"), "OK\nCan't continue ");
+}
+
+TEST_F(InFolder, MergeReplacesAndInsertsLinesAndEndsTheRun)
+{
+    writeFile("PART.BAS", "  20 PRINT \"NEW 20\"\r\n15 ?1\r\nnot a line\r\n\r\n40 END");
+    test::Session session;
+    session.type({"10 PRINT 10", "20 PRINT 20", "30 PRINT 30"});
+    EXPECT_EQ(session.messageOf("MERGE \"PART.BAS\" ' the rest"), "");
+    EXPECT_EQ(listing(session), "10 PRINT 10\n15 PRINT 1\n20 PRINT \"NEW 20\"\n30 PRINT 30\n40 END\nOK\n");
+    EXPECT_TRUE(session.host().modified);
+    EXPECT_EQ(session.type("MERGE \"PART.BAS\":PRINT \"NOT REACHED\""), "MERGE \"PART.BAS\":PRINT \"NOT REACHED\"\nOK\n");
+}
+
+TEST_F(InFolder, KillDeletesAndNameRenamesInPlace)
+{
+    writeFile("OLD.BAS", "10 END\r\n");
+    fs::create_directory(m_folder / "SUB");
+    writeFile("SUB/A.BAS", "10 END\r\n");
+    test::Session session;
+    EXPECT_EQ(session.messageOf("NAME \"OLD.BAS\" AS \"NEW.BAS\""), "");
+    EXPECT_EQ(fileBytes("NEW.BAS"), "10 END\r\n");
+    EXPECT_EQ(fileBytes("OLD.BAS"), "<missing>");
+    // The new name's folder is ignored: the file stays in its own folder.
+    EXPECT_EQ(session.messageOf("NAME \"SUB\\A.BAS\" AS \"OTHER\\B.BAS\""), "");
+    EXPECT_EQ(fileBytes("SUB/B.BAS"), "10 END\r\n");
+    EXPECT_EQ(session.messageOf("KILL \"sub\\b .bas\""), "");
+    EXPECT_EQ(fileBytes("SUB/B.BAS"), "<missing>");
+}
+
+TEST_F(InFolder, HostPathsFollowTheSpellingOnDisk)
+{
+    fs::create_directories(m_folder / "Games" / "old");
+    writeFile("Games/old/Star.bas", "");
+    EXPECT_EQ(HostPath("GAMES\\OLD\\STAR.BAS"), "Games/old/Star.bas");
+    EXPECT_EQ(HostPath("games/NEW/X.BAS"), "Games/NEW/X.BAS");
+    EXPECT_EQ(HostPath((m_folder / "GAMES").string()), (m_folder / "Games").string());
+    EXPECT_EQ(ProgramFileName("\" my prog \""), "MY PROG");
+    EXPECT_EQ(WithProgramExtension("DIR.OLD\\PROG"), "DIR.OLD\\PROG");
+    EXPECT_EQ(WithProgramExtension("PROG"), "PROG.BAS");
+}
+
+} // namespace
+} // namespace tessaly::io
