@@ -100,6 +100,8 @@ struct HandlerTable {
         set(Stmt::Save, io::stmtSave);
         set(Stmt::Merge, io::stmtMerge);
         set(Stmt::Kill, io::stmtKill);
+        set(Stmt::Chain, io::stmtChain);
+        set(Stmt::Common, io::stmtCommon);
         set(Stmt::Name, io::stmtName);
     }
     constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }

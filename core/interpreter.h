@@ -19,6 +19,7 @@
 #include "expr/function_state.h"
 #include "expr/input_state.h"
 #include "expr/variables.h"
+#include "io/chain_state.h"
 #include "io/program_formats.h"
 #include "screen/colours.h"
 #include "screen/function_keys.h"
@@ -114,6 +115,7 @@ public:
     expr::ExpressionScratch& expressionScratch() { return m_expressionScratch; }
     expr::InputState& inputState() { return m_inputState; }
     io::ProgramFormats& programFormats() { return m_programFormats; }
+    io::ChainState& chainState() { return m_chainState; }
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
@@ -157,6 +159,7 @@ private:
     expr::ExpressionScratch m_expressionScratch;
     expr::InputState m_inputState;
     io::ProgramFormats m_programFormats;
+    io::ChainState m_chainState;
     std::array<int32_t, 10> m_usrAddresses {};
 };
 

@@ -56,6 +56,8 @@ int stmtDelete(Interpreter&, int begin, int end);
 int stmtAuto(Interpreter&, int begin, int end);
 int stmtEdit(Interpreter&, int begin, int end);
 int stmtNew(Interpreter&, int begin, int end);
+// The statement ends the run as END does, its program being gone or replaced (NEW, LOAD, MERGE).
+int endAsAtEnd(Interpreter&);
 int deleteLines(Interpreter&, int from, int to);
 // A line entered while AUTO is active.
 void autoLineEntered(Interpreter&, std::string_view text);

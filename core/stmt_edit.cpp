@@ -150,6 +150,11 @@ int stmtNew(Interpreter& in, int, int)
     in.run().canContinue = false;
     programEdited(in);
     // A program that runs NEW has nothing left to run.
+    return endAsAtEnd(in);
+}
+
+int endAsAtEnd(Interpreter& in)
+{
     in.run().runMode = RunMode::Ended;
     in.run().statementCode = static_cast<int>(Stmt::End);
     return static_cast<int>(Stmt::End);

@@ -82,11 +82,14 @@ int beginRun(Interpreter& in, int lineNumber, const std::string& label)
 {
     auto& run = in.run();
     resetRunTime(in);
+    in.chainState().reset();
     in.error().clear();
     run.continueIndex = -1;
     run.editShown = false;
     run.runMode = RunMode::Running;
     run.currentIndex = 0;
+    // LOAD ,R and RUN "file" start the run as RUN does, whichever statement asked for it.
+    run.statementCode = static_cast<int>(Stmt::Run);
     TRY_BASIC(prepareProgram(in));
 
     if (lineNumber > 0 || !label.empty()) {

@@ -159,4 +159,21 @@ void ArrayStore::reset()
     m_optionBaseSet = false;
 }
 
+void ArrayStore::resetKeeping(const std::vector<std::string>& names)
+{
+    std::vector<std::pair<std::string, Array>> kept;
+    for (const auto& name : names) {
+        auto found = m_index.find(name);
+        if (found != m_index.end())
+            kept.emplace_back(found->first, std::move(found->second));
+    }
+    reset();
+    for (auto& [name, array] : kept) {
+        m_usedBytes += array.bytes;
+        if (array.type == ValueType::String)
+            m_stringElements += static_cast<int>(array.strings.size());
+        m_index.emplace(name, std::move(array));
+    }
+}
+
 } // namespace tessaly::expr

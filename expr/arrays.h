@@ -35,6 +35,8 @@ public:
     // OPTION BASE: false when it was already given since the last reset.
     bool setOptionBase(int base);
     void reset();
+    // Empties the store as reset() does, but the named arrays stay as they are (CHAIN with COMMON).
+    void resetKeeping(const std::vector<std::string>& names);
 
 private:
     struct Array {

@@ -85,6 +85,27 @@ void VariableStore::reset()
     m_nextOffset = 0;
 }
 
+void VariableStore::resetKeeping(const std::vector<std::string>& names)
+{
+    struct Kept {
+        std::string name;
+        ValueType type;
+        Value value;
+    };
+    std::vector<Kept> kept;
+    for (const auto& name : names) {
+        int index = find(name);
+        if (index < 0)
+            continue;
+        Kept entry {name, m_entries[static_cast<size_t>(index)].type, {}};
+        if (read(name, entry.type, entry.value))
+            kept.push_back(std::move(entry));
+    }
+    reset();
+    for (const auto& entry : kept)
+        store(entry.name, entry.type, entry.value);
+}
+
 ValueType VariableStore::defaultType(char letter) const
 {
     if (letter >= 'a' && letter <= 'z')

@@ -54,6 +54,8 @@ public:
     [[nodiscard]] uint32_t cellOffset(int index) const { return m_entries[static_cast<size_t>(index)].offset; }
 
     void reset();
+    // Empties the store as reset() does, but the named scalars keep their values (CHAIN with COMMON).
+    void resetKeeping(const std::vector<std::string>& names);
 
 private:
     struct Scalar {

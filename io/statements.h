@@ -12,6 +12,9 @@ namespace tessaly::io {
 int stmtLoad(core::Interpreter&, int begin, int end);
 int stmtSave(core::Interpreter&, int begin, int end);
 int stmtMerge(core::Interpreter&, int begin, int end);
+// io/stmt_chain.cpp
+int stmtChain(core::Interpreter&, int begin, int end);
+int stmtCommon(core::Interpreter&, int begin, int end);
 // io/stmt_kill_name.cpp
 int stmtKill(core::Interpreter&, int begin, int end);
 int stmtName(core::Interpreter&, int begin, int end);

@@ -1,6 +1,4 @@
 // LOAD, SAVE and MERGE: programs read from and written to files by statements.
-#include <fstream>
-#include <sstream>
 #include <string>
 
 #include "core/interpreter.h"
@@ -10,6 +8,7 @@
 #include "expr/evaluator.h"
 #include "io/basic_path.h"
 #include "io/program_document.h"
+#include "io/program_merge.h"
 #include "io/statements.h"
 
 namespace tessaly::io {
@@ -40,15 +39,6 @@ bool namesTransferDevice(std::string_view name, bool save)
     return NamesDevice(name, "COM") || (save && NamesDevice(name, "LPT"));
 }
 
-// The statement ends its run as END does (the program it ran in is gone or replaced).
-int endRun(core::Interpreter& in)
-{
-    auto& run = in.run();
-    run.runMode = core::RunMode::Ended;
-    run.statementCode = static_cast<int>(core::Stmt::End);
-    return static_cast<int>(core::Stmt::End);
-}
-
 } // namespace
 
 int stmtLoad(core::Interpreter& in, int begin, int end)
@@ -74,7 +64,7 @@ int stmtLoad(core::Interpreter& in, int begin, int end)
     }
     if (runAfter || startedByRun)
         return core::beginRun(in, 0, {});
-    return endRun(in);
+    return core::endAsAtEnd(in);
 }
 
 int stmtSave(core::Interpreter& in, int begin, int end)
@@ -109,42 +99,10 @@ int stmtMerge(core::Interpreter& in, int begin, int end)
         name.pop_back();
     if (name.empty())
         return in.raise(ErrorId::MissingOperand);
-    std::ifstream file(HostPath(name), std::ios::binary);
-    if (!file)
-        return in.raise(ErrorId::FileNotFound);
-    std::stringstream contents;
-    contents << file.rdbuf();
-    if (file.bad())
-        return in.raise(ErrorId::DiskIoError);
-    std::string text = contents.str();
-    auto& store = in.program();
-    size_t pos = 0;
-    while (pos < text.size()) {
-        size_t lineEnd = text.find_first_of("\r\n", pos);
-        if (lineEnd == std::string::npos)
-            lineEnd = text.size();
-        std::string_view line = std::string_view(text).substr(pos, lineEnd - pos);
-        pos = lineEnd + 1;
-        // A line is stored as if typed; blanks before its number are dropped, and a line that
-        // does not start with a number is left out, as the program reader does.
-        auto first = line.find_first_not_of(' ');
-        if (first == std::string_view::npos || line[first] < '0' || line[first] > '9')
-            continue;
-        line.remove_prefix(first);
-        auto digits = line.substr(0, line.find_first_not_of("0123456789"));
-        switch (store.enterLine(line, digits)) {
-        case core::StoreOutcome::Stored:
-            break;
-        case core::StoreOutcome::LineTooLong:
-            core::programEdited(in);
-            return in.raise(ErrorId::LineBufferOverflow);
-        default:
-            core::programEdited(in);
-            return in.raise(ErrorId::OutOfMemory);
-        }
-    }
-    core::programEdited(in);
-    return endRun(in);
+    std::string contents;
+    TRY_BASIC(ReadFileForMerge(in, name, contents));
+    TRY_BASIC(MergeProgramText(in, contents, false));
+    return core::endAsAtEnd(in);
 }
 
 } // namespace tessaly::io

@@ -133,6 +133,40 @@ TEST_F(InFolder, MergeReplacesAndInsertsLinesAndEndsTheRun)
     EXPECT_EQ(session.type("MERGE \"PART.BAS\":PRINT \"NOT REACHED\""), "MERGE \"PART.BAS\":PRINT \"NOT REACHED\"\nOK\n");
 }
 
+TEST_F(InFolder, ChainKeepsTheCommonVariablesAndStartsWhereAsked)
+{
+    writeFile("NEXT.BAS", "10 print \"NEXT\";a;b$;c(2);d\r\n20 PRINT \"TWENTY\"\r\n30 END\r\n");
+    test::Session session;
+    session.type({"10 COMMON A,B$,C()", "20 A=5:B$=\"KEPT\":C(2)=7:D=9", "30 CHAIN \"NEXT.BAS\""});
+    EXPECT_EQ(session.type("RUN"), "RUN\nNEXT 5 KEPT 7  0 \nTWENTY\nOK\n");
+    EXPECT_EQ(listing(session), "10 PRINT \"NEXT\";A;B$;C(2);D\n20 PRINT \"TWENTY\"\n30 END\nOK\n");
+    EXPECT_EQ(session.host().loadedPath, (m_folder / "NEXT.BAS").string());
+    // ALL keeps every variable; a start between lines begins at the next line.
+    session.type({"NEW", "10 D=4", "20 CHAIN \"NEXT.BAS\",15,ALL"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nTWENTY\nOK\n");
+    session.type({"NEW", "10 D=4", "20 CHAIN \"NEXT.BAS\",,ALL"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nNEXT 0  0  4 \nTWENTY\nOK\n");
+}
+
+TEST_F(InFolder, ChainMergeKeepsTheProgramAndDeletesTheRange)
+{
+    writeFile("PART.BAS", "40 PRINT \"FROM PART\"\r\n");
+    test::Session session;
+    session.type({"10 CHAIN MERGE \"PART.BAS\",40,ALL,DELETE 20-30", "20 PRINT \"GONE\"", "30 REM"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nFROM PART\nOK\n");
+    EXPECT_EQ(listing(session), "10 CHAIN MERGE \"PART.BAS\",40,ALL,DELETE 20-30\n40 PRINT \"FROM PART\"\nOK\n");
+}
+
+TEST_F(InFolder, ChainAndCommonFailures)
+{
+    test::Session session;
+    EXPECT_EQ(session.messageOf("CHAIN"), "Missing operand in ");
+    EXPECT_EQ(session.messageOf("CHAIN \"\""), "Missing operand in ");
+    EXPECT_EQ(session.messageOf("CHAIN \"NONE.BAS\""), "File not found in ");
+    session.type({"10 FOR I=1 TO 11:COMMON A:NEXT"});
+    EXPECT_EQ(session.type("RUN"), "RUN\nOut of memory in 10\n");
+}
+
 TEST_F(InFolder, KillDeletesAndNameRenamesInPlace)
 {
     writeFile("OLD.BAS", "10 END\r\n");

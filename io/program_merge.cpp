@@ -1,0 +1,84 @@
+// Reading a file for MERGE or CHAIN and storing its numbered lines.
+#include "io/program_merge.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "core/interpreter.h"
+#include "core/statements.h"
+#include "io/basic_path.h"
+#include "io/shift_jis.h"
+
+namespace tessaly::io {
+
+namespace {
+
+// Letters outside double quotes become upper case; a double-byte character's second byte stays.
+void upperCaseOutsideStrings(std::string& line)
+{
+    bool quoted = false;
+    for (size_t k = 0; k < line.size(); ++k) {
+        auto byte = static_cast<uint8_t>(line[k]);
+        if (IsLeadByte(byte)) {
+            ++k;
+            continue;
+        }
+        if (byte == '"')
+            quoted = !quoted;
+        else if (!quoted && byte >= 'a' && byte <= 'z')
+            line[k] = static_cast<char>(byte - 32);
+    }
+}
+
+} // namespace
+
+int ReadFileForMerge(core::Interpreter& in, const std::string& path, std::string& contents)
+{
+    std::ifstream file(HostPath(path), std::ios::binary);
+    if (!file)
+        return in.raise(core::ErrorId::FileNotFound);
+    std::stringstream bytes;
+    bytes << file.rdbuf();
+    if (file.bad())
+        return in.raise(core::ErrorId::DiskIoError);
+    contents = bytes.str();
+    return 0;
+}
+
+int MergeProgramText(core::Interpreter& in, std::string_view text, bool upperCase)
+{
+    auto& store = in.program();
+    size_t pos = 0;
+    std::string line;
+    int result = 0;
+    while (pos < text.size() && result == 0) {
+        size_t lineEnd = text.find_first_of("\r\n", pos);
+        if (lineEnd == std::string_view::npos)
+            lineEnd = text.size();
+        auto raw = text.substr(pos, lineEnd - pos);
+        pos = lineEnd + 1;
+        // Blanks before the number are dropped; a line without a number is left out, as the
+        // program reader does.
+        auto first = raw.find_first_not_of(' ');
+        if (first == std::string_view::npos || raw[first] < '0' || raw[first] > '9')
+            continue;
+        line.assign(raw.substr(first));
+        if (upperCase)
+            upperCaseOutsideStrings(line);
+        auto digits = std::string_view(line).substr(0, line.find_first_not_of("0123456789"));
+        switch (store.enterLine(line, digits)) {
+        case core::StoreOutcome::Stored:
+            break;
+        case core::StoreOutcome::LineTooLong:
+            result = in.raise(core::ErrorId::LineBufferOverflow);
+            break;
+        default:
+            result = in.raise(core::ErrorId::OutOfMemory);
+            break;
+        }
+    }
+    core::programEdited(in);
+    return result;
+}
+
+} // namespace tessaly::io
