@@ -96,6 +96,16 @@ struct HandlerTable {
         set(Stmt::MidStatement, expr::stmtMid);
         set(Stmt::DateStatement, expr::stmtDate);
         set(Stmt::TimeStatement, expr::stmtTime);
+        set(Stmt::OnKeyGosub, stmtOnKeyGosub);
+        set(Stmt::KeySwitch, stmtKeySwitch);
+        set(Stmt::OnStopGosub, stmtOnStopGosub);
+        set(Stmt::StopSwitch, stmtStopSwitch);
+        set(Stmt::OnTimeGosub, stmtOnTimeGosub);
+        set(Stmt::TimeSwitch, stmtTimeSwitch);
+        set(Stmt::OnPenGosub, stmtOnPenGosub);
+        set(Stmt::Pen, stmtPen);
+        set(Stmt::OnComGosub, stmtComTraps);
+        set(Stmt::Com, stmtComTraps);
         set(Stmt::Load, io::stmtLoad);
         set(Stmt::Save, io::stmtSave);
         set(Stmt::Merge, io::stmtMerge);

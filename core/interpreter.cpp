@@ -157,8 +157,14 @@ void Interpreter::listMenuCommand()
 
 void Interpreter::onTimer(TimerId id)
 {
-    if (id == TimerId::ContinuousBeep)
+    if (id == TimerId::ContinuousBeep) {
         m_host.beep();
+        return;
+    }
+    // The alarm sounds once: with TIME$ ON the trap fires, with TIME$ STOP it is remembered,
+    // otherwise it is lost.
+    m_host.stopTimer(TimerId::TimeAlarm);
+    reportEvent(*this, trap::kTime);
 }
 
 void Interpreter::runProgram()

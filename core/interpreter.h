@@ -9,6 +9,7 @@
 #include "core/control_stacks.h"
 #include "core/data_state.h"
 #include "core/error_trap.h"
+#include "core/event_traps.h"
 #include "core/host.h"
 #include "core/prepared_program.h"
 #include "core/program_store.h"
@@ -97,6 +98,7 @@ public:
     RunState& run() { return m_run; }
     BasicError& error() { return m_error; }
     ErrorTrap& trap() { return m_trap; }
+    EventTraps& eventTraps() { return m_eventTraps; }
     ControlStacks& stacks() { return m_stacks; }
     DataState& dataState() { return m_data; }
     StatementBuffer& buffer() { return m_buffer; }
@@ -143,6 +145,7 @@ private:
     RunState m_run;
     BasicError m_error;
     ErrorTrap m_trap;
+    EventTraps m_eventTraps;
     ControlStacks m_stacks;
     DataState m_data;
     StatementBuffer m_buffer;

@@ -9,6 +9,17 @@ namespace tessaly::core {
 
 class Interpreter;
 
+// core/stmt_traps.cpp
+int stmtOnKeyGosub(Interpreter&, int begin, int end);
+int stmtKeySwitch(Interpreter&, int begin, int end);
+int stmtOnStopGosub(Interpreter&, int begin, int end);
+int stmtStopSwitch(Interpreter&, int begin, int end);
+int stmtOnTimeGosub(Interpreter&, int begin, int end);
+int stmtTimeSwitch(Interpreter&, int begin, int end);
+int stmtOnPenGosub(Interpreter&, int begin, int end);
+int stmtPen(Interpreter&, int begin, int end);
+int stmtComTraps(Interpreter&, int begin, int end);
+
 // core/stmt_run.cpp
 int stmtRun(Interpreter&, int begin, int end);
 int stmtEnd(Interpreter&, int begin, int end);

@@ -181,6 +181,7 @@ int stmtDefUsr(Interpreter& in, int begin, int end)
 void resetRunTime(Interpreter& in)
 {
     expr::resetVariables(in);
+    in.eventTraps().resetKeySlots();
     in.stacks().reset();
     in.dataState().reset();
     in.graphics().resetPages();

@@ -3,6 +3,7 @@
 // expr/functions_string; DEF FN: expr/user_functions.
 #pragma once
 
+#include <ctime>
 #include <string_view>
 #include <vector>
 
@@ -28,6 +29,8 @@ struct FunctionId {
 int callNumericFunction(core::Interpreter& in, int code, const std::vector<Value>& args, bool hasParentheses,
     Value& result);
 int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>& args, Value& result);
+// The interpreter's clock: the host's local time moved by what DATE$ and TIME$ statements set.
+std::tm interpreterClock(core::Interpreter& in);
 
 // FNname(args): the definition's expression with the parameters bound. Returns 0 or kFailed.
 int callUserFunction(core::Interpreter& in, std::string_view name, const std::vector<Value>& args,

@@ -57,7 +57,9 @@ std::string twoDigits(int value)
     return last < 10 ? "0" + text : text;
 }
 
-std::tm clockWithOffsets(core::Interpreter& in)
+} // namespace
+
+std::tm interpreterClock(core::Interpreter& in)
 {
     auto now = in.host().localTime();
     std::tm local {};
@@ -75,8 +77,6 @@ std::tm clockWithOffsets(core::Interpreter& in)
     gmtime_r(&seconds, &shifted);
     return shifted;
 }
-
-} // namespace
 
 int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>& args, Value& result)
 {
@@ -224,11 +224,11 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
         return text(taken);
     }
     case Date: {
-        auto now = clockWithOffsets(in);
+        auto now = interpreterClock(in);
         return text(twoDigits(now.tm_year + 1900) + "/" + twoDigits(now.tm_mon + 1) + "/" + twoDigits(now.tm_mday));
     }
     case Time: {
-        auto now = clockWithOffsets(in);
+        auto now = interpreterClock(in);
         return text(twoDigits(now.tm_hour) + ":" + twoDigits(now.tm_min) + ":" + twoDigits(now.tm_sec));
     }
     default:

@@ -25,6 +25,17 @@ void breakKeys(core::Interpreter& in)
         in.breakProgram();
 }
 
+// The STOP key (PAUSE, or C with CTRL): the STOP trap takes it when it is on (or remembers it
+// when stopped); otherwise it breaks as ESC does.
+void stopKey(core::Interpreter& in)
+{
+    if (core::reportEvent(in, core::trap::kStop)) {
+        in.keyboard().keyCapture = 0;
+        return;
+    }
+    breakKeys(in);
+}
+
 // The logical line grows by the row below the cursor row.
 void growLine(TextScreen& screen, int row)
 {
@@ -277,7 +288,8 @@ void onKeyDown(core::Interpreter& in, int key)
     }
     if (key != vk::kControl && key != vk::kPause)
         keys.lastKey = key;
-    if (programRunning(in) && key != vk::kControl && key != vk::kPause)
+    // A running program takes keys only while some function-key trap is on.
+    if (programRunning(in) && !in.eventTraps().keyTrapsActive && key != vk::kControl && key != vk::kPause)
         return;
     int column = screen.cursorColumn();
     int row = screen.cursorRow();
@@ -289,7 +301,7 @@ void onKeyDown(core::Interpreter& in, int key)
         break;
     }
     case vk::kPause:
-        breakKeys(in);
+        stopKey(in);
         break;
     case vk::kHome:
         screen.setCursor(0, 0);
@@ -324,7 +336,7 @@ void onKeyDown(core::Interpreter& in, int key)
         deleteAtCursor(screen);
         break;
     default:
-        if (key >= vk::kF1 && key <= vk::kF10)
+        if (key >= vk::kF1 && key <= vk::kF10 && !core::reportEvent(in, core::trap::kFirstKey + key - vk::kF1))
             typeFunctionKey(in, key - vk::kF1 + 1);
         break;
     }
@@ -339,7 +351,7 @@ void onKeyUp(core::Interpreter& in, int key)
     auto& keys = in.keyboard();
     if (keys.lastKeyDown == vk::kControl && key == vk::kC) {
         keys.lastKeyDown = vk::kC;
-        breakKeys(in);
+        stopKey(in);
         return;
     }
     keys.lastKeyDown = key;
@@ -355,6 +367,9 @@ void onLeftButtonDown(core::Interpreter& in, int x, int y)
         return;
     }
     row = std::min(row, kRows - 1);
+    in.eventTraps().penColumn = column;
+    in.eventTraps().penRow = row;
+    core::reportEvent(in, core::trap::kPen);
     if (row == kFunctionKeyRow && in.functionKeys().lineShown) {
         for (int k = 0; k < 10; ++k) {
             // Label k spans 8(8k+1)-2 < x < 8(8k+7)-2.

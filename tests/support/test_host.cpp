@@ -36,11 +36,26 @@ std::string Session::type(std::initializer_list<std::string_view> lines)
 
 std::string Session::typeThenBreak(std::string_view line, int steps)
 {
+    start(line);
+    step(steps);
+    return breakAndCollect();
+}
+
+void Session::start(std::string_view line)
+{
     m_stream.text.clear();
     m_stream.text += line;
     m_interpreter->lineEntered(line);
+}
+
+void Session::step(int steps)
+{
     for (int i = 0; i < steps && m_interpreter->isRunning(); ++i)
         m_interpreter->idle();
+}
+
+std::string Session::breakAndCollect()
+{
     m_interpreter->breakProgram();
     driveUntilIdle();
     return m_stream.text;

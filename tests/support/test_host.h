@@ -49,6 +49,11 @@ public:
     std::string type(std::string_view line) { return type({line}); }
     // Types the line, runs the given number of idle steps, then performs BREAK.
     std::string typeThenBreak(std::string_view line, int steps);
+    // For events in the middle of a run: enter a line, take idle steps, then BREAK and collect
+    // everything written since start().
+    void start(std::string_view line);
+    void step(int steps);
+    std::string breakAndCollect();
     // Runs the current program as the headless runner does with a file.
     std::string runProgram();
     // Types one direct command; its message (without the line end), or "" when it ended with OK.
