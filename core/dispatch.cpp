@@ -74,6 +74,8 @@ struct HandlerTable {
         set(Stmt::View, screen::stmtView);
         set(Stmt::Window, screen::stmtWindow);
         set(Stmt::Pset, screen::stmtPset);
+        set(Stmt::Line, screen::stmtLine);
+        set(Stmt::LineParen, screen::stmtLineParen);
         set(Stmt::Preset, screen::stmtPreset);
         set(Stmt::Point, screen::stmtPoint);
         set(Stmt::Locate, screen::stmtLocate);

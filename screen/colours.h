@@ -22,6 +22,8 @@ struct Colours {
     int borderColour = 0;
     int foregroundColour = 7; // graphics
     int pointColour = 7;      // graphics, from the text colour
+    int storedForeground = 7; // COLOR's fourth argument as given (LINE and CIRCLE without a colour)
+    int paintColour = 7;      // the inside of filled boxes and circles, kept between statements
     int colourMode = 0;       // 0 digital 8, 1 analog 8, 2 analog 16
     int colourSwitch = 1;
     int backgroundInEffect = 0;

@@ -55,6 +55,10 @@ public:
     // A one-pixel line from (x0, y0) towards (x1, y1); the end pixel is left out. With a style, bit
     // 15 down to 0 of the pattern tell, pixel after pixel, whether a pixel is set.
     void line(int x0, int y0, int x1, int y1, Pixel colour, uint16_t style = 0xFFFF);
+    // Fills, from (x, y), the pixels connected to it (left, right, up, down) that are not of the
+    // border colour, inside the clip rectangle. Nothing happens when (x, y) is of the border colour
+    // or outside the clip.
+    void floodFill(int x, int y, Pixel fill, Pixel border);
 
 private:
     int m_width;

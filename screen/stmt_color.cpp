@@ -78,6 +78,7 @@ int stmtColor(core::Interpreter& in, int begin, int end)
     colours.backgroundColour = settings[1];
     colours.borderColour = settings[2];
     colours.foregroundColour = settings[3];
+    colours.storedForeground = settings[3];
     if (modeChanged || mode == 2)
         colours.loadPalette();
     // COLOR shows the graphics again, page 0 drawn on and shown.

@@ -1,0 +1,207 @@
+// LINE: a line, a box or a filled box on the active page, in a colour and an optional line style.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "core/interpreter.h"
+#include "core/text_scan.h"
+#include "expr/evaluator.h"
+#include "screen/renderer.h"
+#include "screen/statements.h"
+
+namespace tessaly::screen {
+
+namespace {
+
+using core::ErrorId;
+
+struct LinePoint {
+    bool step = false;
+    double x = 0, y = 0;
+};
+
+// [STEP](x, y) at pos; pos moves past the ")". false (with nothing raised) when no point stands there.
+int readLinePoint(core::Interpreter& in, std::string_view text, size_t& pos, LinePoint& point, bool& found)
+{
+    size_t at = text.find_first_not_of(' ', pos);
+    found = false;
+    if (at == std::string_view::npos)
+        return 0;
+    point.step = text.compare(at, 4, "STEP") == 0;
+    if (point.step)
+        at = text.find_first_not_of(' ', at + 4);
+    if (at == std::string_view::npos || text[at] != '(') {
+        if (point.step)
+            return in.raise(ErrorId::SyntaxError);
+        return 0;
+    }
+    size_t close = core::matchingParen(text, at);
+    if (close == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    std::vector<expr::Value> values;
+    TRY_BASIC(expr::evaluateArguments(in, text.substr(at + 1, close - at - 1), values));
+    if (values.size() != 2 || values[0].empty || values[1].empty)
+        return in.raise(ErrorId::SyntaxError);
+    if (values[0].isString() || values[1].isString())
+        return in.raise(ErrorId::TypeMismatch);
+    point.x = values[0].number;
+    point.y = values[1].number;
+    pos = close + 1;
+    found = true;
+    return 0;
+}
+
+// The device point, relative to the last point for STEP; it becomes the last point.
+void toDevice(core::Interpreter& in, const LinePoint& point, int& px, int& py)
+{
+    auto& g = in.graphics();
+    if (g.viewActive) {
+        px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
+        py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
+    } else {
+        px = roundHalfAway(point.x);
+        py = roundHalfAway(point.y);
+    }
+    if (point.step) {
+        px += g.lastX;
+        py += g.lastY;
+    }
+    g.lastX = px;
+    g.lastY = py;
+}
+
+bool colourValid(const Colours& colours, int c) { return static_cast<unsigned>(c) <= (colours.colourMode == 2 ? 15U : 7U); }
+
+} // namespace
+
+std::vector<int> lineStyleToDashes(uint32_t style)
+{
+    std::vector<int> dashes;
+    bool drawing = true;
+    int run = 0;
+    for (int bit = 15; bit >= 0; --bit) {
+        bool set = (style >> bit) & 1U;
+        if (set != drawing) {
+            dashes.push_back(run);
+            drawing = set;
+            run = 0;
+        }
+        ++run;
+    }
+    dashes.push_back(run);
+    if (drawing)
+        dashes.push_back(0);
+    return dashes;
+}
+
+int stmtLine(core::Interpreter& in, int begin, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    auto& g = in.graphics();
+    auto& colours = in.colours();
+    size_t pos = static_cast<size_t>(begin);
+    LinePoint first;
+    LinePoint second;
+    bool hasFirst = false;
+    bool hasSecond = false;
+    TRY_BASIC(readLinePoint(in, text, pos, first, hasFirst));
+    size_t dash = text.find_first_not_of(' ', pos);
+    if (dash == std::string_view::npos || text[dash] != '-')
+        return in.raise(ErrorId::SyntaxError);
+    pos = dash + 1;
+    TRY_BASIC(readLinePoint(in, text, pos, second, hasSecond));
+    if (!hasSecond)
+        return in.raise(ErrorId::SyntaxError);
+
+    // The arguments after the points: colour, B or BF, and a style (or a tile string).
+    std::vector<std::string> fields;
+    size_t comma = text.find_first_not_of(' ', pos);
+    if (comma != std::string_view::npos) {
+        if (text[comma] != ',')
+            return in.raise(ErrorId::SyntaxError);
+        core::splitAtTopLevel(text.substr(comma + 1), [](char c) { return c == ','; }, [&](std::string_view piece, char) {
+            fields.push_back(core::trimBlanks(piece));
+            return true;
+        });
+    }
+    int lineColour = colours.storedForeground;
+    if (!fields.empty()) {
+        if (fields[0].empty()) {
+            lineColour = colours.foregroundColour;
+        } else {
+            expr::Value value;
+            TRY_BASIC(expr::evaluateText(in, fields[0], value));
+            if (value.isString())
+                return in.raise(ErrorId::TypeMismatch);
+            lineColour = roundHalfAway(value.number);
+        }
+    }
+    int mode = 0;
+    if (fields.size() > 1) {
+        std::string upper = fields[1];
+        for (char& c : upper)
+            c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+        mode = upper.find("BF") != std::string::npos ? 2 : upper.find('B') != std::string::npos ? 1 : 0;
+    }
+    bool styleGiven = false;
+    long long styleValue = lineColour;
+    if (fields.size() > 2 && !fields[2].empty()) {
+        expr::Value value;
+        TRY_BASIC(expr::evaluateText(in, fields[2], value));
+        // A tile string fills as PAINT's tiles do; until tiles are drawn the box fills solid.
+        if (!value.isString()) {
+            styleValue = static_cast<long long>(std::trunc(value.number));
+            styleGiven = true;
+        }
+    }
+
+    int x1 = g.lastX, y1 = g.lastY, x2 = 0, y2 = 0;
+    if (hasFirst)
+        toDevice(in, first, x1, y1);
+    toDevice(in, second, x2, y2);
+    if (mode != 0) {
+        if (x1 > x2)
+            std::swap(x1, x2);
+        if (y1 > y2)
+            std::swap(y1, y2);
+    }
+    if (colourValid(colours, lineColour))
+        colours.foregroundColour = lineColour;
+    if (mode == 2 && styleValue >= 0 && styleValue <= 15 && colourValid(colours, static_cast<int>(styleValue)))
+        colours.paintColour = static_cast<int>(styleValue);
+    uint16_t pattern = 0xFFFF;
+    if (styleGiven && mode != 2 && styleValue > 0) {
+        if (styleValue > 65535)
+            return in.raise(ErrorId::IllegalFunctionCall);
+        pattern = static_cast<uint16_t>(styleValue);
+    }
+
+    auto* renderer = in.renderer();
+    if (renderer == nullptr)
+        return in.run().statementCode;
+    Plane& page = renderer->activePage();
+    Pixel pen = colours.palette[static_cast<size_t>(colours.foregroundColour)];
+    if (mode == 0) {
+        page.line(x1, y1, x2, y2, pen, pattern);
+    } else {
+        page.line(x1, y1, x1, y2, pen, pattern);
+        page.line(x1, y2, x2, y2, pen, pattern);
+        page.line(x2, y2, x2, y1, pen, pattern);
+        page.line(x2, y1, x1, y1, pen, pattern);
+        if (mode == 2) {
+            int seedX = static_cast<int>(std::trunc((x1 + x2) * 0.5 + 0.5));
+            int seedY = static_cast<int>(std::trunc((y1 + y2) * 0.5 + 0.5));
+            page.floodFill(seedX, seedY, colours.palette[static_cast<size_t>(colours.paintColour)], pen);
+        }
+    }
+    renderer->composeRect(std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2));
+    return in.run().statementCode;
+}
+
+int stmtLineParen(core::Interpreter& in, int begin, int end)
+{
+    // "LINE(" takes its parenthesis with it: the first point starts on it.
+    return stmtLine(in, begin - 1, end);
+}
+
+} // namespace tessaly::screen
