@@ -76,6 +76,7 @@ struct HandlerTable {
         set(Stmt::Pset, screen::stmtPset);
         set(Stmt::Line, screen::stmtLine);
         set(Stmt::LineParen, screen::stmtLineParen);
+        set(Stmt::Circle, screen::stmtCircle);
         set(Stmt::Preset, screen::stmtPreset);
         set(Stmt::Point, screen::stmtPoint);
         set(Stmt::Locate, screen::stmtLocate);

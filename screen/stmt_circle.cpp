@@ -1,0 +1,165 @@
+// CIRCLE: circles, ellipses, arcs and sectors, outlined or filled, on the active page.
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "core/interpreter.h"
+#include "core/text_scan.h"
+#include "expr/evaluator.h"
+#include "screen/ellipse.h"
+#include "screen/renderer.h"
+#include "screen/statements.h"
+
+namespace tessaly::screen {
+
+namespace {
+
+using core::ErrorId;
+
+// The value of pi the system uses, and a full turn.
+constexpr double kPi = 3.141592653;
+constexpr double kFullTurn = 2 * kPi;
+
+bool colourValid(const Colours& colours, int c) { return static_cast<unsigned>(c) <= (colours.colourMode == 2 ? 15U : 7U); }
+
+// One argument evaluated to a number; an empty argument leaves value as it is.
+int numberArgument(core::Interpreter& in, const std::vector<std::string>& fields, size_t k, double& value)
+{
+    if (k >= fields.size() || fields[k].empty())
+        return 0;
+    expr::Value v;
+    TRY_BASIC(expr::evaluateText(in, fields[k], v));
+    if (v.isString())
+        return in.raise(ErrorId::TypeMismatch);
+    if (!v.empty)
+        value = v.number;
+    return 0;
+}
+
+// The point of the ellipse at angle |a|, counted upwards on the screen.
+void pointAt(const EllipseBox& box, double angle, int& x, int& y)
+{
+    double a = std::fabs(angle);
+    double c = std::cos(a);
+    double s = std::sin(a);
+    double radius = 1.0 / std::sqrt(c * c / (static_cast<double>(box.rx) * box.rx) + s * s / (static_cast<double>(box.ry) * box.ry));
+    x = box.cx + roundHalfAway(c * radius);
+    y = box.cy - roundHalfAway(s * radius);
+}
+
+} // namespace
+
+int stmtCircle(core::Interpreter& in, int begin, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    auto& g = in.graphics();
+    auto& colours = in.colours();
+    size_t open = text.find('(', static_cast<size_t>(begin));
+    if (open == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    std::string before = core::trimBlanks(text.substr(static_cast<size_t>(begin), open - static_cast<size_t>(begin)));
+    bool step = before == "STEP";
+    if (!before.empty() && !step)
+        return in.raise(ErrorId::SyntaxError);
+    size_t close = core::matchingParen(text, open);
+    if (close == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    std::vector<expr::Value> centre;
+    TRY_BASIC(expr::evaluateArguments(in, text.substr(open + 1, close - open - 1), centre));
+    if (centre.size() != 2 || centre[0].empty || centre[1].empty)
+        return in.raise(ErrorId::SyntaxError);
+    if (centre[0].isString() || centre[1].isString())
+        return in.raise(ErrorId::TypeMismatch);
+    size_t comma = text.find_first_not_of(' ', close + 1);
+    if (comma == std::string_view::npos || text[comma] != ',')
+        return in.raise(ErrorId::SyntaxError);
+    // r, colour, start, end, ratio, F, paint colour or tile.
+    std::vector<std::string> fields;
+    core::splitAtTopLevel(text.substr(comma + 1), [](char c) { return c == ','; }, [&](std::string_view piece, char) {
+        fields.push_back(core::trimBlanks(piece));
+        return true;
+    });
+    if (fields.empty() || fields[0].empty())
+        return in.raise(ErrorId::SyntaxError);
+    double r = 0;
+    double colourValue = colours.storedForeground;
+    double start = 0;
+    double finish = kFullTurn;
+    double ratio = 1.0;
+    TRY_BASIC(numberArgument(in, fields, 0, r));
+    TRY_BASIC(numberArgument(in, fields, 1, colourValue));
+    TRY_BASIC(numberArgument(in, fields, 2, start));
+    TRY_BASIC(numberArgument(in, fields, 3, finish));
+    TRY_BASIC(numberArgument(in, fields, 4, ratio));
+    bool fill = fields.size() > 5 && (fields[5].find('F') != std::string::npos || fields[5].find('f') != std::string::npos);
+    int paintGiven = -1;
+    if (fields.size() > 6 && !fields[6].empty()) {
+        expr::Value v;
+        TRY_BASIC(expr::evaluateText(in, fields[6], v));
+        // A tile string fills as PAINT's tiles do; until tiles are drawn the figure fills solid.
+        if (!v.isString() && !v.empty)
+            paintGiven = roundHalfAway(v.number);
+    }
+
+    int colour = roundHalfAway(colourValue);
+    colours.paintColour = colourValid(colours, colour) ? colour : colours.paintColour;
+    if (colourValid(colours, colour))
+        colours.foregroundColour = colour;
+    if (paintGiven >= 0 && colourValid(colours, paintGiven))
+        colours.paintColour = paintGiven;
+    if (std::fabs(finish) > kFullTurn || std::fabs(start) > kFullTurn)
+        return in.raise(ErrorId::SyntaxError);
+
+    EllipseBox box;
+    if (g.viewActive) {
+        box.cx = step ? g.toDeviceDistanceX(centre[0].number) : g.toDeviceX(centre[0].number);
+        box.cy = step ? g.toDeviceDistanceY(centre[1].number) : g.toDeviceY(centre[1].number);
+    } else {
+        box.cx = roundHalfAway(centre[0].number);
+        box.cy = roundHalfAway(centre[1].number);
+    }
+    if (step) {
+        box.cx += g.lastX;
+        box.cy += g.lastY;
+    }
+    g.lastX = box.cx;
+    g.lastY = box.cy;
+    if (g.viewActive) {
+        box.rx = ratio <= 1 ? g.toDeviceDistanceX(r) : g.toDeviceDistanceX(r / ratio);
+        box.ry = ratio <= 1 ? g.toDeviceDistanceY(r * ratio) : g.toDeviceDistanceY(r);
+    } else {
+        int radius = roundHalfAway(r);
+        box.rx = ratio <= 1 ? radius : static_cast<int>(std::trunc(radius / ratio + 0.5));
+        box.ry = ratio <= 1 ? static_cast<int>(std::trunc(radius * ratio + 0.5)) : radius;
+    }
+    if (box.rx < 0)
+        return in.raise(ErrorId::SyntaxError);
+
+    AngleRange range;
+    range.whole = std::fabs(finish - start) >= kFullTurn;
+    range.start = std::fabs(start);
+    range.end = std::fabs(finish);
+
+    auto* renderer = in.renderer();
+    if (renderer == nullptr)
+        return in.run().statementCode;
+    Plane& page = renderer->activePage();
+    Pixel pen = colours.palette[static_cast<size_t>(colours.foregroundColour)];
+    int startX = box.cx + box.rx, startY = box.cy, endX = startX, endY = startY;
+    if (!range.whole && box.ry > 0 && box.rx > 0) {
+        pointAt(box, start, startX, startY);
+        pointAt(box, finish, endX, endY);
+    }
+    if (fill)
+        fillEllipse(page, box, range, colours.palette[static_cast<size_t>(colours.paintColour)]);
+    drawEllipseOutline(page, box, range, pen);
+    if (start < 0 || (fill && !range.whole))
+        page.line(box.cx, box.cy, startX, startY, pen);
+    if (finish < 0 || (fill && !range.whole))
+        page.line(box.cx, box.cy, endX, endY, pen);
+    renderer->composeRect(box.cx - box.rx, box.cy - box.ry, box.cx + box.rx, box.cy + box.ry);
+    return in.run().statementCode;
+}
+
+} // namespace tessaly::screen
