@@ -77,6 +77,7 @@ struct HandlerTable {
         set(Stmt::Line, screen::stmtLine);
         set(Stmt::LineParen, screen::stmtLineParen);
         set(Stmt::Circle, screen::stmtCircle);
+        set(Stmt::Paint, screen::stmtPaint);
         set(Stmt::Preset, screen::stmtPreset);
         set(Stmt::Point, screen::stmtPoint);
         set(Stmt::Locate, screen::stmtLocate);

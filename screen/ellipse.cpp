@@ -54,11 +54,11 @@ void drawEllipseOutline(Plane& plane, const EllipseBox& box, const AngleRange& r
     });
 }
 
-void fillEllipse(Plane& plane, const EllipseBox& box, const AngleRange& range, Pixel colour)
+void fillEllipse(Plane& plane, const EllipseBox& box, const AngleRange& range, const Brush& brush)
 {
     forEachInside(box, [&](int x, int y) {
         if (inRange(box, range, x, y))
-            plane.setPixel(x, y, colour);
+            plane.setPixel(x, y, brush.at(x, y));
     });
 }
 

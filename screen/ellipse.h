@@ -4,6 +4,7 @@
 // when, besides, a pixel beside it (left, right, above, below) does not.
 #pragma once
 
+#include "screen/paint_brush.h"
 #include "screen/raster.h"
 
 namespace tessaly::screen {
@@ -20,6 +21,10 @@ struct AngleRange {
 };
 
 void drawEllipseOutline(Plane& plane, const EllipseBox& box, const AngleRange& range, Pixel colour);
-void fillEllipse(Plane& plane, const EllipseBox& box, const AngleRange& range, Pixel colour);
+void fillEllipse(Plane& plane, const EllipseBox& box, const AngleRange& range, const Brush& brush);
+inline void fillEllipse(Plane& plane, const EllipseBox& box, const AngleRange& range, Pixel colour)
+{
+    fillEllipse(plane, box, range, Brush::solid(colour));
+}
 
 } // namespace tessaly::screen

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <string>
 
 namespace tessaly::screen {
 
@@ -21,6 +22,8 @@ struct GraphicScreen {
     float worldLeft = 0, worldTop = 0, worldRight = 639, worldBottom = 399;
     double scaleX = 1.0, scaleY = 1.0;
     int lastX = 0, lastY = 0;
+    // The string of the last PAINT, LINE or CIRCLE that filled with a hatch or a tile.
+    std::string tileText;
 
     [[nodiscard]] int viewWidth() const { return viewRight - viewLeft; }
     [[nodiscard]] int viewHeight() const { return viewBottom - viewTop; }

@@ -121,46 +121,4 @@ void Plane::line(int x0, int y0, int x1, int y1, Pixel colour, uint16_t style)
     }
 }
 
-void Plane::floodFill(int x, int y, Pixel fill, Pixel border)
-{
-    const Rect area = m_clip;
-    auto inside = [&](int px, int py) { return px >= area.left && px < area.right && py >= area.top && py < area.bottom; };
-    if (!inside(x, y) || pixel(x, y) == border)
-        return;
-    // Span filling with a mark per pixel, so that pixels already of the fill colour are crossed.
-    const int width = area.right - area.left;
-    std::vector<uint8_t> done(static_cast<size_t>(width) * static_cast<size_t>(area.bottom - area.top), 0);
-    auto mark = [&](int px, int py) -> uint8_t& {
-        return done[static_cast<size_t>(py - area.top) * static_cast<size_t>(width) + static_cast<size_t>(px - area.left)];
-    };
-    auto open = [&](int px, int py) { return inside(px, py) && !mark(px, py) && row(py)[px] != border; };
-    std::vector<std::pair<int, int>> seeds {{x, y}};
-    while (!seeds.empty()) {
-        auto [sx, sy] = seeds.back();
-        seeds.pop_back();
-        if (!open(sx, sy))
-            continue;
-        int left = sx;
-        while (open(left - 1, sy))
-            --left;
-        int right = sx;
-        while (open(right + 1, sy))
-            ++right;
-        Pixel* line = row(sy);
-        for (int px = left; px <= right; ++px) {
-            line[px] = fill;
-            mark(px, sy) = 1;
-        }
-        for (int ny : {sy - 1, sy + 1}) {
-            bool inRun = false;
-            for (int px = left; px <= right; ++px) {
-                bool free = open(px, ny);
-                if (free && !inRun)
-                    seeds.emplace_back(px, ny);
-                inRun = free;
-            }
-        }
-    }
-}
-
 } // namespace tessaly::screen

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace tessaly::screen {
@@ -58,7 +59,13 @@ public:
     // Fills, from (x, y), the pixels connected to it (left, right, up, down) that are not of the
     // border colour, inside the clip rectangle. Nothing happens when (x, y) is of the border colour
     // or outside the clip.
-    void floodFill(int x, int y, Pixel fill, Pixel border);
+    void floodFill(int x, int y, Pixel fill, Pixel border)
+    {
+        floodFillWith(x, y, border, [fill](int, int) { return fill; });
+    }
+    // The same with the colour of each filled pixel given by brush(x, y).
+    template <typename Brush>
+    void floodFillWith(int x, int y, Pixel border, Brush brush);
 
 private:
     int m_width;
@@ -66,5 +73,48 @@ private:
     Rect m_clip;
     std::vector<Pixel> m_pixels;
 };
+
+template <typename Brush>
+void Plane::floodFillWith(int x, int y, Pixel border, Brush brush)
+{
+    const Rect area = m_clip;
+    auto inside = [&](int px, int py) { return px >= area.left && px < area.right && py >= area.top && py < area.bottom; };
+    if (!inside(x, y) || pixel(x, y) == border)
+        return;
+    // Span filling with a mark per pixel, so that pixels already painted are not met again.
+    const int width = area.right - area.left;
+    std::vector<uint8_t> done(static_cast<size_t>(width) * static_cast<size_t>(area.bottom - area.top), 0);
+    auto mark = [&](int px, int py) -> uint8_t& {
+        return done[static_cast<size_t>(py - area.top) * static_cast<size_t>(width) + static_cast<size_t>(px - area.left)];
+    };
+    auto open = [&](int px, int py) { return inside(px, py) && !mark(px, py) && row(py)[px] != border; };
+    std::vector<std::pair<int, int>> seeds {{x, y}};
+    while (!seeds.empty()) {
+        auto [sx, sy] = seeds.back();
+        seeds.pop_back();
+        if (!open(sx, sy))
+            continue;
+        int left = sx;
+        while (open(left - 1, sy))
+            --left;
+        int right = sx;
+        while (open(right + 1, sy))
+            ++right;
+        Pixel* line = row(sy);
+        for (int px = left; px <= right; ++px) {
+            line[px] = brush(px, sy);
+            mark(px, sy) = 1;
+        }
+        for (int ny : {sy - 1, sy + 1}) {
+            bool inRun = false;
+            for (int px = left; px <= right; ++px) {
+                bool free = open(px, ny);
+                if (free && !inRun)
+                    seeds.emplace_back(px, ny);
+                inRun = free;
+            }
+        }
+    }
+}
 
 } // namespace tessaly::screen

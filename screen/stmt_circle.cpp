@@ -94,12 +94,17 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
     TRY_BASIC(numberArgument(in, fields, 4, ratio));
     bool fill = fields.size() > 5 && (fields[5].find('F') != std::string::npos || fields[5].find('f') != std::string::npos);
     int paintGiven = -1;
+    bool tile = false;
     if (fields.size() > 6 && !fields[6].empty()) {
         expr::Value v;
         TRY_BASIC(expr::evaluateText(in, fields[6], v));
-        // A tile string fills as PAINT's tiles do; until tiles are drawn the figure fills solid.
-        if (!v.isString() && !v.empty)
+        // A string is the tile (or hatch) that a filled figure is painted with.
+        if (v.isString()) {
+            g.tileText = v.text;
+            tile = true;
+        } else if (!v.empty) {
             paintGiven = roundHalfAway(v.number);
+        }
     }
 
     int colour = roundHalfAway(colourValue);
@@ -151,8 +156,12 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
         pointAt(box, start, startX, startY);
         pointAt(box, finish, endX, endY);
     }
-    if (fill)
-        fillEllipse(page, box, range, colours.palette[static_cast<size_t>(colours.paintColour)]);
+    if (fill) {
+        Brush brush = Brush::solid(colours.palette[static_cast<size_t>(colours.paintColour)]);
+        if (tile)
+            TRY_BASIC(makeBrush(in, g.tileText, brush));
+        fillEllipse(page, box, range, brush);
+    }
     drawEllipseOutline(page, box, range, pen);
     if (start < 0 || (fill && !range.whole))
         page.line(box.cx, box.cy, startX, startY, pen);

@@ -6,6 +6,7 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
+#include "screen/paint_brush.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
 
@@ -144,12 +145,16 @@ int stmtLine(core::Interpreter& in, int begin, int end)
         mode = upper.find("BF") != std::string::npos ? 2 : upper.find('B') != std::string::npos ? 1 : 0;
     }
     bool styleGiven = false;
+    bool tile = false;
     long long styleValue = lineColour;
     if (fields.size() > 2 && !fields[2].empty()) {
         expr::Value value;
         TRY_BASIC(expr::evaluateText(in, fields[2], value));
-        // A tile string fills as PAINT's tiles do; until tiles are drawn the box fills solid.
-        if (!value.isString()) {
+        // A string is the tile (or hatch) that a filled box is painted with.
+        if (value.isString()) {
+            g.tileText = value.text;
+            tile = true;
+        } else {
             styleValue = static_cast<long long>(std::trunc(value.number));
             styleGiven = true;
         }
@@ -191,7 +196,10 @@ int stmtLine(core::Interpreter& in, int begin, int end)
         if (mode == 2) {
             int seedX = static_cast<int>(std::trunc((x1 + x2) * 0.5 + 0.5));
             int seedY = static_cast<int>(std::trunc((y1 + y2) * 0.5 + 0.5));
-            page.floodFill(seedX, seedY, colours.palette[static_cast<size_t>(colours.paintColour)], pen);
+            Brush brush = Brush::solid(colours.palette[static_cast<size_t>(colours.paintColour)]);
+            if (tile)
+                TRY_BASIC(makeBrush(in, g.tileText, brush));
+            page.floodFillWith(seedX, seedY, pen, [&brush](int px, int py) { return brush.at(px, py); });
         }
     }
     renderer->composeRect(std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2));
