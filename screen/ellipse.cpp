@@ -1,6 +1,7 @@
 // Ellipse pixels by the centre rule, limited to an angle range for arcs and sectors.
 #include "screen/ellipse.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tessaly::screen {
@@ -32,13 +33,17 @@ bool inRange(const EllipseBox& box, const AngleRange& range, int x, int y)
     return start <= end ? angle >= start && angle <= end : angle >= start || angle <= end;
 }
 
+// The pixels of the ellipse that lie in the plane's clip rectangle.
 template <typename Visit>
-void forEachInside(const EllipseBox& box, Visit visit)
+void forEachInside(const Plane& plane, const EllipseBox& box, Visit visit)
 {
     if (box.rx <= 0 || box.ry <= 0)
         return;
-    for (int y = box.cy - box.ry; y < box.cy + box.ry; ++y)
-        for (int x = box.cx - box.rx; x < box.cx + box.rx; ++x)
+    const Rect& clip = plane.clip();
+    int top = std::max(box.cy - box.ry, clip.top), bottom = std::min(box.cy + box.ry, clip.bottom);
+    int left = std::max(box.cx - box.rx, clip.left), right = std::min(box.cx + box.rx, clip.right);
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x)
             if (inside(box, x, y))
                 visit(x, y);
 }
@@ -47,7 +52,7 @@ void forEachInside(const EllipseBox& box, Visit visit)
 
 void drawEllipseOutline(Plane& plane, const EllipseBox& box, const AngleRange& range, Pixel colour)
 {
-    forEachInside(box, [&](int x, int y) {
+    forEachInside(plane, box, [&](int x, int y) {
         bool edge = !inside(box, x - 1, y) || !inside(box, x + 1, y) || !inside(box, x, y - 1) || !inside(box, x, y + 1);
         if (edge && inRange(box, range, x, y))
             plane.setPixel(x, y, colour);
@@ -56,7 +61,7 @@ void drawEllipseOutline(Plane& plane, const EllipseBox& box, const AngleRange& r
 
 void fillEllipse(Plane& plane, const EllipseBox& box, const AngleRange& range, const Brush& brush)
 {
-    forEachInside(box, [&](int x, int y) {
+    forEachInside(plane, box, [&](int x, int y) {
         if (inRange(box, range, x, y))
             plane.setPixel(x, y, brush.at(x, y));
     });

@@ -8,6 +8,24 @@
 
 namespace tessaly::screen {
 
+// Device coordinates are kept within this many pixels of the origin: far outside the screen, and
+// small enough that sums and differences of two never overflow.
+inline constexpr int kDeviceLimit = 1 << 24;
+
+// A coordinate rounded to a whole device pixel (the value plus one half, truncated), held within
+// the device limit; NaN counts as 0.
+[[nodiscard]] inline int deviceCoordinate(double value)
+{
+    if (!(value == value))
+        return 0;
+    double whole = std::trunc(value);
+    if (whole > kDeviceLimit)
+        return kDeviceLimit;
+    if (whole < -kDeviceLimit)
+        return -kDeviceLimit;
+    return static_cast<int>(whole);
+}
+
 struct GraphicScreen {
     // Screen pages.
     int graphicsSwitch = 0;   // 0 shown, 2 hidden
@@ -30,10 +48,10 @@ struct GraphicScreen {
     [[nodiscard]] float worldWidth() const { return worldRight - worldLeft; }
     [[nodiscard]] float worldHeight() const { return worldBottom - worldTop; }
 
-    [[nodiscard]] int toDeviceX(double x) const { return static_cast<int>(std::trunc((x - worldLeft) / scaleX + viewLeft + 0.5)); }
-    [[nodiscard]] int toDeviceY(double y) const { return static_cast<int>(std::trunc((y - worldTop) / scaleY + viewTop + 0.5)); }
-    [[nodiscard]] int toDeviceDistanceX(double x) const { return static_cast<int>(std::trunc(x / scaleX + 0.5)); }
-    [[nodiscard]] int toDeviceDistanceY(double y) const { return static_cast<int>(std::trunc(y / scaleY + 0.5)); }
+    [[nodiscard]] int toDeviceX(double x) const { return deviceCoordinate((x - worldLeft) / scaleX + viewLeft + 0.5); }
+    [[nodiscard]] int toDeviceY(double y) const { return deviceCoordinate((y - worldTop) / scaleY + viewTop + 0.5); }
+    [[nodiscard]] int toDeviceDistanceX(double x) const { return deviceCoordinate(x / scaleX + 0.5); }
+    [[nodiscard]] int toDeviceDistanceY(double y) const { return deviceCoordinate(y / scaleY + 0.5); }
     [[nodiscard]] double toWorldX(int px) const { return (px - viewLeft) * scaleX + worldLeft; }
     [[nodiscard]] double toWorldY(int py) const { return (py - viewTop) * scaleY + worldTop; }
 
@@ -59,6 +77,12 @@ struct GraphicScreen {
         displayPageValue = 1;
     }
 };
+
+// A device coordinate rounded half away from zero, within the device limit.
+[[nodiscard]] inline int devicePixel(double value)
+{
+    return deviceCoordinate(value >= 0 ? value + 0.5 : value - 0.5);
+}
 
 [[nodiscard]] inline int roundHalfAway(double value)
 {

@@ -44,8 +44,8 @@ void pointAt(const EllipseBox& box, double angle, int& x, int& y)
     double c = std::cos(a);
     double s = std::sin(a);
     double radius = 1.0 / std::sqrt(c * c / (static_cast<double>(box.rx) * box.rx) + s * s / (static_cast<double>(box.ry) * box.ry));
-    x = box.cx + roundHalfAway(c * radius);
-    y = box.cy - roundHalfAway(s * radius);
+    x = box.cx + devicePixel(c * radius);
+    y = box.cy - devicePixel(s * radius);
 }
 
 } // namespace
@@ -121,8 +121,8 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
         box.cx = step ? g.toDeviceDistanceX(centre[0].number) : g.toDeviceX(centre[0].number);
         box.cy = step ? g.toDeviceDistanceY(centre[1].number) : g.toDeviceY(centre[1].number);
     } else {
-        box.cx = roundHalfAway(centre[0].number);
-        box.cy = roundHalfAway(centre[1].number);
+        box.cx = devicePixel(centre[0].number);
+        box.cy = devicePixel(centre[1].number);
     }
     if (step) {
         box.cx += g.lastX;
@@ -134,9 +134,9 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
         box.rx = ratio <= 1 ? g.toDeviceDistanceX(r) : g.toDeviceDistanceX(r / ratio);
         box.ry = ratio <= 1 ? g.toDeviceDistanceY(r * ratio) : g.toDeviceDistanceY(r);
     } else {
-        int radius = roundHalfAway(r);
-        box.rx = ratio <= 1 ? radius : static_cast<int>(std::trunc(radius / ratio + 0.5));
-        box.ry = ratio <= 1 ? static_cast<int>(std::trunc(radius * ratio + 0.5)) : radius;
+        int radius = devicePixel(r);
+        box.rx = ratio <= 1 ? radius : deviceCoordinate(radius / ratio + 0.5);
+        box.ry = ratio <= 1 ? deviceCoordinate(radius * ratio + 0.5) : radius;
     }
     if (box.rx < 0)
         return in.raise(ErrorId::SyntaxError);

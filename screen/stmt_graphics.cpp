@@ -75,8 +75,8 @@ void placePoint(core::Interpreter& in, const PointArguments& point, int& px, int
         px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
         py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
     } else {
-        px = roundHalfAway(point.x);
-        py = roundHalfAway(point.y);
+        px = devicePixel(point.x);
+        py = devicePixel(point.y);
     }
     if (point.step) {
         px += g.lastX;
@@ -240,8 +240,8 @@ int stmtWindow(core::Interpreter& in, int begin, int end)
     g.windowSet = true;
     g.scaleX = g.worldWidth() / g.viewWidth();
     g.scaleY = g.worldHeight() / g.viewHeight();
-    g.lastX = roundHalfAway(first.x);
-    g.lastY = roundHalfAway(first.y);
+    g.lastX = devicePixel(first.x);
+    g.lastY = devicePixel(first.y);
     return in.run().statementCode;
 }
 
@@ -265,8 +265,8 @@ int graphicsFunction(core::Interpreter& in, GraphicsFunction function, const std
         }
         if (args.size() != 2 || args[0].isString() || args[1].isString())
             return in.raise(ErrorId::SyntaxError);
-        int x = roundHalfAway(args[0].number);
-        int y = roundHalfAway(args[1].number);
+        int x = devicePixel(args[0].number);
+        int y = devicePixel(args[1].number);
         if (x < g.viewLeft || x > g.viewRight || y < g.viewTop || y > g.viewBottom)
             return in.raise(ErrorId::IllegalFunctionCall);
         auto& colours = in.colours();

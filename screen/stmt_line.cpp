@@ -60,8 +60,8 @@ void toDevice(core::Interpreter& in, const LinePoint& point, int& px, int& py)
         px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
         py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
     } else {
-        px = roundHalfAway(point.x);
-        py = roundHalfAway(point.y);
+        px = devicePixel(point.x);
+        py = devicePixel(point.y);
     }
     if (point.step) {
         px += g.lastX;

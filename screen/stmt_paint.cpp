@@ -76,8 +76,8 @@ int stmtPaint(core::Interpreter& in, int begin, int end)
         x = step ? g.toDeviceDistanceX(point[0].number) : g.toDeviceX(point[0].number);
         y = step ? g.toDeviceDistanceY(point[1].number) : g.toDeviceY(point[1].number);
     } else {
-        x = static_cast<int>(std::trunc(point[0].number + 0.5));
-        y = static_cast<int>(std::trunc(point[1].number + 0.5));
+        x = deviceCoordinate(point[0].number + 0.5);
+        y = deviceCoordinate(point[1].number + 0.5);
     }
     // STEP counts from the last point, which PAINT leaves where it was.
     if (step) {

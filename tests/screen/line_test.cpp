@@ -94,6 +94,18 @@ TEST(Line, WithoutAColourItTakesColoursFourthArgument)
     EXPECT_EQ(f.at(2, 6), kRed); // an empty colour argument keeps the colour of the moment
 }
 
+TEST(Figures, CoordinatesFarOffTheScreenAreHeldNotOverflowed)
+{
+    Fixture f;
+    for (const char* command : {"PSET (1E+20,5)", "LINE (0,0)-(1E+09,0)", "CIRCLE (100,100),1E+09",
+             "CIRCLE (1E+30,1E+30),1E+30,,,,1E+30", "CIRCLE (100,100),50,,,,-1E+30", "PAINT (1E+30,-1E+30)",
+             "VIEW (10,10)-(100,100):WINDOW (0,0)-(1E-30,1E-30):PSET (1E+30,1E+30)"})
+        EXPECT_EQ(f.session.messageOf(command), "") << command;
+    // The long line still starts where it was asked to.
+    EXPECT_EQ(f.at(0, 0), kWhite);
+    EXPECT_EQ(f.at(639, 0), kWhite);
+}
+
 TEST(Line, StyleToDashes)
 {
     EXPECT_EQ(lineStyleToDashes(0xFF00), (std::vector<int> {8, 8}));
