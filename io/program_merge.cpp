@@ -2,7 +2,6 @@
 #include "io/program_merge.h"
 
 #include <fstream>
-#include <sstream>
 
 #include "core/interpreter.h"
 #include "core/statements.h"
@@ -37,11 +36,13 @@ int ReadFileForMerge(core::Interpreter& in, const std::string& path, std::string
     std::ifstream file(HostPath(path), std::ios::binary);
     if (!file)
         return in.raise(core::ErrorId::FileNotFound);
-    std::stringstream bytes;
-    bytes << file.rdbuf();
+    // No more than a full program store can hold is read: further lines could not be stored.
+    constexpr size_t kMostBytes = static_cast<size_t>(core::kEntryCapacity) * core::kMaxStoredLineLength;
+    contents.assign(kMostBytes, '\0');
+    file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
     if (file.bad())
         return in.raise(core::ErrorId::DiskIoError);
-    contents = bytes.str();
+    contents.resize(static_cast<size_t>(file.gcount()));
     return 0;
 }
 
