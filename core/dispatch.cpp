@@ -78,6 +78,7 @@ struct HandlerTable {
         set(Stmt::LineParen, screen::stmtLineParen);
         set(Stmt::Circle, screen::stmtCircle);
         set(Stmt::Paint, screen::stmtPaint);
+        set(Stmt::Draw, screen::stmtDraw);
         set(Stmt::Preset, screen::stmtPreset);
         set(Stmt::Point, screen::stmtPoint);
         set(Stmt::Locate, screen::stmtLocate);

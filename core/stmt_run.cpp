@@ -185,6 +185,7 @@ void resetRunTime(Interpreter& in)
     in.stacks().reset();
     in.dataState().reset();
     in.graphics().resetPages();
+    in.graphics().draw.reset(in.colours().foregroundColour);
 }
 
 } // namespace tessaly::core

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "screen/draw_state.h"
+
 namespace tessaly::screen {
 
 // Device coordinates are kept within this many pixels of the origin: far outside the screen, and
@@ -40,8 +42,9 @@ struct GraphicScreen {
     float worldLeft = 0, worldTop = 0, worldRight = 639, worldBottom = 399;
     double scaleX = 1.0, scaleY = 1.0;
     int lastX = 0, lastY = 0;
-    // The string of the last PAINT, LINE or CIRCLE that filled with a hatch or a tile.
+    // The string of the last PAINT, LINE, CIRCLE or DRAW that filled with a hatch or a tile.
     std::string tileText;
+    DrawState draw;
 
     [[nodiscard]] int viewWidth() const { return viewRight - viewLeft; }
     [[nodiscard]] int viewHeight() const { return viewBottom - viewTop; }

@@ -32,6 +32,8 @@ int stmtPset(core::Interpreter&, int begin, int end);
 // screen/stmt_line.cpp
 int stmtLine(core::Interpreter&, int begin, int end);
 int stmtLineParen(core::Interpreter&, int begin, int end); // LINE( with no blank
+// screen/stmt_draw.cpp
+int stmtDraw(core::Interpreter&, int begin, int end);
 // screen/stmt_paint.cpp
 int stmtPaint(core::Interpreter&, int begin, int end);
 // screen/stmt_circle.cpp

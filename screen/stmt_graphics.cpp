@@ -166,6 +166,7 @@ int stmtScreen(core::Interpreter& in, int begin, int end)
     else if (display == (mode == 2 ? 33 : 17))
         g.displayPageValue = 17;
     g.resetView();
+    g.draw.reset(in.colours().foregroundColour);
     if (auto* renderer = in.renderer()) {
         renderer->activePage().resetClip();
         renderer->composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
