@@ -28,6 +28,9 @@ struct Colours {
     int colourSwitch = 1;
     int backgroundInEffect = 0;
 
+    // A colour number the figures accept: 0..7, or 0..15 in the 16-colour mode.
+    [[nodiscard]] bool isValid(int c) const { return static_cast<unsigned>(c) <= (colourMode == 2 ? 15U : 7U); }
+
     // The palette as the colour mode loads it.
     void loadPalette()
     {

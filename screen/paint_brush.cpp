@@ -11,8 +11,6 @@ namespace tessaly::screen {
 
 namespace {
 
-bool colourValid(const Colours& colours, int c) { return static_cast<unsigned>(c) <= (colours.colourMode == 2 ? 15U : 7U); }
-
 enum Hatch { Horizontal = 0, Vertical = 1, ForwardDiagonal = 2, BackwardDiagonal = 3, Cross = 4, DiagonalCross = 5 };
 
 // Whether pixel (x, y) of the 8 x 8 cell lies on a line of the hatch.
@@ -54,7 +52,7 @@ int makeBrush(core::Interpreter& in, const std::string& tileText, Brush& brush)
             while (!number.empty() && (number.front() == '(' || number.front() == ' '))
                 number.erase(0, 1);
             int colour = std::atoi(number.c_str());
-            colours.paintColour = colourValid(colours, colour) ? colour : colours.foregroundColour;
+            colours.paintColour = colours.isValid(colour) ? colour : colours.foregroundColour;
         } else {
             colours.paintColour = colours.foregroundColour;
         }

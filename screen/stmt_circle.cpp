@@ -8,6 +8,7 @@
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "screen/ellipse.h"
+#include "screen/figure_arguments.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
 
@@ -20,8 +21,6 @@ using core::ErrorId;
 // The value of pi the system uses, and a full turn.
 constexpr double kPi = 3.141592653;
 constexpr double kFullTurn = 2 * kPi;
-
-bool colourValid(const Colours& colours, int c) { return static_cast<unsigned>(c) <= (colours.colourMode == 2 ? 15U : 7U); }
 
 // One argument evaluated to a number; an empty argument leaves value as it is.
 int numberArgument(core::Interpreter& in, const std::vector<std::string>& fields, size_t k, double& value)
@@ -55,31 +54,14 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto& g = in.graphics();
     auto& colours = in.colours();
-    size_t open = text.find('(', static_cast<size_t>(begin));
-    if (open == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
-    std::string before = core::trimBlanks(text.substr(static_cast<size_t>(begin), open - static_cast<size_t>(begin)));
-    bool step = before == "STEP";
-    if (!before.empty() && !step)
-        return in.raise(ErrorId::SyntaxError);
-    size_t close = core::matchingParen(text, open);
-    if (close == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
-    std::vector<expr::Value> centre;
-    TRY_BASIC(expr::evaluateArguments(in, text.substr(open + 1, close - open - 1), centre));
-    if (centre.size() != 2 || centre[0].empty || centre[1].empty)
-        return in.raise(ErrorId::SyntaxError);
-    if (centre[0].isString() || centre[1].isString())
-        return in.raise(ErrorId::TypeMismatch);
-    size_t comma = text.find_first_not_of(' ', close + 1);
-    if (comma == std::string_view::npos || text[comma] != ',')
-        return in.raise(ErrorId::SyntaxError);
+    size_t pos = static_cast<size_t>(begin);
+    FigurePoint centre;
+    bool found = false;
+    TRY_BASIC(readFigurePoint(in, text, pos, centre, found));
     // r, colour, start, end, ratio, F, paint colour or tile.
     std::vector<std::string> fields;
-    core::splitAtTopLevel(text.substr(comma + 1), [](char c) { return c == ','; }, [&](std::string_view piece, char) {
-        fields.push_back(core::trimBlanks(piece));
-        return true;
-    });
+    if (!found || !argumentsAfter(text, pos, fields))
+        return in.raise(ErrorId::SyntaxError);
     if (fields.empty() || fields[0].empty())
         return in.raise(ErrorId::SyntaxError);
     double r = 0;
@@ -108,26 +90,16 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
     }
 
     int colour = roundHalfAway(colourValue);
-    colours.paintColour = colourValid(colours, colour) ? colour : colours.paintColour;
-    if (colourValid(colours, colour))
+    colours.paintColour = colours.isValid(colour) ? colour : colours.paintColour;
+    if (colours.isValid(colour))
         colours.foregroundColour = colour;
-    if (paintGiven >= 0 && colourValid(colours, paintGiven))
+    if (paintGiven >= 0 && colours.isValid(paintGiven))
         colours.paintColour = paintGiven;
     if (std::fabs(finish) > kFullTurn || std::fabs(start) > kFullTurn)
         return in.raise(ErrorId::SyntaxError);
 
     EllipseBox box;
-    if (g.viewActive) {
-        box.cx = step ? g.toDeviceDistanceX(centre[0].number) : g.toDeviceX(centre[0].number);
-        box.cy = step ? g.toDeviceDistanceY(centre[1].number) : g.toDeviceY(centre[1].number);
-    } else {
-        box.cx = devicePixel(centre[0].number);
-        box.cy = devicePixel(centre[1].number);
-    }
-    if (step) {
-        box.cx += g.lastX;
-        box.cy += g.lastY;
-    }
+    toDevicePoint(g, centre, box.cx, box.cy);
     g.lastX = box.cx;
     g.lastY = box.cy;
     if (g.viewActive) {

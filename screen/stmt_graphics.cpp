@@ -7,6 +7,7 @@
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
+#include "screen/figure_arguments.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
 
@@ -15,11 +16,6 @@ namespace tessaly::screen {
 namespace {
 
 using core::ErrorId;
-
-bool isColourValid(const Colours& colours, int c)
-{
-    return static_cast<unsigned>(c) <= (colours.colourMode == 2 ? 15U : 7U);
-}
 
 // A point written [STEP](x, y) followed by more arguments after a comma.
 struct PointArguments {
@@ -71,17 +67,7 @@ int readCorners(core::Interpreter& in, int begin, int end, PointArguments& first
 void placePoint(core::Interpreter& in, const PointArguments& point, int& px, int& py)
 {
     auto& g = in.graphics();
-    if (g.viewActive) {
-        px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
-        py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
-    } else {
-        px = devicePixel(point.x);
-        py = devicePixel(point.y);
-    }
-    if (point.step) {
-        px += g.lastX;
-        py += g.lastY;
-    }
+    toDevicePoint(g, {point.step, point.x, point.y}, px, py);
     g.lastX = px;
     g.lastY = py;
 }
@@ -96,7 +82,7 @@ int setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
     auto& colours = in.colours();
     colours.foregroundColour = defaultColour;
     int given = argumentOr(point.rest, 0, 20);
-    if (isColourValid(colours, given))
+    if (colours.isValid(given))
         colours.foregroundColour = given;
     if (auto* renderer = in.renderer()) {
         renderer->activePage().setPixel(px, py, colours.palette[static_cast<size_t>(colours.foregroundColour)]);
@@ -204,8 +190,8 @@ int stmtView(core::Interpreter& in, int begin, int end)
     auto& colours = in.colours();
     int fill = argumentOr(second.rest, 0, -1);
     int border = argumentOr(second.rest, 1, -1);
-    g.viewFillColour = isColourValid(colours, fill) ? fill : -1;
-    g.viewBorderColour = isColourValid(colours, border) ? border : -1;
+    g.viewFillColour = colours.isValid(fill) ? fill : -1;
+    g.viewBorderColour = colours.isValid(border) ? border : -1;
     if (auto* renderer = in.renderer()) {
         auto& page = renderer->activePage();
         page.resetClip();

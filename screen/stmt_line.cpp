@@ -6,6 +6,7 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
+#include "screen/figure_arguments.h"
 #include "screen/paint_brush.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
@@ -15,63 +16,6 @@ namespace tessaly::screen {
 namespace {
 
 using core::ErrorId;
-
-struct LinePoint {
-    bool step = false;
-    double x = 0, y = 0;
-};
-
-// [STEP](x, y) at pos; pos moves past the ")". false (with nothing raised) when no point stands there.
-int readLinePoint(core::Interpreter& in, std::string_view text, size_t& pos, LinePoint& point, bool& found)
-{
-    size_t at = text.find_first_not_of(' ', pos);
-    found = false;
-    if (at == std::string_view::npos)
-        return 0;
-    point.step = text.compare(at, 4, "STEP") == 0;
-    if (point.step)
-        at = text.find_first_not_of(' ', at + 4);
-    if (at == std::string_view::npos || text[at] != '(') {
-        if (point.step)
-            return in.raise(ErrorId::SyntaxError);
-        return 0;
-    }
-    size_t close = core::matchingParen(text, at);
-    if (close == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
-    std::vector<expr::Value> values;
-    TRY_BASIC(expr::evaluateArguments(in, text.substr(at + 1, close - at - 1), values));
-    if (values.size() != 2 || values[0].empty || values[1].empty)
-        return in.raise(ErrorId::SyntaxError);
-    if (values[0].isString() || values[1].isString())
-        return in.raise(ErrorId::TypeMismatch);
-    point.x = values[0].number;
-    point.y = values[1].number;
-    pos = close + 1;
-    found = true;
-    return 0;
-}
-
-// The device point, relative to the last point for STEP; it becomes the last point.
-void toDevice(core::Interpreter& in, const LinePoint& point, int& px, int& py)
-{
-    auto& g = in.graphics();
-    if (g.viewActive) {
-        px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
-        py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
-    } else {
-        px = devicePixel(point.x);
-        py = devicePixel(point.y);
-    }
-    if (point.step) {
-        px += g.lastX;
-        py += g.lastY;
-    }
-    g.lastX = px;
-    g.lastY = py;
-}
-
-bool colourValid(const Colours& colours, int c) { return static_cast<unsigned>(c) <= (colours.colourMode == 2 ? 15U : 7U); }
 
 } // namespace
 
@@ -101,30 +45,23 @@ int stmtLine(core::Interpreter& in, int begin, int end)
     auto& g = in.graphics();
     auto& colours = in.colours();
     size_t pos = static_cast<size_t>(begin);
-    LinePoint first;
-    LinePoint second;
+    FigurePoint first;
+    FigurePoint second;
     bool hasFirst = false;
     bool hasSecond = false;
-    TRY_BASIC(readLinePoint(in, text, pos, first, hasFirst));
+    TRY_BASIC(readFigurePoint(in, text, pos, first, hasFirst));
     size_t dash = text.find_first_not_of(' ', pos);
     if (dash == std::string_view::npos || text[dash] != '-')
         return in.raise(ErrorId::SyntaxError);
     pos = dash + 1;
-    TRY_BASIC(readLinePoint(in, text, pos, second, hasSecond));
+    TRY_BASIC(readFigurePoint(in, text, pos, second, hasSecond));
     if (!hasSecond)
         return in.raise(ErrorId::SyntaxError);
 
     // The arguments after the points: colour, B or BF, and a style (or a tile string).
     std::vector<std::string> fields;
-    size_t comma = text.find_first_not_of(' ', pos);
-    if (comma != std::string_view::npos) {
-        if (text[comma] != ',')
-            return in.raise(ErrorId::SyntaxError);
-        core::splitAtTopLevel(text.substr(comma + 1), [](char c) { return c == ','; }, [&](std::string_view piece, char) {
-            fields.push_back(core::trimBlanks(piece));
-            return true;
-        });
-    }
+    if (!argumentsAfter(text, pos, fields))
+        return in.raise(ErrorId::SyntaxError);
     int lineColour = colours.storedForeground;
     if (!fields.empty()) {
         if (fields[0].empty()) {
@@ -160,19 +97,24 @@ int stmtLine(core::Interpreter& in, int begin, int end)
         }
     }
 
+    // A STEP second point counts from the first one.
     int x1 = g.lastX, y1 = g.lastY, x2 = 0, y2 = 0;
     if (hasFirst)
-        toDevice(in, first, x1, y1);
-    toDevice(in, second, x2, y2);
+        toDevicePoint(g, first, x1, y1);
+    g.lastX = x1;
+    g.lastY = y1;
+    toDevicePoint(g, second, x2, y2);
+    g.lastX = x2;
+    g.lastY = y2;
     if (mode != 0) {
         if (x1 > x2)
             std::swap(x1, x2);
         if (y1 > y2)
             std::swap(y1, y2);
     }
-    if (colourValid(colours, lineColour))
+    if (colours.isValid(lineColour))
         colours.foregroundColour = lineColour;
-    if (mode == 2 && styleValue >= 0 && styleValue <= 15 && colourValid(colours, static_cast<int>(styleValue)))
+    if (mode == 2 && styleValue >= 0 && styleValue <= 15 && colours.isValid(static_cast<int>(styleValue)))
         colours.paintColour = static_cast<int>(styleValue);
     uint16_t pattern = 0xFFFF;
     if (styleGiven && mode != 2 && styleValue > 0) {

@@ -4,20 +4,12 @@
 
 #include "core/interpreter.h"
 #include "screen/ellipse.h"
-#include "screen/renderer.h"
-#include "support/test_host.h"
+#include "support/graphics_session.h"
 
 namespace tessaly::screen {
 namespace {
 
-struct Fixture {
-    Font font = Font::parse("");
-    test::Session session;
-    Renderer renderer {font, session.interpreter().colours(), session.interpreter().functionKeys(),
-        session.interpreter().graphics()};
-    Fixture() { session.interpreter().setRenderer(&renderer); }
-    ~Fixture() { session.interpreter().setRenderer(nullptr); }
-    Pixel at(int x, int y) { return renderer.page(0).pixel(x, y); }
+struct Fixture : test::GraphicsSession {
     // The first and last set columns of row y, and the first and last set rows of column x.
     std::pair<int, int> columns(int y)
     {

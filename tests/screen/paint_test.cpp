@@ -2,23 +2,14 @@
 #include <gtest/gtest.h>
 
 #include "core/interpreter.h"
-#include "screen/renderer.h"
-#include "support/test_host.h"
+#include "support/graphics_session.h"
 
 namespace tessaly::screen {
 namespace {
 
 constexpr Pixel kRed = 0xFF0000, kGreen = 0x00FF00, kBlue = 0x0000FF, kWhite = 0xFFFFFF;
 
-struct Fixture {
-    Font font = Font::parse("");
-    test::Session session;
-    Renderer renderer {font, session.interpreter().colours(), session.interpreter().functionKeys(),
-        session.interpreter().graphics()};
-    Fixture() { session.interpreter().setRenderer(&renderer); }
-    ~Fixture() { session.interpreter().setRenderer(nullptr); }
-    Pixel at(int x, int y) { return renderer.page(0).pixel(x, y); }
-};
+using Fixture = test::GraphicsSession;
 
 TEST(Paint, FillsUpToTheBorderColour)
 {

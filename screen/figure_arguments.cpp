@@ -1,0 +1,67 @@
+// Points and argument lists of the figure statements.
+#include "screen/figure_arguments.h"
+
+#include "core/interpreter.h"
+#include "core/text_scan.h"
+#include "expr/evaluator.h"
+
+namespace tessaly::screen {
+
+int readFigurePoint(core::Interpreter& in, std::string_view text, size_t& pos, FigurePoint& point, bool& found)
+{
+    found = false;
+    size_t at = text.find_first_not_of(' ', pos);
+    if (at == std::string_view::npos)
+        return 0;
+    point.step = text.compare(at, 4, "STEP") == 0;
+    if (point.step)
+        at = text.find_first_not_of(' ', at + 4);
+    if (at == std::string_view::npos || text[at] != '(')
+        return point.step ? in.raise(core::ErrorId::SyntaxError) : 0;
+    size_t close = core::matchingParen(text, at);
+    if (close == std::string_view::npos)
+        return in.raise(core::ErrorId::SyntaxError);
+    std::vector<expr::Value> values;
+    TRY_BASIC(expr::evaluateArguments(in, text.substr(at + 1, close - at - 1), values));
+    if (values.size() != 2 || values[0].empty || values[1].empty)
+        return in.raise(core::ErrorId::SyntaxError);
+    if (values[0].isString() || values[1].isString())
+        return in.raise(core::ErrorId::TypeMismatch);
+    point.x = values[0].number;
+    point.y = values[1].number;
+    pos = close + 1;
+    found = true;
+    return 0;
+}
+
+void toDevicePoint(const GraphicScreen& g, const FigurePoint& point, int& px, int& py)
+{
+    if (g.viewActive) {
+        px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
+        py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
+    } else {
+        px = devicePixel(point.x);
+        py = devicePixel(point.y);
+    }
+    if (point.step) {
+        px += g.lastX;
+        py += g.lastY;
+    }
+}
+
+bool argumentsAfter(std::string_view text, size_t pos, std::vector<std::string>& fields)
+{
+    fields.clear();
+    size_t comma = text.find_first_not_of(' ', pos);
+    if (comma == std::string_view::npos)
+        return true;
+    if (text[comma] != ',')
+        return false;
+    core::splitAtTopLevel(text.substr(comma + 1), [](char c) { return c == ','; }, [&](std::string_view piece, char) {
+        fields.push_back(core::trimBlanks(piece));
+        return true;
+    });
+    return true;
+}
+
+} // namespace tessaly::screen

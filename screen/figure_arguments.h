@@ -1,0 +1,34 @@
+// The pieces of the figure statements (LINE, CIRCLE, PAINT, PSET ...): a point written
+// [STEP](x, y), its device position, and the comma-separated arguments after it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "screen/graphics.h"
+
+namespace tessaly::core {
+class Interpreter;
+}
+
+namespace tessaly::screen {
+
+struct FigurePoint {
+    bool step = false;
+    double x = 0, y = 0;
+};
+
+// Reads [STEP](x, y) at pos, after blanks; pos moves past the ")". found is false (and nothing
+// raised) when neither STEP nor "(" stands there. Returns 0 or kFailed.
+int readFigurePoint(core::Interpreter& in, std::string_view text, size_t& pos, FigurePoint& point, bool& found);
+
+// The device position: mapped through VIEW and WINDOW while a view is set, else rounded; a STEP
+// point counts from the last point. The last point itself is left to the caller.
+void toDevicePoint(const GraphicScreen& g, const FigurePoint& point, int& px, int& py);
+
+// The texts of the arguments after pos, each trimmed: nothing, or a comma and the comma-separated
+// arguments. false when anything else follows.
+bool argumentsAfter(std::string_view text, size_t pos, std::vector<std::string>& fields);
+
+} // namespace tessaly::screen
