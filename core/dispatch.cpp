@@ -79,6 +79,8 @@ struct HandlerTable {
         set(Stmt::Circle, screen::stmtCircle);
         set(Stmt::Paint, screen::stmtPaint);
         set(Stmt::Draw, screen::stmtDraw);
+        set(Stmt::Roll, screen::stmtRoll);
+        set(Stmt::Copy, screen::stmtCopy);
         set(Stmt::Preset, screen::stmtPreset);
         set(Stmt::Point, screen::stmtPoint);
         set(Stmt::Locate, screen::stmtLocate);

@@ -57,6 +57,7 @@ public:
     virtual std::string clipboardText() { return {}; }
     virtual void setClipboardText(std::string_view text) { (void)text; }
     virtual void setClipboardImage(const uint32_t* pixels, int width, int height) { (void)pixels, (void)width, (void)height; }
+    virtual void clearClipboard() {}
 
     // A modal message; a host without a window answers as the user would to go on (Ok, Cancel).
     virtual MessageAnswer messageBox(std::string_view text, MessageButtons buttons)

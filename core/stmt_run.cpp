@@ -186,6 +186,7 @@ void resetRunTime(Interpreter& in)
     in.dataState().reset();
     in.graphics().resetPages();
     in.graphics().draw.reset(in.colours().foregroundColour);
+    in.graphics().copyCounter = 0;
 }
 
 } // namespace tessaly::core

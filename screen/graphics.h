@@ -45,6 +45,7 @@ struct GraphicScreen {
     // The string of the last PAINT, LINE, CIRCLE or DRAW that filled with a hatch or a tile.
     std::string tileText;
     DrawState draw;
+    int copyCounter = 0; // the number of the last COPY file
 
     [[nodiscard]] int viewWidth() const { return viewRight - viewLeft; }
     [[nodiscard]] int viewHeight() const { return viewBottom - viewTop; }

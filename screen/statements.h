@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -12,6 +13,8 @@ class Interpreter;
 }
 
 namespace tessaly::screen {
+
+class TextScreen;
 
 int stmtCls(core::Interpreter&, int begin, int end);     // screen/stmt_cls.cpp
 int stmtLocate(core::Interpreter&, int begin, int end);  // screen/stmt_locate.cpp
@@ -32,6 +35,15 @@ int stmtPset(core::Interpreter&, int begin, int end);
 // screen/stmt_line.cpp
 int stmtLine(core::Interpreter&, int begin, int end);
 int stmtLineParen(core::Interpreter&, int begin, int end); // LINE( with no blank
+// screen/stmt_screen_images.cpp
+int stmtRoll(core::Interpreter&, int begin, int end);
+int stmtCopy(core::Interpreter&, int begin, int end);
+// The clipboard copies of the window's menu: rows 0..23 as text (a CR LF before each row unless
+// the text already ends with one), and graphics page 0 as a picture (the clipboard is only emptied
+// while no graphics are shown).
+std::string textScreenForClipboard(const TextScreen& screen);
+void copyTextScreenToClipboard(core::Interpreter&);
+void copyGraphicsToClipboard(core::Interpreter&);
 // screen/stmt_draw.cpp
 int stmtDraw(core::Interpreter&, int begin, int end);
 // screen/stmt_paint.cpp

@@ -1,5 +1,5 @@
-// The command table. The list-editing commands, printing and the screen copies to the clipboard
-// are present and disabled until their work is built; undo is always greyed.
+// The command table. The list-editing commands and printing are present and disabled until their
+// work is built; undo is always greyed.
 #include "app/desktop/command_table.h"
 
 namespace tessaly::desktop {
@@ -24,8 +24,8 @@ constexpr Command kCommands[] = {
     {kCls2, "CLS 2（グラフィック画面消去）", true, "CLS 2（グラフィック画面消去）", nullptr, true},
     {kCls3, "CLS 3（テキスト＆グラフィック画面消去）", true, "CLS 3（テキスト＆グラフィック画面消去）", nullptr, true},
     {kList, "LIST(リストの画面表示)", true, "テキスト画面を消去しリスト表示", nullptr, true},
-    {kCopyGraphics, "グラフィック画面をクリップにコピー", false, "グラフィック画面をイメージでクリップにコピー", nullptr, false},
-    {kCopyText, "テキスト画面をクリップにコピー", false, "テキスト画面をクリップにコピー", nullptr, false},
+    {kCopyGraphics, "グラフィック画面をクリップにコピー", false, "グラフィック画面をイメージでクリップにコピー", nullptr, true},
+    {kCopyText, "テキスト画面をクリップにコピー", false, "テキスト画面をクリップにコピー", nullptr, true},
     {kCopyAllList, "全リストをｺﾋﾟｰ(&C)", true, "全リストをｺﾋﾟｰ", "Ctrl+C", false},
     {kPasteAllList, "貼り付け／全リストを置換(&P)", true, "貼り付け／全リストを置換", "Ctrl+V", false},
     {kCopyPartList, "リストの部分コピー", false, "リストの部分コピー", nullptr, false},

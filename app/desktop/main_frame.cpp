@@ -21,6 +21,7 @@
 #include "app/desktop/tessaly_doc.h"
 #include "app/desktop/tessaly_view.h"
 #include "app/desktop/tool_icons.h"
+#include "screen/statements.h"
 
 namespace tessaly::desktop {
 
@@ -213,6 +214,8 @@ void CMainFrame::runCommand(int id)
     case cmd::kBreak: in.breakProgram(); break;
     case cmd::kCont: in.continueProgram(); break;
     case cmd::kFunctionKey10: in.onKeyDown(screen::vk::kF10); break;
+    case cmd::kCopyGraphics: screen::copyGraphicsToClipboard(in); break;
+    case cmd::kCopyText: screen::copyTextScreenToClipboard(in); break;
     case cmd::kViewToolBar: m_toolBar->setVisible(!m_toolBar->isVisible()); break;
     case cmd::kViewStatusBar:
         statusBar()->setVisible(!statusBar()->isVisible());

@@ -69,6 +69,8 @@ void QtHost::setClipboardImage(const uint32_t* pixels, int width, int height)
     QApplication::clipboard()->setImage(image.copy());
 }
 
+void QtHost::clearClipboard() { QApplication::clipboard()->clear(); }
+
 core::MessageAnswer QtHost::messageBox(std::string_view text, core::MessageButtons buttons)
 {
     QString message = QString::fromStdString(io::ShiftJisToUtf8(text));

@@ -29,6 +29,7 @@ public:
     std::string clipboardText() override;
     void setClipboardText(std::string_view text) override;
     void setClipboardImage(const uint32_t* pixels, int width, int height) override;
+    void clearClipboard() override;
     core::MessageAnswer messageBox(std::string_view text, core::MessageButtons buttons) override;
 
     [[nodiscard]] const std::string& printerBytes() const { return m_printer; }

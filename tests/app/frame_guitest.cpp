@@ -1,11 +1,13 @@
 // The frame: its place and size, the menu bar and tool bar of the command table, and menu commands
 // reaching the interpreter.
+#include <QClipboard>
 #include <QMenuBar>
 #include <QSignalSpy>
 #include <QToolBar>
 
 #include "app/desktop/command_table.h"
 #include "app/desktop/virtual_keys.h"
+#include "screen/statements.h"
 #include "gui_fixture.h"
 
 using namespace tessaly;
@@ -51,6 +53,7 @@ private slots:
         // Later work: printing and list editing are present but disabled; undo is greyed.
         for (int id : {cmd::kFilePrint, cmd::kListEditor, cmd::kCopyAllList, cmd::kEditUndo})
             QVERIFY(!w.frame().action(id)->isEnabled());
+        QVERIFY(w.frame().action(cmd::kCopyText)->isEnabled());
         QCOMPARE(w.frame().popupMenu()->actions().size(), static_cast<qsizetype>(editPopup().items.size()));
     }
 
@@ -98,6 +101,28 @@ private slots:
         QTest::keyClick(&w.view(), Qt::Key_F10);
         QCOMPARE(accelerator.count(), 1);
         QCOMPARE(w.row(0), QStringLiteral("load  cont"));
+    }
+
+    void screensToTheClipboard()
+    {
+        Window w;
+        // Typed as Shift-JIS bytes: the clipboard gets them as Unicode text.
+        w.interpreter().typeLine("PRINT \"\x93\xfa\x96\x7b\"");
+        emit w.view().inputHandled(); // the command runs on in idle steps, as after a key
+        QVERIFY(w.settle());
+        w.frame().runCommand(cmd::kCopyText);
+        QString copied = QApplication::clipboard()->text();
+        QVERIFY(copied.contains(QStringLiteral("PRINT \"日本\"\r\n日本")));
+        QCOMPARE(copied, QString::fromStdString(io::ShiftJisToUtf8(screen::textScreenForClipboard(w.interpreter().screen()))));
+        w.typeLine(QStringLiteral("PSET (5,5),2"));
+        QCOMPARE(w.view().renderer().page(0).pixel(5, 5), 0xFF0000u);
+        w.frame().runCommand(cmd::kCopyGraphics);
+        QImage image = QApplication::clipboard()->image();
+        QCOMPARE(image.size(), QSize(640, 400));
+        QCOMPARE(image.pixel(5, 5) & 0xFFFFFFu, 0xFF0000u);
+        w.typeLine(QStringLiteral("SCREEN ,2"));
+        w.frame().runCommand(cmd::kCopyGraphics);
+        QVERIFY(QApplication::clipboard()->image().isNull());
     }
 
     void graphicsClearFromTheMenu()

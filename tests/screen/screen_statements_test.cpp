@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "screen/statements.h"
 #include "support/test_host.h"
 
 namespace tessaly::screen {
@@ -110,6 +111,16 @@ TEST(Screen, KeyTextsAndKeyList)
     EXPECT_EQ(session.messageOf("KEY 0,\"X\""), "Syntax error in ");
     std::string listed = session.type("KEY LIST");
     EXPECT_EQ(listed, "KEY LIST\nLIST\r\nauto  \ngo to \nlist  \nrun   \nsave  \nkey   \nprint \nedit  \ncont  \nOK\n");
+}
+
+TEST(TextScreenClipboard, EachRowFollowsALineEndUnlessTheTextEndsWithOne)
+{
+    TextScreen screen;
+    screen.setRow(0, "10 PRINT 1");
+    screen.setRow(2, "OK");
+    screen.setRow(23, "LAST");
+    // Row 1 is empty: after it the text already ends with CR LF, so row 2 follows directly.
+    EXPECT_EQ(textScreenForClipboard(screen), "\r\n10 PRINT 1\r\nOK\r\nLAST");
 }
 
 } // namespace
