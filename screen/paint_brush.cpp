@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "core/interpreter.h"
+#include "screen/renderer.h"
 
 namespace tessaly::screen {
 
@@ -88,6 +89,13 @@ int makeBrush(core::Interpreter& in, const std::string& tileText, Brush& brush)
                 index |= ((static_cast<uint8_t>(bytes[group + p]) >> x) & 1) << p;
             brush.m_tile[y * 8 + static_cast<size_t>(x)] = colours.palette[static_cast<size_t>(index)];
         }
+    }
+    // The tile plane holds the last tile built, as the pattern the brush repeats.
+    if (auto* renderer = in.renderer()) {
+        Plane& tile = renderer->tilePlane();
+        for (int y = 0; y < 8; ++y)
+            for (int x = 0; x < 8; ++x)
+                tile.setPixel(x, y, brush.at(x, y));
     }
     return 0;
 }

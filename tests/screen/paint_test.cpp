@@ -48,6 +48,8 @@ TEST(Paint, HatchesAndTiles)
     f.session.type("LINE (300,0)-(363,63),7,B:PAINT (310,10),CHR$(1)+CHR$(0)+CHR$(0),7");
     EXPECT_EQ(f.at(304, 10), kBlue); // bit 0 is the leftmost pixel of each 8
     EXPECT_EQ(f.at(305, 10), 0U);
+    EXPECT_EQ(f.renderer.tilePlane().pixel(0, 3), kBlue); // the tile plane holds the last tile
+    EXPECT_EQ(f.renderer.tilePlane().pixel(1, 3), 0U);
 }
 
 TEST(Paint, TileLengthsFollowTheColourMode)
