@@ -45,7 +45,8 @@ size_t findOutsideQuotes(std::string_view text, size_t pos, std::string_view sto
 {
     bool endsQuoted = false;
     size_t found = findOutsideQuotesIf(text, pos, [&](size_t at) {
-        return stops.find(text[at]) != std::string_view::npos || (withRem && text.compare(at, 3, "REM") == 0);
+        char c = text[at];
+        return stops.find(c) != std::string_view::npos || (withRem && c == 'R' && text.compare(at, 3, "REM") == 0);
     }, &endsQuoted);
     if (found != std::string_view::npos)
         return found;

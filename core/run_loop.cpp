@@ -122,7 +122,7 @@ int loadEntryIntoBuffer(Interpreter& in, int entry)
     // A trailing comment (an apostrophe or REM outside quotes) is cut off; one at the start stays.
     size_t stop = findOutsideQuotesIf(text, start, [&](size_t pos) {
         char c = text[pos];
-        return c == '\r' || c == '\n' || c == '\'' || text.compare(pos, 3, "REM") == 0;
+        return c == '\r' || c == '\n' || c == '\'' || (c == 'R' && text.compare(pos, 3, "REM") == 0);
     });
     if (stop == std::string_view::npos || (stop == start && text[stop] != '\r' && text[stop] != '\n'))
         stop = text.size();

@@ -39,7 +39,10 @@ template <typename Stop>
 // The first occurrence of word at or after from outside double quotes; npos when none.
 [[nodiscard]] inline size_t findOutsideQuotes(std::string_view text, std::string_view word, size_t from)
 {
-    return findOutsideQuotesIf(text, from, [&](size_t pos) { return text.compare(pos, word.size(), word) == 0; });
+    if (word.empty())
+        return std::string_view::npos;
+    return findOutsideQuotesIf(
+        text, from, [&](size_t pos) { return text[pos] == word[0] && text.compare(pos, word.size(), word) == 0; });
 }
 
 // The ")" that closes the "(" at open, outside double quotes; npos when it is missing.
