@@ -113,6 +113,12 @@ struct HandlerTable {
         set(Stmt::Pen, stmtPen);
         set(Stmt::OnComGosub, stmtComTraps);
         set(Stmt::Com, stmtComTraps);
+        set(Stmt::Open, io::stmtOpen);
+        set(Stmt::Close, io::stmtClose);
+        set(Stmt::PrintFile, io::stmtPrintFile);
+        set(Stmt::WriteFile, io::stmtWriteFile);
+        set(Stmt::InputFile, io::stmtInputFile);
+        set(Stmt::LineInputFile, io::stmtLineInputFile);
         set(Stmt::Load, io::stmtLoad);
         set(Stmt::Save, io::stmtSave);
         set(Stmt::Merge, io::stmtMerge);

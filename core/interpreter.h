@@ -21,6 +21,7 @@
 #include "expr/input_state.h"
 #include "expr/variables.h"
 #include "io/chain_state.h"
+#include "io/file_table.h"
 #include "io/program_formats.h"
 #include "screen/colours.h"
 #include "screen/function_keys.h"
@@ -72,9 +73,9 @@ public:
     // File New: the rows cleared, the cursor at the top left, the program emptied, the screen set
     // up as at the first showing of the window.
     void newDocument();
-    // The screen as at the first showing of the window: rows cleared, cursor at the top left,
-    // pages shown as at start, VIEW and WINDOW off, every plane cleared (after a program is opened
-    // from the recent files or dropped on the window).
+    // The view as at the first showing of the window: rows cleared, cursor at the top left, pages
+    // shown as at start, VIEW and WINDOW off, every plane cleared, every file closed (File New, a
+    // program opened from the recent files or the command line, dropped, or loaded by LOAD).
     void resetScreen();
     // The "OK" prompt on the next row, as after a command.
     void showOk();
@@ -118,6 +119,7 @@ public:
     expr::InputState& inputState() { return m_inputState; }
     io::ProgramFormats& programFormats() { return m_programFormats; }
     io::ChainState& chainState() { return m_chainState; }
+    io::FileTable& files() { return m_files; }
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
@@ -163,6 +165,7 @@ private:
     expr::InputState m_inputState;
     io::ProgramFormats m_programFormats;
     io::ChainState m_chainState;
+    io::FileTable m_files;
     std::array<int32_t, 10> m_usrAddresses {};
 };
 

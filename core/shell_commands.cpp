@@ -19,6 +19,7 @@ void Interpreter::resetScreen()
     m_graphics.resetPages();
     if (m_renderer != nullptr)
         m_renderer->setUp();
+    m_files.closeAll();
 }
 
 void Interpreter::showOk()

@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "core/interpreter.h"
+#include "io/file_functions.h"
 #include "core/keyword_table.h"
 #include "expr/evaluator.h"
 #include "expr/functions.h"
@@ -386,8 +387,15 @@ int callNumericFunction(core::Interpreter& in, int code, const std::vector<Value
         return screen::graphicsFunction(in, screen::GraphicsFunction::View, args, hasParentheses, result);
     case Window:
         return screen::graphicsFunction(in, screen::GraphicsFunction::Window, args, hasParentheses, result);
-    case Eof: case Peek: case Defuser: case Varptr: case Inp: case Usr: case Lof: case Pen: case Segptr: case Loc:
-        // Devices, graphics and memory answer these once they exist.
+    case Eof: case Lof: case Loc: {
+        TRY_BASIC(needNumber(in, args, 0, x));
+        auto query = code == Eof ? io::FileQuery::AtEnd : code == Lof ? io::FileQuery::Length : io::FileQuery::Position;
+        double answer = 0;
+        TRY_BASIC(io::queryFile(in, query, static_cast<int>(std::trunc(x)), answer));
+        return result16(in, answer, result);
+    }
+    case Peek: case Defuser: case Varptr: case Inp: case Usr: case Pen: case Segptr:
+        // The pen position, memory and ports answer these once they exist.
         return in.raise(ErrorId::IllegalFunctionCall);
     default:
         break;

@@ -24,6 +24,13 @@ enum class PrintTarget : uint8_t { Screen, Printer };
 // printer (with a line end when the row is finished). Returns the statement code.
 int deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target);
 
+// The text that the item list of PRINT, PRINT USING or WRITE at begin..end makes, for a file:
+// zones count from the start of the text and the screen's row state is left alone. endsLine is
+// false when the list ends with ";" or ",". Each returns 0 or kFailed.
+int formatPrintText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine);
+int formatPrintUsingText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine);
+int formatWriteText(core::Interpreter& in, int begin, int end, std::string& text);
+
 // Splits the argument text; false when its parentheses do not balance.
 [[nodiscard]] bool splitPrintItems(std::string_view arguments, std::vector<PrintItem>& items);
 

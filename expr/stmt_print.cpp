@@ -1,4 +1,6 @@
 // PRINT and LPRINT: items, the 14-column zones, ; and , and the text carried over on the row.
+#include <utility>
+
 #include "core/interpreter.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
@@ -61,6 +63,20 @@ int deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target
     // The screen's row is not touched by the printer.
     run.printNewline = true;
     return run.statementCode;
+}
+
+int formatPrintText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine)
+{
+    auto& run = in.run();
+    std::string pending = std::exchange(run.pendingPrintText, std::string());
+    bool printNewline = run.printNewline;
+    int column = run.printColumn;
+    int result = buildPrintLine(in, begin, end, text);
+    endsLine = run.printNewline;
+    run.pendingPrintText = std::move(pending);
+    run.printNewline = printNewline;
+    run.printColumn = column;
+    return result;
 }
 
 int stmtPrint(core::Interpreter& in, int begin, int end)

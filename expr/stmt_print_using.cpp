@@ -62,6 +62,16 @@ int buildUsingLine(core::Interpreter& in, int begin, int end, std::string& line)
 
 } // namespace
 
+int formatPrintUsingText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine)
+{
+    auto& run = in.run();
+    bool printNewline = run.printNewline;
+    int result = buildUsingLine(in, begin, end, text);
+    endsLine = run.printNewline;
+    run.printNewline = printNewline;
+    return result;
+}
+
 int stmtPrintUsing(core::Interpreter& in, int begin, int end)
 {
     std::string line;

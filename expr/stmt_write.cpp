@@ -28,13 +28,13 @@ std::string writtenNumber(const Value& value)
 
 } // namespace
 
-int stmtWrite(core::Interpreter& in, int begin, int end)
+int formatWriteText(core::Interpreter& in, int begin, int end, std::string& line)
 {
     auto arguments = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     std::vector<PrintItem> items;
     if (!splitPrintItems(arguments, items))
         return in.raise(core::ErrorId::SyntaxError);
-    std::string line;
+    line.clear();
     for (const auto& item : items) {
         if (item.text.find_first_not_of(' ') != std::string::npos) {
             Value value;
@@ -47,6 +47,13 @@ int stmtWrite(core::Interpreter& in, int begin, int end)
         if (item.separator != 0)
             line += ',';
     }
+    return 0;
+}
+
+int stmtWrite(core::Interpreter& in, int begin, int end)
+{
+    std::string line;
+    TRY_BASIC(formatWriteText(in, begin, end, line));
     auto& run = in.run();
     run.printNewline = true;
     run.pendingPrintText.clear();

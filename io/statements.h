@@ -15,6 +15,14 @@ int stmtMerge(core::Interpreter&, int begin, int end);
 // io/stmt_chain.cpp
 int stmtChain(core::Interpreter&, int begin, int end);
 int stmtCommon(core::Interpreter&, int begin, int end);
+// io/stmt_open_close.cpp
+int stmtOpen(core::Interpreter&, int begin, int end);
+int stmtClose(core::Interpreter&, int begin, int end);
+// io/stmt_sequential.cpp
+int stmtPrintFile(core::Interpreter&, int begin, int end);
+int stmtWriteFile(core::Interpreter&, int begin, int end);
+int stmtInputFile(core::Interpreter&, int begin, int end);
+int stmtLineInputFile(core::Interpreter&, int begin, int end);
 // io/stmt_kill_name.cpp
 int stmtKill(core::Interpreter&, int begin, int end);
 int stmtName(core::Interpreter&, int begin, int end);

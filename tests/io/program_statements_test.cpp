@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "io/basic_path.h"
+#include "support/temp_folder.h"
 #include "support/test_host.h"
 
 namespace tessaly::io {
@@ -16,43 +17,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A fresh folder made current for the test, removed afterwards.
-class InFolder : public ::testing::Test {
+class InFolder : public test::InFolder {
 protected:
-    void SetUp() override
-    {
-        m_before = fs::current_path();
-        char pattern[] = "/tmp/tessaly-files-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern), nullptr);
-        m_folder = pattern;
-        fs::current_path(m_folder);
-    }
-    void TearDown() override
-    {
-        fs::current_path(m_before);
-        fs::remove_all(m_folder);
-    }
-
-    std::string fileBytes(const std::string& name) const
-    {
-        std::ifstream file(m_folder / name, std::ios::binary);
-        std::stringstream contents;
-        contents << file.rdbuf();
-        return file ? contents.str() : "<missing>";
-    }
-    void writeFile(const std::string& name, const std::string& bytes) const
-    {
-        std::ofstream(m_folder / name, std::ios::binary) << bytes;
-    }
     // The lines of the program as LIST shows them.
     static std::string listing(test::Session& session)
     {
         std::string out = session.type("LIST");
         return out.substr(5);
     }
-
-    fs::path m_before;
-    fs::path m_folder;
 };
 
 TEST_F(InFolder, SaveWritesRecordsOrTextAndLoadReadsThemBack)

@@ -1,0 +1,225 @@
+// PRINT #, PRINT # USING, WRITE #, INPUT # and LINE INPUT #: text to and from sequential files.
+// Records end with a CR; an item or line read stops at a CR outside quotes.
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/text_scan.h"
+#include "expr/number_text.h"
+#include "expr/print_items.h"
+#include "expr/statements.h"
+#include "io/statements.h"
+
+namespace tessaly::io {
+
+namespace {
+
+using core::ErrorId;
+
+enum class Direction { Out, In };
+
+// The channel named before the first comma ("#" and blanks before the number are passed over);
+// afterComma is the position after that comma.
+int findChannel(core::Interpreter& in, int begin, int end, Direction direction, FileChannel*& channel, int& afterComma)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    size_t comma = text.find(',', static_cast<size_t>(begin));
+    if (comma == std::string_view::npos)
+        return in.raise(ErrorId::SyntaxError);
+    std::string number(text.substr(static_cast<size_t>(begin), comma - static_cast<size_t>(begin)));
+    auto start = number.find_first_not_of(" #");
+    int n = start == std::string::npos ? 0 : std::atoi(number.c_str() + start);
+    channel = &in.files().entry(n);
+    bool fits = direction == Direction::Out
+        ? channel->mode == FileMode::Output || channel->mode == FileMode::Append || channel->mode == FileMode::Com
+        : channel->mode == FileMode::Input || channel->mode == FileMode::Com;
+    if (!channel->isOpen() || !fits)
+        return in.raise(ErrorId::FileNotOpen);
+    afterComma = static_cast<int>(comma) + 1;
+    return 0;
+}
+
+int writeAll(core::Interpreter& in, const FileChannel& channel, const std::string& bytes)
+{
+    size_t done = 0;
+    while (done < bytes.size()) {
+        ssize_t n = ::write(channel.fd, bytes.data() + done, bytes.size() - done);
+        if (n <= 0)
+            return in.raise(ErrorId::DiskIoError);
+        done += static_cast<size_t>(n);
+    }
+    return 0;
+}
+
+// One byte of the file: 1 read, 0 at the end, -1 on a read error.
+int readByte(const FileChannel& channel, char& byte)
+{
+    ssize_t n = ::read(channel.fd, &byte, 1);
+    return n == 1 ? 1 : n == 0 ? 0 : -1;
+}
+
+// Assigns text to the target at pos (as if name=("text") ran): a number is read from the text for
+// a numeric target.
+int assignText(core::Interpreter& in, int& pos, int end, const std::string& text)
+{
+    expr::Target target;
+    TRY_BASIC(expr::parseTarget(in, pos, end, target));
+    expr::Value value = target.type == expr::ValueType::String
+        ? expr::Value::makeString(text)
+        : expr::Value::makeNumber(expr::ReadNumberText(text), expr::NumberForm::Computed16);
+    return expr::assignTarget(in, target, value);
+}
+
+void carryOnAs(core::Interpreter& in, core::Stmt code) { in.run().statementCode = static_cast<int>(code); }
+
+// Whether the text after the comma starts with USING; pos moves past the word.
+bool usingForm(core::Interpreter& in, int& pos, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    size_t at = text.find_first_not_of(' ', static_cast<size_t>(pos));
+    if (at == std::string_view::npos || text.compare(at, 5, "USING") != 0)
+        return false;
+    pos = static_cast<int>(at) + 5;
+    return true;
+}
+
+} // namespace
+
+int stmtPrintFile(core::Interpreter& in, int begin, int end)
+{
+    FileChannel* channel = nullptr;
+    int pos = 0;
+    TRY_BASIC(findChannel(in, begin, end, Direction::Out, channel, pos));
+    bool withUsing = usingForm(in, pos, end);
+    // The screen and the printer take the statement on as PRINT or LPRINT (with USING).
+    if (channel->device == DeviceKind::Screen) {
+        carryOnAs(in, withUsing ? core::Stmt::PrintUsing : core::Stmt::Print);
+        return withUsing ? expr::stmtPrintUsing(in, pos, end) : expr::stmtPrint(in, pos, end);
+    }
+    if (channel->device == DeviceKind::Printer) {
+        carryOnAs(in, withUsing ? core::Stmt::LprintUsing : core::Stmt::Lprint);
+        return withUsing ? expr::stmtLprintUsing(in, pos, end) : expr::stmtLprint(in, pos, end);
+    }
+    std::string text;
+    bool endsLine = true;
+    if (withUsing)
+        TRY_BASIC(expr::formatPrintUsingText(in, pos, end, text, endsLine));
+    else
+        TRY_BASIC(expr::formatPrintText(in, pos, end, text, endsLine));
+    if (endsLine)
+        text += '\r';
+    TRY_BASIC(writeAll(in, *channel, text));
+    return in.run().statementCode;
+}
+
+int stmtWriteFile(core::Interpreter& in, int begin, int end)
+{
+    FileChannel* channel = nullptr;
+    int pos = 0;
+    TRY_BASIC(findChannel(in, begin, end, Direction::Out, channel, pos));
+    if (channel->device == DeviceKind::Screen) {
+        carryOnAs(in, core::Stmt::Write);
+        return expr::stmtWrite(in, pos, end);
+    }
+    std::string text;
+    TRY_BASIC(expr::formatWriteText(in, pos, end, text));
+    if (channel->device == DeviceKind::Printer) {
+        in.run().printNewline = true;
+        return expr::deliverPrintLine(in, std::move(text), expr::PrintTarget::Printer);
+    }
+    TRY_BASIC(writeAll(in, *channel, text + '\r'));
+    return in.run().statementCode;
+}
+
+int stmtInputFile(core::Interpreter& in, int begin, int end)
+{
+    FileChannel* channel = nullptr;
+    int pos = 0;
+    TRY_BASIC(findChannel(in, begin, end, Direction::In, channel, pos));
+    auto& buffer = in.buffer();
+    while (pos < end) {
+        while (pos < end && buffer.at(pos) == ' ')
+            ++pos;
+        if (pos >= end)
+            break;
+        // The variable's name decides how an item ends: a blank ends a number, not a string.
+        int nameAt = pos;
+        expr::Target target;
+        TRY_BASIC(expr::parseTarget(in, pos, end, target));
+        bool isString = target.type == expr::ValueType::String;
+        std::string item;
+        bool quoted = false;
+        bool started = false;
+        for (;;) {
+            char byte = 0;
+            int got = readByte(*channel, byte);
+            if (got <= 0)
+                return in.raise(ErrorId::DiskIoError);
+            if (byte == '"') {
+                quoted = !quoted;
+                started = true;
+                continue;
+            }
+            if (quoted) {
+                item += byte;
+                continue;
+            }
+            bool ends = byte == ',' || byte == '\r' || (!isString && byte == ' ');
+            if (byte == '\n')
+                continue;
+            if (ends) {
+                // Separators before anything of the item are passed over.
+                if (!started && item.empty())
+                    continue;
+                break;
+            }
+            item += byte;
+            started = true;
+        }
+        int assignAt = nameAt;
+        TRY_BASIC(assignText(in, assignAt, end, item));
+        while (pos < end && buffer.at(pos) == ' ')
+            ++pos;
+        if (pos < end && (buffer.at(pos) == ',' || buffer.at(pos) == ';'))
+            ++pos;
+        else
+            break;
+    }
+    return in.run().statementCode;
+}
+
+int stmtLineInputFile(core::Interpreter& in, int begin, int end)
+{
+    FileChannel* channel = nullptr;
+    int pos = 0;
+    TRY_BASIC(findChannel(in, begin, end, Direction::In, channel, pos));
+    std::string line;
+    bool quoted = false;
+    for (;;) {
+        char byte = 0;
+        int got = readByte(*channel, byte);
+        if (got < 0)
+            return in.raise(ErrorId::DiskIoError);
+        if (got == 0)
+            break; // the end of the file ends the line
+        if (byte == '"') {
+            quoted = !quoted;
+            continue;
+        }
+        if (byte == '\r' && !quoted) {
+            char next = 0;
+            int more = readByte(*channel, next);
+            if (more < 0)
+                return in.raise(ErrorId::DiskIoError);
+            if (more == 1 && next != '\n')
+                ::lseek(channel->fd, -1, SEEK_CUR);
+            break;
+        }
+        line += byte;
+    }
+    return assignText(in, pos, end, line);
+}
+
+} // namespace tessaly::io
