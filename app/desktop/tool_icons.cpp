@@ -10,14 +10,14 @@ namespace tessaly::desktop {
 
 namespace {
 
-struct IconSpec {
+struct ToolImage {
     int id;
     const char* themeName;
     const char* mark;
     QRgb colour;
 };
 
-constexpr IconSpec kIcons[] = {
+constexpr ToolImage kIcons[] = {
     {cmd::kFileNew, "document-new", "N", 0x2060C0},
     {cmd::kFileOpen, "document-open", "O", 0xC08020},
     {cmd::kFileSave, "document-save", "S", 0x2060C0},
@@ -56,11 +56,11 @@ QPixmap drawnFace(const QString& mark, QColor colour)
 
 QIcon toolIcon(int commandId)
 {
-    for (const auto& spec : kIcons) {
-        if (spec.id != commandId)
+    for (const auto& image : kIcons) {
+        if (image.id != commandId)
             continue;
-        QIcon fallback(drawnFace(QString::fromUtf8(spec.mark), QColor::fromRgb(spec.colour)));
-        return spec.themeName != nullptr ? QIcon::fromTheme(QString::fromLatin1(spec.themeName), fallback) : fallback;
+        QIcon fallback(drawnFace(QString::fromUtf8(image.mark), QColor::fromRgb(image.colour)));
+        return image.themeName != nullptr ? QIcon::fromTheme(QString::fromLatin1(image.themeName), fallback) : fallback;
     }
     return {};
 }
