@@ -34,14 +34,7 @@ void Interpreter::showOk()
 void Interpreter::newDocument()
 {
     resetScreen();
-    m_program.clear();
-    resetRunTime(*this);
-    m_prepared.labels.clear();
-    m_prepared.truncateIfs(0);
-    m_prepared.programIfCount = 0;
-    m_prepared.preparedHighWater = 0;
-    m_run.canContinue = false;
-    m_run.continueIndex = -1;
+    forgetProgram(*this);
     m_error.clear();
     m_programFormats = {};
     m_host.setDocumentModified(false);

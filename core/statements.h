@@ -67,6 +67,8 @@ int stmtDelete(Interpreter&, int begin, int end);
 int stmtAuto(Interpreter&, int begin, int end);
 int stmtEdit(Interpreter&, int begin, int end);
 int stmtNew(Interpreter&, int begin, int end);
+// The program and everything prepared from it are gone, with the run-time state (NEW, File New).
+void forgetProgram(Interpreter&);
 // The statement ends the run as END does, its program being gone or replaced (NEW, LOAD, MERGE).
 int endAsAtEnd(Interpreter&);
 int deleteLines(Interpreter&, int from, int to);

@@ -138,7 +138,7 @@ void programEdited(Interpreter& in)
     in.run().continueIndex = -1;
 }
 
-int stmtNew(Interpreter& in, int, int)
+void forgetProgram(Interpreter& in)
 {
     in.program().clear();
     resetRunTime(in);
@@ -148,6 +148,12 @@ int stmtNew(Interpreter& in, int, int)
     prepared.programIfCount = 0;
     prepared.preparedHighWater = 0;
     in.run().canContinue = false;
+    in.run().continueIndex = -1;
+}
+
+int stmtNew(Interpreter& in, int, int)
+{
+    forgetProgram(in);
     programEdited(in);
     // A program that runs NEW has nothing left to run.
     return endAsAtEnd(in);

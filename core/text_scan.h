@@ -102,6 +102,17 @@ bool splitAtTopLevel(std::string_view text, IsSeparator isSeparator, Piece piece
     }
 }
 
+[[nodiscard]] constexpr char toUpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+// The text with its ASCII letters upper-cased (other bytes, Shift-JIS among them, as they are).
+[[nodiscard]] inline std::string upperCased(std::string_view text)
+{
+    std::string out(text);
+    for (char& c : out)
+        c = toUpperAscii(c);
+    return out;
+}
+
 [[nodiscard]] constexpr bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 // A character that continues a variable name: letters, digits, ".", "_" and the type marks.

@@ -23,7 +23,7 @@ bool readVariableName(const core::StatementBuffer& buffer, int& pos, int end, st
         ++pos;
     name.assign(buffer.view().substr(static_cast<size_t>(start), static_cast<size_t>(pos - start)));
     for (char& c : name)
-        c = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+        c = core::toUpperAscii(c);
     return true;
 }
 

@@ -4,6 +4,8 @@
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include "core/text_scan.h"
+
 namespace tessaly::io {
 
 namespace {
@@ -19,9 +21,7 @@ bool sameIgnoringCase(std::string_view a, std::string_view b)
     if (a.size() != b.size())
         return false;
     for (size_t k = 0; k < a.size(); ++k) {
-        char x = a[k] >= 'a' && a[k] <= 'z' ? static_cast<char>(a[k] - 32) : a[k];
-        char y = b[k] >= 'a' && b[k] <= 'z' ? static_cast<char>(b[k] - 32) : b[k];
-        if (x != y)
+        if (core::toUpperAscii(a[k]) != core::toUpperAscii(b[k]))
             return false;
     }
     return true;
@@ -73,9 +73,7 @@ std::string HostPath(std::string_view basicName)
 
 std::string ProgramFileName(std::string_view text)
 {
-    std::string name(text);
-    for (char& c : name)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+    std::string name = core::upperCased(text);
     if (!name.empty() && name.front() == '"')
         name.erase(0, 1);
     if (!name.empty() && name.back() == '"')

@@ -18,13 +18,7 @@ namespace {
 
 using core::ErrorId;
 
-std::string upperTrimmed(std::string_view text)
-{
-    std::string out = core::trimBlanks(text);
-    for (char& c : out)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-    return out;
-}
+std::string upperTrimmed(std::string_view text) { return core::upperCased(core::trimBlanks(text)); }
 
 // The names of every COMMON list run so far: scalars, and arrays (written with parentheses).
 void commonNames(const ChainState& state, std::vector<std::string>& scalars, std::vector<std::string>& arrays)

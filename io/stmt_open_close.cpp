@@ -87,9 +87,7 @@ int stmtOpen(core::Interpreter& in, int begin, int end)
     int number = std::atoi(digits.c_str());
     if (number < 1 || number > kHighestFileNumber || fileName.size() < 2)
         return in.raise(ErrorId::BadFileNumber);
-    std::string name = fileName.substr(1, fileName.size() - 2);
-    for (char& c : name)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+    std::string name = core::upperCased(std::string_view(fileName).substr(1, fileName.size() - 2));
 
     auto& files = in.files();
     // A number that is open already is closed first.

@@ -60,12 +60,10 @@ int readByte(const FileChannel& channel, char& byte)
     return n == 1 ? 1 : n == 0 ? 0 : -1;
 }
 
-// Assigns text to the target at pos (as if name=("text") ran): a number is read from the text for
-// a numeric target.
-int assignText(core::Interpreter& in, int& pos, int end, const std::string& text)
+// Assigns text to a target as if name=("text") ran: a number is read from the text for a numeric
+// target.
+int assignText(core::Interpreter& in, const expr::Target& target, const std::string& text)
 {
-    expr::Target target;
-    TRY_BASIC(expr::parseTarget(in, pos, end, target));
     expr::Value value = target.type == expr::ValueType::String
         ? expr::Value::makeString(text)
         : expr::Value::makeNumber(expr::ReadNumberText(text), expr::NumberForm::Computed16);
@@ -145,7 +143,6 @@ int stmtInputFile(core::Interpreter& in, int begin, int end)
         if (pos >= end)
             break;
         // The variable's name decides how an item ends: a blank ends a number, not a string.
-        int nameAt = pos;
         expr::Target target;
         TRY_BASIC(expr::parseTarget(in, pos, end, target));
         bool isString = target.type == expr::ValueType::String;
@@ -178,8 +175,7 @@ int stmtInputFile(core::Interpreter& in, int begin, int end)
             item += byte;
             started = true;
         }
-        int assignAt = nameAt;
-        TRY_BASIC(assignText(in, assignAt, end, item));
+        TRY_BASIC(assignText(in, target, item));
         while (pos < end && buffer.at(pos) == ' ')
             ++pos;
         if (pos < end && (buffer.at(pos) == ',' || buffer.at(pos) == ';'))
@@ -219,7 +215,9 @@ int stmtLineInputFile(core::Interpreter& in, int begin, int end)
         }
         line += byte;
     }
-    return assignText(in, pos, end, line);
+    expr::Target target;
+    TRY_BASIC(expr::parseTarget(in, pos, end, target));
+    return assignText(in, target, line);
 }
 
 } // namespace tessaly::io

@@ -23,10 +23,8 @@ int readFigurePoint(core::Interpreter& in, std::string_view text, size_t& pos, F
         return in.raise(core::ErrorId::SyntaxError);
     std::vector<expr::Value> values;
     TRY_BASIC(expr::evaluateArguments(in, text.substr(at + 1, close - at - 1), values));
-    if (values.size() != 2 || values[0].empty || values[1].empty)
+    if (values.size() != 2 || values[0].empty || values[1].empty || values[0].isString() || values[1].isString())
         return in.raise(core::ErrorId::SyntaxError);
-    if (values[0].isString() || values[1].isString())
-        return in.raise(core::ErrorId::TypeMismatch);
     point.x = values[0].number;
     point.y = values[1].number;
     pos = close + 1;

@@ -20,7 +20,8 @@ struct FigurePoint {
 };
 
 // Reads [STEP](x, y) at pos, after blanks; pos moves past the ")". found is false (and nothing
-// raised) when neither STEP nor "(" stands there. Returns 0 or kFailed.
+// raised) when neither STEP nor "(" stands there. Anything but two numbers in the parentheses is
+// "Syntax error in ". Returns 0 or kFailed.
 int readFigurePoint(core::Interpreter& in, std::string_view text, size_t& pos, FigurePoint& point, bool& found);
 
 // The device position: mapped through VIEW and WINDOW while a view is set, else rounded; a STEP

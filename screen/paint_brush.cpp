@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "core/interpreter.h"
+#include "core/text_scan.h"
 #include "screen/renderer.h"
 
 namespace tessaly::screen {
@@ -43,9 +44,7 @@ Brush Brush::solid(Pixel colour)
 int makeBrush(core::Interpreter& in, const std::string& tileText, Brush& brush)
 {
     auto& colours = in.colours();
-    std::string upper = tileText;
-    for (char& c : upper)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+    std::string upper = core::upperCased(tileText);
     if (upper.find("HS_") != std::string::npos) {
         auto comma = upper.find(',');
         if (comma != std::string::npos) {

@@ -30,7 +30,7 @@ std::string upperWithoutQuotes(std::string_view text)
     for (char c : text) {
         if (c == '"')
             continue;
-        out += c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+        out += core::toUpperAscii(c);
     }
     return out;
 }

@@ -27,28 +27,19 @@ struct PointArguments {
 int readPoint(core::Interpreter& in, int begin, int end, PointArguments& point)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
-    size_t open = text.find('(', static_cast<size_t>(begin));
-    if (open == std::string_view::npos)
+    size_t pos = static_cast<size_t>(begin);
+    FigurePoint read;
+    bool found = false;
+    TRY_BASIC(readFigurePoint(in, text, pos, read, found));
+    if (!found)
         return in.raise(ErrorId::SyntaxError);
-    auto before = core::trimBlanks(text.substr(static_cast<size_t>(begin), open - static_cast<size_t>(begin)));
-    point.step = before == "STEP";
-    if (!before.empty() && !point.step)
-        return in.raise(ErrorId::SyntaxError);
-    size_t close = core::matchingParen(text, open);
-    if (close == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
-    std::vector<expr::Value> coordinates;
-    TRY_BASIC(expr::evaluateArguments(in, text.substr(open + 1, close - open - 1), coordinates));
-    if (coordinates.size() != 2 || coordinates[0].empty || coordinates[1].empty || coordinates[0].isString() ||
-        coordinates[1].isString())
-        return in.raise(ErrorId::SyntaxError);
-    point.x = coordinates[0].number;
-    point.y = coordinates[1].number;
+    point.step = read.step;
+    point.x = read.x;
+    point.y = read.y;
     // Further arguments follow the point after a comma (the second corner of VIEW follows a dash).
-    auto after = text.substr(close + 1);
-    auto comma = after.find_first_not_of(' ');
-    if (comma != std::string_view::npos && after[comma] == ',')
-        TRY_BASIC(evaluateStatementArguments(in, static_cast<int>(close + 2 + comma), end, point.rest));
+    size_t comma = text.find_first_not_of(' ', pos);
+    if (comma != std::string_view::npos && text[comma] == ',')
+        TRY_BASIC(evaluateStatementArguments(in, static_cast<int>(comma) + 1, end, point.rest));
     return 0;
 }
 

@@ -76,9 +76,7 @@ int stmtLine(core::Interpreter& in, int begin, int end)
     }
     int mode = 0;
     if (fields.size() > 1) {
-        std::string upper = fields[1];
-        for (char& c : upper)
-            c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+        std::string upper = core::upperCased(fields[1]);
         mode = upper.find("BF") != std::string::npos ? 2 : upper.find('B') != std::string::npos ? 1 : 0;
     }
     bool styleGiven = false;

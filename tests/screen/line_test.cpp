@@ -31,6 +31,9 @@ TEST(Line, LeavesOutItsEndPixel)
     EXPECT_EQ(f.session.messageOf("LINE(0,2)-(3,2)"), "");
     EXPECT_EQ(f.row(2, 0, 4), "###..");
     EXPECT_EQ(f.session.messageOf("LINE (0,0)"), "Syntax error in ");
+    // A point takes two numbers, for every figure statement alike.
+    for (const char* command : {"LINE (\"A\",0)-(1,1)", "PSET (1,\"B\")", "CIRCLE (\"C\",1),5", "PAINT (1)"})
+        EXPECT_EQ(f.session.messageOf(command), "Syntax error in ") << command;
 }
 
 TEST(Line, StartsFromTheLastPointAndStepsFromTheFirst)
