@@ -1,6 +1,7 @@
 // Reading a file for MERGE or CHAIN and storing its numbered lines.
 #include "io/program_merge.h"
 
+#include <algorithm>
 #include <fstream>
 
 #include "core/interpreter.h"
@@ -38,7 +39,10 @@ int ReadFileForMerge(core::Interpreter& in, const std::string& path, std::string
         return in.raise(core::ErrorId::FileNotFound);
     // No more than a full program store can hold is read: further lines could not be stored.
     constexpr size_t kMostBytes = static_cast<size_t>(core::kEntryCapacity) * core::kMaxStoredLineLength;
-    contents.assign(kMostBytes, '\0');
+    file.seekg(0, std::ios::end);
+    auto size = static_cast<size_t>(std::max<std::streamoff>(file.tellg(), 0));
+    file.seekg(0, std::ios::beg);
+    contents.assign(std::min(size, kMostBytes), '\0');
     file.read(contents.data(), static_cast<std::streamsize>(contents.size()));
     if (file.bad())
         return in.raise(core::ErrorId::DiskIoError);
