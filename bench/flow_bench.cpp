@@ -1,4 +1,5 @@
-// Whole loops through the run loop: a tight FOR/NEXT, a GOSUB/RETURN loop, and GOTO across a
+// Whole loops through the run loop: a tight FOR/NEXT, a WHILE/WEND loop (statements that chain
+// without returning to the idle driver), a GOSUB/RETURN loop, and GOTO across a
 // 5,000-line program (the line lookup must not scan every entry on every jump).
 #include <benchmark/benchmark.h>
 
@@ -28,6 +29,17 @@ void BM_TightForNext(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * 1000);
 }
 BENCHMARK(BM_TightForNext)->Unit(benchmark::kMillisecond);
+
+void BM_WhileWend(benchmark::State& state)
+{
+    core::Host host;
+    core::Interpreter in(host);
+    in.program().replaceAll({{10, "10 I=0:WHILE I<1000:I=I+1:WEND\r\n"}});
+    for (auto _ : state)
+        runToEnd(in);
+    state.SetItemsProcessed(state.iterations() * 1000);
+}
+BENCHMARK(BM_WhileWend)->Unit(benchmark::kMillisecond);
 
 void BM_GosubReturn(benchmark::State& state)
 {

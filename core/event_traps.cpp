@@ -14,13 +14,20 @@ int fireTrap(Interpreter& in, int slot)
         return 0;
     run.runMode = RunMode::Gosub;
     run.outputText.clear();
+    // The message names the line of the statement after which the event came (a jump there has
+    // already moved the current entry to before its target).
     if (stacks.gosubDepth >= kMaxGosubDepth)
-        return in.raise(ErrorId::OutOfMemory);
+        return in.raiseAt(run.lastExecutedIndex > 0 ? run.lastExecutedIndex : run.currentIndex, ErrorId::OutOfMemory);
     stacks.gosubReturn[static_cast<size_t>(stacks.gosubDepth)] = run.currentIndex + 1;
     ++stacks.gosubDepth;
     run.currentIndex = target - 1;
     stacks.gosubTarget[static_cast<size_t>(stacks.gosubDepth)] = run.currentIndex;
     return 0;
+}
+
+void markTrapDue(Interpreter& in, int slot)
+{
+    in.run().pendingEvents |= pending::trapBit(slot);
 }
 
 bool reportEvent(Interpreter& in, int slot)
@@ -32,7 +39,7 @@ bool reportEvent(Interpreter& in, int slot)
     case TrapMode::On:
         if (entry.target <= 0)
             return false;
-        fireTrap(in, slot);
+        markTrapDue(in, slot);
         return true;
     case TrapMode::Stopped:
         if (entry.target > 0)

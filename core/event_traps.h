@@ -19,6 +19,8 @@ inline constexpr int kPen = 12;      // the left mouse button
 inline constexpr int kFirstCom = 13; // serial input, five slots
 inline constexpr int kSlots = 18;
 } // namespace trap
+// Each slot has its own bit in the run state's pending-event word, below the BREAK bit.
+static_assert(trap::kSlots < 31);
 
 enum class TrapMode : uint8_t { NotSet = 0, On = 1, Off = 2, Stopped = 3 };
 
@@ -53,12 +55,16 @@ struct EventTraps {
 };
 
 // Performs the trap's GOSUB from outside a statement; kFailed with "Out of memory in " when the
-// GOSUB stack is full.
-int fireTrap(Interpreter& in, int slot);
+// GOSUB stack is full. Only the run loop calls it, between two entries.
+[[nodiscard]] int fireTrap(Interpreter& in, int slot);
 
-// An event arrived: true when its trap took it (fired, or remembered while stopped); false when
-// the event should have its ordinary effect (typing the key, BREAK). Traps take events only while
-// a program runs; in direct mode every key types and the STOP key does what BREAK does.
+// An event arrived: true when its trap took it (marked to fire at the run loop's next yield
+// point, or remembered while stopped); false when the event should have its ordinary effect
+// (typing the key, BREAK). Traps take events only while a program runs; in direct mode every key
+// types and the STOP key does what BREAK does.
 bool reportEvent(Interpreter& in, int slot);
+
+// Marks the trap of slot to fire at the run loop's next yield point.
+void markTrapDue(Interpreter& in, int slot);
 
 } // namespace tessaly::core

@@ -3,7 +3,9 @@
 #include "core/run_loop.h"
 
 #include <string>
+#include <utility>
 
+#include "core/event_traps.h"
 #include "core/executor.h"
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
@@ -23,6 +25,17 @@ bool isPrintCode(int code)
     return code == static_cast<int>(Stmt::Print) || code == static_cast<int>(Stmt::Write) ||
            code == static_cast<int>(Stmt::PrintUsing);
 }
+
+// The most entries one call of the loop runs. Most statements return to the idle driver after
+// their entry anyway; WHILE, WEND, CONT, IF, RUN and empty entries chain on at once, and this
+// bound keeps a loop made only of them (WHILE 1:WEND) from holding the idle driver for good.
+constexpr int kEntriesPerCall = 64;
+
+// What the loop does at its next pass: the checks of a loop call's start, the next entry, or the
+// current entry once more (INPUT completing).
+enum class Next : uint8_t { Resume, Advance, Repeat };
+
+enum class AfterStatement : uint8_t { GoOn, Return };
 
 // The end of a run. Returns true when an ON ERROR GOTO handler caught the error and the run goes on.
 bool endRun(Interpreter& in)
@@ -44,6 +57,7 @@ bool endRun(Interpreter& in)
     run.lastResult = 0;
     run.statementCode = 0;
     run.lastExecutedIndex = 0;
+    run.pendingEvents = 0;
     run.pendingPrintText.clear();
     in.screen().saveCursor();
     run.running = false;
@@ -107,6 +121,99 @@ bool advance(Interpreter& in)
     return true;
 }
 
+// BREAK taken between two entries: the run ends with "BREAK, OK " and CONT may go on from here.
+void takeBreak(Interpreter& in)
+{
+    auto& run = in.run();
+    run.continueIndex = run.currentIndex;
+    run.currentIndex = 0;
+    run.lastResult = 0;
+    run.previousCode = 0;
+    run.runMode = RunMode::Break;
+    endRun(in);
+}
+
+// The events marked since the last pass: due traps perform their GOSUB (in slot order), then a
+// requested BREAK ends the run. Returns false when the loop must return.
+bool takeEvents(Interpreter& in)
+{
+    auto& run = in.run();
+    uint32_t events = std::exchange(run.pendingEvents, 0);
+    for (int slot = 0; slot < trap::kSlots; ++slot) {
+        // A full GOSUB stack raises "Out of memory in ", which ends the run below.
+        if ((events & pending::trapBit(slot)) != 0 && fireTrap(in, slot) == kFailed)
+            break;
+    }
+    // A trap's subroutine starts at the next entry of this same pass.
+    if (run.runMode == RunMode::Gosub)
+        run.runMode = RunMode::Running;
+    if ((events & pending::kBreak) != 0) {
+        takeBreak(in);
+        return false;
+    }
+    if (in.error().isPending())
+        return endRun(in);
+    return true;
+}
+
+// Step 8 of the loop: what the statement's result means for the run.
+AfterStatement afterStatement(Interpreter& in, int outcome)
+{
+    auto& run = in.run();
+    auto endOrGoOn = [&] { return endRun(in) ? AfterStatement::GoOn : AfterStatement::Return; };
+    if (outcome == result::kDeviceSave || outcome == result::kSerialLoad)
+        return AfterStatement::Return;
+    if (outcome == kFailed && run.waitingForKeys && !in.error().isPending()) {
+        // Too few keys for INPUT$: the same statement runs again at the next step.
+        run.waitingForKeys = false;
+        --run.currentIndex;
+        run.lastResult = 0;
+        return AfterStatement::Return;
+    }
+    if (outcome == static_cast<int>(Stmt::Cont) || outcome == static_cast<int>(Stmt::While) ||
+        outcome == static_cast<int>(Stmt::Wend))
+        return AfterStatement::GoOn;
+    if (outcome == result::kRepeatEntry) {
+        --run.currentIndex;
+        return AfterStatement::GoOn;
+    }
+    int code = run.statementCode;
+    if (outcome == kFailed || code == static_cast<int>(Stmt::End))
+        return endOrGoOn();
+    if (code == static_cast<int>(Stmt::Run)) {
+        run.runMode = RunMode::Running;
+        in.colours().pointColour = 7;
+        in.colours().foregroundColour = 7;
+        if (outcome == result::kRunFromEntry)
+            --run.currentIndex;
+        else
+            run.currentIndex = 0;
+        return AfterStatement::GoOn;
+    }
+    run.previousCode = code;
+    showPrompt(in, PromptKind::Output);
+    if (code == static_cast<int>(Stmt::Goto) || code == static_cast<int>(Stmt::GoTo))
+        run.currentIndex = run.jumpTarget - 1;
+    if (isPrintCode(code)) {
+        run.statementCode = 0;
+        if (run.printNewline)
+            in.screen().NewLine();
+    }
+    if (in.error().isPending())
+        return endOrGoOn();
+    // A statement that raised an event (STOP's BREAK, a remembered trap switched on) has it taken
+    // at once, at the yield point.
+    if (run.pendingEvents != 0)
+        return AfterStatement::GoOn;
+    if (outcome == result::kInputWait) {
+        run.running = false;
+        return AfterStatement::Return;
+    }
+    if (outcome == result::kChainOn)
+        return AfterStatement::GoOn;
+    return AfterStatement::Return;
+}
+
 } // namespace
 
 int loadEntryIntoBuffer(Interpreter& in, int entry)
@@ -134,11 +241,25 @@ int loadEntryIntoBuffer(Interpreter& in, int entry)
 void runLoop(Interpreter& in)
 {
     auto& run = in.run();
-    bool repeatEntry = false;
-    if (!checkRunMode(in, repeatEntry))
-        return;
-    for (;;) {
-        if (!repeatEntry) {
+    Next next = Next::Resume;
+    for (int budget = kEntriesPerCall;; --budget) {
+        // The yield point: every pass of the loop comes here before it takes an entry, and no
+        // other place handles events. Marked traps fire and a requested BREAK is taken here; after
+        // kEntriesPerCall passes the loop returns to the idle driver, whatever the statements
+        // returned, so keys, clicks, timers and SIGINT are always seen after bounded work.
+        if (run.pendingEvents != 0 || budget == 0) [[unlikely]] {
+            if (run.pendingEvents != 0 && !takeEvents(in))
+                return;
+            if (budget == 0)
+                return;
+        }
+        if (next == Next::Resume) {
+            bool repeatEntry = false;
+            if (!checkRunMode(in, repeatEntry))
+                return;
+            next = repeatEntry ? Next::Repeat : Next::Advance;
+        }
+        if (next == Next::Advance) {
             if (!advance(in)) {
                 // Past the last entry: the run ends as at END.
                 if (endRun(in))
@@ -154,67 +275,14 @@ void runLoop(Interpreter& in)
                 return;
             }
         }
-        repeatEntry = false;
+        next = Next::Advance;
         run.lastExecutedIndex = run.currentIndex;
         run.executing = true;
         int outcome = executeStatement(in, 0, in.buffer().length());
         run.executing = false;
         run.lastResult = outcome;
-
-        if (outcome == result::kDeviceSave || outcome == result::kSerialLoad)
+        if (afterStatement(in, outcome) == AfterStatement::Return)
             return;
-        if (outcome == kFailed && run.waitingForKeys && !in.error().isPending()) {
-            // Too few keys for INPUT$: the same statement runs again at the next step.
-            run.waitingForKeys = false;
-            --run.currentIndex;
-            run.lastResult = 0;
-            return;
-        }
-        if (outcome == static_cast<int>(Stmt::Cont) || outcome == static_cast<int>(Stmt::While) ||
-            outcome == static_cast<int>(Stmt::Wend))
-            continue;
-        if (outcome == result::kRepeatEntry) {
-            --run.currentIndex;
-            continue;
-        }
-        int code = run.statementCode;
-        if (outcome == kFailed || code == static_cast<int>(Stmt::End)) {
-            if (endRun(in))
-                continue;
-            return;
-        }
-        if (code == static_cast<int>(Stmt::Run)) {
-            run.runMode = RunMode::Running;
-            in.colours().pointColour = 7;
-            in.colours().foregroundColour = 7;
-            if (outcome == result::kRunFromEntry)
-                --run.currentIndex;
-            else
-                run.currentIndex = 0;
-            continue;
-        }
-        run.previousCode = code;
-        showPrompt(in, PromptKind::Output);
-        if (code == static_cast<int>(Stmt::Goto) || code == static_cast<int>(Stmt::GoTo))
-            run.currentIndex = run.jumpTarget - 1;
-        if (isPrintCode(code)) {
-            run.statementCode = 0;
-            if (run.printNewline)
-                in.screen().NewLine();
-        }
-        if (in.error().isPending() || run.runMode == RunMode::Break) {
-            // A statement that stopped the run (STOP) leaves the end of the run to the loop.
-            if (endRun(in))
-                continue;
-            return;
-        }
-        if (outcome == result::kInputWait) {
-            run.running = false;
-            return;
-        }
-        if (outcome == result::kChainOn)
-            continue;
-        return;
     }
 }
 
@@ -310,12 +378,9 @@ void breakProgram(Interpreter& in)
         autoLineEntered(in, std::to_string(run.autoLine));
         return;
     }
-    run.continueIndex = run.currentIndex;
-    run.currentIndex = 0;
-    run.lastResult = 0;
-    run.previousCode = 0;
-    run.runMode = RunMode::Break;
-    // Inside a statement (STOP) the loop that runs it ends the run after the statement.
+    // The loop takes the break at its yield point: at once when no statement is running, after
+    // the statement when one is (STOP).
+    run.pendingEvents |= pending::kBreak;
     if (!run.executing)
         runLoop(in);
 }

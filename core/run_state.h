@@ -28,6 +28,14 @@ inline constexpr int kDeviceSave = 101;   // a program is being sent to a device
 inline constexpr int kSerialLoad = 102;   // a program is being received from a serial port
 } // namespace result
 
+// Events waiting for the run loop (RunState::pendingEvents). Event sources only mark them; the
+// loop takes them at its one yield point, between two entries.
+namespace pending {
+inline constexpr uint32_t kBreak = 1U << 31;  // BREAK requested (ESC, the menu, STOP, SIGINT)
+// The trap of event slot `slot` (see core/event_traps.h) is due to fire.
+constexpr uint32_t trapBit(int slot) { return 1U << slot; }
+} // namespace pending
+
 // What the screen showed last at the end of a run or a line entry.
 enum class RunOutcome : uint8_t { None, Ok, Break, Error };
 
@@ -57,6 +65,7 @@ struct RunState {
     bool executing = false;       // a statement handler is running (BREAK then waits for the loop)
     int lastExecutedIndex = 0;    // the entry whose statement ran last in this run; 0 after the run
     int startEntry = 0;           // the first entry of a direct command, taken at the first step
+    uint32_t pendingEvents = 0;   // pending::kBreak and trap bits, taken by the run loop
     std::string outputText;       // what the statement printed, or the error message
     RunOutcome lastOutcome = RunOutcome::None;
 };

@@ -47,8 +47,9 @@ int switchSlot(Interpreter& in, int slot, TrapMode mode, bool isKey)
             return in.raise(ErrorId::IllegalFunctionCall);
         }
         if (entry.target < 0) {
+            // The remembered event fires between this statement and the next.
             entry.target = -entry.target;
-            TRY_BASIC(fireTrap(in, slot));
+            markTrapDue(in, slot);
         }
     }
     return 0;

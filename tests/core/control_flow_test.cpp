@@ -59,6 +59,16 @@ INSTANTIATE_TEST_SUITE_P(ControlFlow, FlowFailures,
                                             "50 FOR Y=1 TO 2:FOR Z=1 TO 2:FOR A1=1 TO 2:FOR B1=1 TO 2:FOR C1=1 TO 2:FOR D1=1 TO 2:FOR E1=1 TO 2:FOR F1=1 TO 2"},
             "Out of memory in 50"}));
 
+TEST(ControlFlow, GosubsNestTo255LevelsAndNotOneMore)
+{
+    test::Session session;
+    session.type({"10 GOSUB 100:PRINT D:END", "100 D=D+1:IF D<255 THEN GOSUB 100", "110 RETURN"});
+    EXPECT_EQ(session.type("RUN"), "RUN\n 255 \nOK\n");
+    session.type("100 D=D+1:IF D<256 THEN GOSUB 100");
+    EXPECT_EQ(session.type("RUN"), "RUN\nOut of memory in 100\n");
+    EXPECT_EQ(session.valueOf("D"), " 255 ");
+}
+
 TEST(ControlFlow, AForRunAgainByGotoKeepsItsLevel)
 {
     test::Session session;

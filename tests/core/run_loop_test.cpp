@@ -2,6 +2,11 @@
 // seen through the text screen's stream.
 #include <gtest/gtest.h>
 
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+#include "screen/keyboard.h"
 #include "support/test_host.h"
 
 namespace tessaly::core {
@@ -200,6 +205,91 @@ TEST(RunLoop, MultiStatementDirectCommandsRunInOrder)
     EXPECT_EQ(session.interpreter().error().code, 1);
     EXPECT_EQ(session.type("ON ERROR GOTO 0:ERROR 3"), "ON ERROR GOTO 0:ERROR 3\nerror in \n");
     EXPECT_EQ(session.interpreter().error().code, 3);
+}
+
+// Loops whose statements never return to the idle driver by themselves (WHILE, WEND, IF) and
+// loops that do (GOTO, NEXT, RETURN, ON ... GOTO): every one gives the idle driver back after a
+// bounded number of entries, so that each way of breaking stops it between two entries.
+struct TightLoop {
+    const char* name;
+    std::vector<std::string_view> program;
+    const char* command;
+    const char* shown; // the stream from the command to the BREAK prompt
+};
+
+enum class BreakWay { Command, EscapeKey, StopKey };
+
+class TightLoops : public ::testing::TestWithParam<std::tuple<TightLoop, BreakWay>> {};
+
+TEST_P(TightLoops, AreBrokenBetweenTwoEntries)
+{
+    const auto& [loop, way] = GetParam();
+    Session session(0);
+    auto& in = session.interpreter();
+    for (auto line : loop.program)
+        session.type(line);
+    // Entering the command returns: the loop gave the driver back.
+    session.start(loop.command);
+    for (int step = 0; step < 20; ++step) {
+        ASSERT_TRUE(in.isRunning()) << loop.name;
+        in.idle();
+    }
+    switch (way) {
+    case BreakWay::Command:
+        in.breakProgram();
+        break;
+    case BreakWay::EscapeKey:
+        // A running program does not type ESC: the idle driver sees it at its next call.
+        in.onKeyDown(screen::vk::kEscape);
+        in.idle();
+        break;
+    case BreakWay::StopKey:
+        in.onKeyDown(screen::vk::kPause);
+        break;
+    }
+    EXPECT_FALSE(in.isBusy()) << loop.name;
+    EXPECT_EQ(session.collected(), loop.shown) << loop.name;
+    EXPECT_TRUE(in.run().canContinue) << loop.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(RunLoop, TightLoops,
+    ::testing::Combine(::testing::Values(
+                           TightLoop {"while wend", {"10 WHILE 1:WEND"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"while inkey", {"10 WHILE INKEY$=\"\":WEND"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"while on two lines", {"10 WHILE 1:A=A+1", "20 WEND"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"direct while", {}, "WHILE 1:WEND", "WHILE 1:WEND\nBREAK, OK \n"},
+                           TightLoop {"if inside while", {"10 WHILE 1:IF 1 THEN WEND"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"goto itself", {"10 GOTO 10"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"if then itself", {"10 IF 1 THEN 10"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"for with an empty body", {"10 FOR I=1 TO 1E+30:NEXT"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"next", {"10 FOR I=1 TO 1E+30", "20 NEXT"}, "RUN", "RUN\nBREAK, OK in 20 \n"},
+                           TightLoop {"return", {"10 GOSUB 20", "20 RETURN 10"}, "RUN", "RUN\nBREAK, OK in 10 \n"},
+                           TightLoop {"on goto", {"10 ON 1 GOTO 10"}, "RUN", "RUN\nBREAK, OK in 10 \n"}),
+        ::testing::Values(BreakWay::Command, BreakWay::EscapeKey, BreakWay::StopKey)));
+
+TEST(RunLoop, AKeyTrapFiresInsideAWhileLoop)
+{
+    Session session;
+    session.type({"10 ON KEY GOSUB 100:KEY(1) ON", "20 WHILE 1:WEND", "100 PRINT \"F1\":RETURN"});
+    session.start("RUN");
+    session.step(10);
+    session.interpreter().onKeyDown(screen::vk::kF1);
+    session.step(10);
+    EXPECT_EQ(session.breakAndCollect(), "RUN\nF1\nBREAK, OK in 20 \n");
+}
+
+TEST(RunLoop, ATrapWithAFullGosubStackEndsTheRun)
+{
+    Session session;
+    session.type({"10 ON KEY GOSUB 200:KEY(1) ON:GOSUB 100", "100 D=D+1:IF D<255 THEN GOSUB 100", "110 GOTO 110",
+        "200 RETURN"});
+    session.start("RUN");
+    session.step(2000);
+    ASSERT_TRUE(session.interpreter().isRunning());
+    session.interpreter().onKeyDown(screen::vk::kF1);
+    session.step(10);
+    EXPECT_FALSE(session.interpreter().isBusy());
+    EXPECT_EQ(session.collected(), "RUN\nOut of memory in 110\n");
 }
 
 } // namespace

@@ -54,6 +54,8 @@ public:
     void start(std::string_view line);
     void step(int steps);
     std::string breakAndCollect();
+    // Everything written since start() or the last type().
+    [[nodiscard]] const std::string& collected() const { return m_stream.text; }
     // Runs the current program as the headless runner does with a file.
     std::string runProgram();
     // Types one direct command; its message (without the line end), or "" when it ended with OK.
