@@ -435,12 +435,38 @@ int prepareProgram(Interpreter& in)
     return 0;
 }
 
+namespace {
+
+// The prepared form of the program is given up: its entries behind the program lines may be
+// overwritten, so the lines lose their continuations and labels, and CONT is no longer possible.
+void forgetPreparedForm(Interpreter& in)
+{
+    auto& prepared = in.prepared();
+    for (int line = 1; line <= in.program().count(); ++line)
+        prepared.setOverride(line, 0);
+    prepared.labels.clear();
+    prepared.truncateIfs(0);
+    prepared.programIfCount = 0;
+    prepared.preparedHighWater = 0;
+    prepared.prepared = false;
+    in.run().canContinue = false;
+    in.run().continueIndex = -1;
+}
+
+} // namespace
+
 int prepareDirect(Interpreter& in)
 {
     auto& store = in.program();
     auto& prepared = in.prepared();
     auto& run = in.run();
     run.directMode = true;
+    // A prepared program that leaves no room behind it for a direct command is given up rather
+    // than refusing every command (NEW, SAVE and LIST included). The program itself always
+    // leaves room: it holds at most kMaxProgramLines lines.
+    static_assert(kMaxProgramLines < kEntryLimit - 6);
+    if (prepared.preparedHighWater >= kEntryLimit - 6 && store.count() < kEntryLimit - 6)
+        forgetPreparedForm(in);
     prepared.truncateIfs(prepared.programIfCount);
     int base = std::max(store.count(), prepared.preparedHighWater);
     prepared.directBase = base;

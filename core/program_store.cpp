@@ -3,6 +3,7 @@
 #include "core/program_store.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 
 namespace tessaly::core {
@@ -42,6 +43,7 @@ void rewriteQuestionMarks(std::string& text)
 
 StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view numberText)
 {
+    // The store never holds more than kMaxProgramLines entries, so entry count + 1 is free.
     if (m_count + 1 >= kEntryCapacity)
         return StoreOutcome::StoreFull;
     ++m_count;
@@ -58,6 +60,10 @@ StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view num
 void ProgramStore::repairOrder()
 {
     // Puts entries 1..count-1 in ascending order; of equal numbers the one that comes last stays.
+    // Entries stored by line entry are known to be in order: only a loaded program or a line
+    // left behind by a refusal need the pass.
+    if (m_ordered)
+        return;
     int older = m_count - 1;
     bool ordered = true;
     for (int i = 2; i <= older; ++i) {
@@ -107,27 +113,46 @@ StoreOutcome ProgramStore::insertSorted(std::string_view numberText)
     repairOrder();
     auto newest = static_cast<size_t>(m_count);
     int32_t number = m_numbers[newest];
-    if (number < 1 || number > kHighestLineNumber)
+    // A refused line stays as the last entry, unless the program is full: then it is dropped.
+    // Every other outcome leaves all entries in order.
+    m_ordered = true;
+    bool full = m_count > kMaxProgramLines;
+    if (number < 1 || number > kHighestLineNumber) {
+        if (full)
+            return dropNewest(StoreOutcome::StoreFull);
+        m_ordered = false;
         return StoreOutcome::NumberOutOfRange;
+    }
 
     std::string line = m_texts[newest];
     line.erase(0, line.find_first_not_of(' ') == std::string::npos ? line.size() : line.find_first_not_of(' '));
     if (static_cast<int>(line.size()) > kMaxStoredLineLength) {
+        if (full)
+            return dropNewest(StoreOutcome::StoreFull);
         m_texts[newest] = line.substr(0, kCutLineLength);
+        m_ordered = false;
         return StoreOutcome::LineTooLong;
     }
 
-    int place = m_count;
-    for (int i = 1; i < m_count; ++i) {
-        if (m_numbers[static_cast<size_t>(i)] >= number) {
-            place = i;
-            break;
-        }
-    }
+    // The older entries are in order now: the first with a number not below the new one.
+    auto older = m_numbers.begin() + 1;
+    int place = static_cast<int>(std::lower_bound(older, older + (m_count - 1), number) - m_numbers.begin());
     auto at = static_cast<size_t>(place);
-    if (place < m_count && m_numbers[at] == number) {
+    // A number alone deletes the line; it changes nothing when there is no such line.
+    auto end = line.find_last_not_of(" \r\n");
+    std::string_view body(line.data(), end == std::string::npos ? 0 : end + 1);
+    bool numberAlone = body == numberText;
+    bool replaces = place < m_count && m_numbers[at] == number;
+    if (!replaces) {
+        if (numberAlone)
+            return dropNewest(StoreOutcome::Stored);
+        if (full)
+            return dropNewest(StoreOutcome::StoreFull);
+    }
+    if (replaces) {
         m_texts[at] = line;
         m_texts[newest].clear();
+        m_numbers[newest] = 0;
         --m_count;
     } else if (place < m_count) {
         for (auto i = newest; i > at; --i)
@@ -137,17 +162,22 @@ StoreOutcome ProgramStore::insertSorted(std::string_view numberText)
     } else {
         m_texts[at] = line;
     }
-
-    // A number alone deletes the line.
-    auto end = line.find_last_not_of(" \r\n");
-    std::string_view body(line.data(), end == std::string::npos ? 0 : end + 1);
-    if (body == numberText) {
+    if (numberAlone) {
         removeLine(place);
         return StoreOutcome::Stored;
     }
     auto& stored = m_texts[at];
     stored.erase(0, std::min(stored.find_first_not_of(' '), stored.size()));
     return StoreOutcome::Stored;
+}
+
+StoreOutcome ProgramStore::dropNewest(StoreOutcome outcome)
+{
+    auto newest = static_cast<size_t>(m_count);
+    m_texts[newest].clear();
+    m_numbers[newest] = 0;
+    --m_count;
+    return outcome;
 }
 
 void ProgramStore::removeLine(int entry)
@@ -165,12 +195,13 @@ void ProgramStore::removeLine(int entry)
 void ProgramStore::replaceAll(std::vector<Line> lines)
 {
     clear();
-    size_t count = std::min(lines.size(), static_cast<size_t>(kEntryCapacity - 1));
+    size_t count = std::min(lines.size(), static_cast<size_t>(kMaxProgramLines));
     for (size_t i = 0; i < count; ++i) {
         m_numbers[i + 1] = lines[i].number;
         m_texts[i + 1] = std::move(lines[i].text);
     }
     m_count = static_cast<int>(count);
+    m_ordered = std::is_sorted(m_numbers.begin() + 1, m_numbers.begin() + 1 + m_count, std::less_equal<>());
 }
 
 void ProgramStore::clear()
@@ -180,6 +211,7 @@ void ProgramStore::clear()
         m_numbers[static_cast<size_t>(i)] = 0;
     }
     m_count = 0;
+    m_ordered = true;
     ++m_revision;
 }
 
@@ -187,6 +219,8 @@ void ProgramStore::setEntry(int entry, int number, std::string text)
 {
     m_numbers[static_cast<size_t>(entry)] = number;
     m_texts[static_cast<size_t>(entry)] = std::move(text);
+    if (entry >= 1 && entry <= m_count)
+        m_ordered = false;
     ++m_revision;
 }
 

@@ -16,12 +16,17 @@ inline constexpr int kHighestLineNumber = 65536;
 // A stored line (without leading blanks, with its CR LF) may hold at most this many bytes.
 inline constexpr int kMaxStoredLineLength = 257;
 inline constexpr int kCutLineLength = 255;
+// The most entries the program may hold. Direct commands (NEW, SAVE, LIST and DELETE included)
+// are placed behind the program and need room below the entry limit of preparation (65533, less
+// the 6 entries a direct command may use): a line that would make the program longer is refused
+// with "Out of memory in " 0 and the program stays as it was.
+inline constexpr int kMaxProgramLines = 65526;
 
 enum class StoreOutcome : uint8_t {
     Stored,             // inserted, replaced or deleted (a number alone)
     NumberOutOfRange,   // "Out of memory in " 0: the entry stays as the last entry
     LineTooLong,        // "Line buffer overflow in " n: the cut entry stays as the last entry
-    StoreFull,          // no room for another entry
+    StoreFull,          // "Out of memory in " 0: the program already holds kMaxProgramLines entries
 };
 
 class ProgramStore {
@@ -39,7 +44,8 @@ public:
     // Puts entry count() in its place after the repair pass over the older entries.
     StoreOutcome insertSorted(std::string_view numberText);
 
-    // Replaces the whole program with the given lines, in the given order (program loading).
+    // Replaces the whole program with the given lines, in the given order (program loading); lines
+    // beyond kMaxProgramLines are left out.
     struct Line {
         int number;
         std::string text;
@@ -58,9 +64,11 @@ public:
 
 private:
     void repairOrder();
+    StoreOutcome dropNewest(StoreOutcome outcome);
     void moveEntry(size_t from, size_t to);
 
     int m_count = 0;
+    bool m_ordered = true; // entries 1..count are known to be in strictly ascending order
     uint32_t m_revision = 0;
     std::vector<int32_t> m_numbers;
     std::vector<std::string> m_texts;

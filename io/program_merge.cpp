@@ -71,14 +71,17 @@ int MergeProgramText(core::Interpreter& in, std::string_view text, bool upperCas
         if (upperCase)
             upperCaseOutsideStrings(line);
         auto digits = std::string_view(line).substr(0, line.find_first_not_of("0123456789"));
+        // Refused lines are reported as line entry reports them: a line too long with its own
+        // number, a number out of range or a full program with 0.
         switch (store.enterLine(line, digits)) {
         case core::StoreOutcome::Stored:
             break;
         case core::StoreOutcome::LineTooLong:
-            result = in.raise(core::ErrorId::LineBufferOverflow);
+            result = in.raiseForLine(core::ErrorId::LineBufferOverflow, core::leadingNumber(digits));
             break;
-        default:
-            result = in.raise(core::ErrorId::OutOfMemory);
+        case core::StoreOutcome::NumberOutOfRange:
+        case core::StoreOutcome::StoreFull:
+            result = in.raiseForLine(core::ErrorId::OutOfMemory, 0);
             break;
         }
     }

@@ -145,5 +145,22 @@ TEST(Preparation, NormalisingCutsCommentsAndExpandsNext)
     EXPECT_EQ(indexed, "10 NEXT A(1,2)");
 }
 
+TEST(Preparation, AProgramThatFillsTheEntriesLeavesRoomForDirectCommands)
+{
+    // 16,382 lines of two statements take four entries each, and the END entry: 65,529 entries,
+    // beyond the place of a direct command. The prepared form is then given up for the command.
+    test::Session session;
+    std::vector<ProgramStore::Line> lines;
+    for (int n = 1; n < 16382; ++n)
+        lines.push_back({n, std::to_string(n) + " A=1:B=2\r\n"});
+    lines.push_back({16382, "16382 STOP:B=3\r\n"});
+    session.interpreter().program().replaceAll(lines);
+    EXPECT_EQ(session.type("RUN"), "RUN\nBREAK, OK in 16382 \n");
+    EXPECT_GE(session.interpreter().prepared().preparedHighWater, kEntryLimit - 6);
+    EXPECT_EQ(session.type("PRINT A+B"), "PRINT A+B\n 3 \nOK\n");
+    EXPECT_EQ(session.type("CONT"), "CONT\nOK\nCan't continue \n");
+    EXPECT_EQ(session.type("RUN"), "RUN\nBREAK, OK in 16382 \n");
+}
+
 } // namespace
 } // namespace tessaly::core

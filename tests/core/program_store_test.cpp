@@ -95,6 +95,44 @@ TEST(ProgramStore, RepairPassSortsALoadedProgramAndKeepsTheLastTwin)
     EXPECT_EQ(texts(store), (std::vector<std::string> {"10 A2\r\n", "20 B\r\n", "30 C\r\n", "40 D\r\n"}));
 }
 
+TEST(ProgramStore, AFullProgramRefusesNewLinesButStillReplacesAndDeletes)
+{
+    ProgramStore store;
+    std::vector<ProgramStore::Line> lines;
+    for (int n = 1; n <= kMaxProgramLines + 5; ++n)
+        lines.push_back({n, std::to_string(n) + " A\r\n"});
+    store.replaceAll(lines);
+    ASSERT_EQ(store.count(), kMaxProgramLines);
+    // Lines that would stay behind the last one are refused and leave nothing behind.
+    EXPECT_EQ(enter(store, "65530 NEW"), StoreOutcome::StoreFull);
+    EXPECT_EQ(enter(store, "70000 B"), StoreOutcome::StoreFull);
+    EXPECT_EQ(enter(store, "65531 REM " + std::string(300, 'X')), StoreOutcome::StoreFull);
+    EXPECT_EQ(store.count(), kMaxProgramLines);
+    EXPECT_EQ(store.numberAt(kMaxProgramLines), kMaxProgramLines);
+    EXPECT_EQ(enter(store, "65533"), StoreOutcome::Stored);
+    EXPECT_EQ(store.count(), kMaxProgramLines);
+    // An existing line can be replaced or deleted; then there is room for one more.
+    EXPECT_EQ(enter(store, "5 B"), StoreOutcome::Stored);
+    EXPECT_EQ(store.textAt(5), "5 B\r\n");
+    EXPECT_EQ(enter(store, "7"), StoreOutcome::Stored);
+    EXPECT_EQ(store.count(), kMaxProgramLines - 1);
+    EXPECT_EQ(store.numberAt(7), 8);
+    EXPECT_EQ(enter(store, "65530 C"), StoreOutcome::Stored);
+    EXPECT_EQ(store.numberAt(kMaxProgramLines), 65530);
+}
+
+TEST(ProgramStore, LinesLeftBehindByARefusalAreSortedByTheNextEntry)
+{
+    ProgramStore store;
+    enter(store, "20 B");
+    EXPECT_EQ(enter(store, "10 REM " + std::string(300, 'X')), StoreOutcome::LineTooLong);
+    EXPECT_EQ(store.numberAt(2), 10);
+    enter(store, "30 C");
+    EXPECT_EQ(store.numberAt(1), 10);
+    EXPECT_EQ(store.numberAt(2), 20);
+    EXPECT_EQ(store.numberAt(3), 30);
+}
+
 TEST(ProgramStore, LeadingNumberReadsDigitsAfterBlanks)
 {
     EXPECT_EQ(leadingNumber("  120 PRINT"), 120);

@@ -41,6 +41,28 @@ TEST(RunLoop, LineEntryErrorsHaveNoLineNumberOrOk)
     EXPECT_EQ(session.interpreter().program().textAt(2).size(), 255U);
 }
 
+TEST(RunLoop, AFullProgramRefusesANewLineAndKeepsEveryCommandWorking)
+{
+    Session session;
+    auto& store = session.interpreter().program();
+    std::vector<ProgramStore::Line> lines;
+    for (int n = 1; n <= kMaxProgramLines; ++n)
+        lines.push_back({n, std::to_string(n) + " A=A+1\r\n"});
+    store.replaceAll(lines);
+    EXPECT_EQ(session.type("65530 PRINT A"), "65530 PRINT A\nOut of memory in 0\n");
+    EXPECT_EQ(store.count(), kMaxProgramLines);
+    EXPECT_EQ(session.type("PRINT 5"), "PRINT 5\n 5 \nOK\n");
+    EXPECT_EQ(session.type("LIST 65526"), "LIST 65526\n65526 A=A+1\nOK\n");
+    EXPECT_EQ(session.type({"RUN", "PRINT A"}), "RUN\nOK\nPRINT A\n 65526 \nOK\n");
+    // Typing a number alone still deletes its line.
+    EXPECT_EQ(session.type("65526"), "65526\n");
+    EXPECT_EQ(store.count(), kMaxProgramLines - 1);
+    EXPECT_EQ(session.type("DELETE 1-100"), "DELETE 1-100\nOK\n");
+    EXPECT_EQ(store.count(), kMaxProgramLines - 101);
+    EXPECT_EQ(session.type("NEW"), "NEW\nOK\n");
+    EXPECT_EQ(store.count(), 0);
+}
+
 TEST(RunLoop, ErrorsInAProgramShowTheirLine)
 {
     Session session;

@@ -105,6 +105,33 @@ TEST_F(InFolder, MergeReplacesAndInsertsLinesAndEndsTheRun)
     EXPECT_EQ(session.type("MERGE \"PART.BAS\":PRINT \"NOT REACHED\""), "MERGE \"PART.BAS\":PRINT \"NOT REACHED\"\nOK\n");
 }
 
+TEST_F(InFolder, MergeErrorsNameTheMergedLine)
+{
+    writeFile("LONG.BAS", "10 PRINT 1\r\n500 REM " + std::string(300, 'X') + "\r\n600 END\r\n");
+    writeFile("HIGH.BAS", "20 PRINT 2\r\n70000 PRINT 1\r\n30 END\r\n");
+    test::Session session;
+    EXPECT_EQ(session.messageOf("MERGE \"LONG.BAS\""), "Line buffer overflow in 500");
+    session.type("NEW");
+    EXPECT_EQ(session.messageOf("MERGE \"HIGH.BAS\""), "Out of memory in 0");
+    session.type({"NEW", "10 MERGE \"LONG.BAS\""});
+    EXPECT_EQ(session.type("RUN"), "RUN\nLine buffer overflow in 500\n");
+}
+
+TEST_F(InFolder, MergeStopsWhenTheProgramIsFullAndEveryCommandStillWorks)
+{
+    std::string text;
+    for (int n = 1; n <= 65536; ++n)
+        text += std::to_string(n) + " A=1\r\n";
+    writeFile("BIG.BAS", text);
+    test::Session session;
+    EXPECT_EQ(session.messageOf("MERGE \"BIG.BAS\""), "Out of memory in 0");
+    EXPECT_EQ(session.interpreter().program().count(), core::kMaxProgramLines);
+    EXPECT_EQ(session.type("PRINT 5"), "PRINT 5\n 5 \nOK\n");
+    EXPECT_EQ(session.messageOf("SAVE \"BIG2\",A"), "");
+    EXPECT_EQ(fileBytes("BIG2.BAS"), text.substr(0, text.find("65527 ")));
+    EXPECT_EQ(session.type("NEW"), "NEW\nOK\n");
+}
+
 TEST_F(InFolder, ChainKeepsTheCommonVariablesAndStartsWhereAsked)
 {
     writeFile("NEXT.BAS", "10 print \"NEXT\";a;b$;c(2);d\r\n20 PRINT \"TWENTY\"\r\n30 END\r\n");
