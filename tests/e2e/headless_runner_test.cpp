@@ -57,7 +57,7 @@ TEST(RunnerTimers, AnAlarmComesWhileTheProgramWaitsForAKey)
     std::FILE* file = std::fopen(path.c_str(), "wb");
     ASSERT_NE(file, nullptr);
     std::fputs("10 T$=TIME$\n"
-               "20 S=(VAL(LEFT$(T$,2))*3600+VAL(MID$(T$,4,2))*60+VAL(RIGHT$(T$,2))+1) MOD 86400\n"
+               "20 S=(VAL(LEFT$(T$,2))*3600+VAL(MID$(T$,4,2))*60+VAL(RIGHT$(T$,2))+2) MOD 86400\n"
                "30 A$=RIGHT$(STR$(100+S\\3600),2)+\":\"+RIGHT$(STR$(100+(S\\60) MOD 60),2)+\":\"+RIGHT$(STR$(100+S MOD 60),2)\n"
                "40 ON TIME$=A$ GOSUB 100:TIME$ ON\n"
                "50 K$=INKEY$:IF K$=\"\" AND F=0 THEN 50\n"
