@@ -72,6 +72,9 @@ StandardInput::Status StandardInput::fill(Deadline until)
             m_ended = true;
             return Status::Ready;
         }
+        // A Ctrl+C that came before the input is dealt with first: its handler has run by now.
+        if (interruptPending())
+            return Status::Interrupted;
         if (ready == 0)
             return Status::TimedOut;
         if (watched[1].revents != 0) {
