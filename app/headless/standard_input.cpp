@@ -2,6 +2,7 @@
 // and ends at the deadline.
 #include "app/headless/standard_input.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <poll.h>
 #include <unistd.h>
