@@ -108,9 +108,14 @@ void autoLineEntered(Interpreter& in, std::string_view text)
     } else {
         storeNumberedLine(in);
     }
+    // The next number replaces the row: stored, written to the stream, and drawn over the whole row.
     std::string next = std::to_string(run.autoLine) + " ";
-    screen.setRow(screen.cursorRow(), next);
-    screen.setCursor(static_cast<int>(next.size()), screen.cursorRow());
+    int row = screen.cursorRow();
+    screen.WriteRow(next, screen.link(row));
+    std::string cells = next;
+    cells.resize(screen::kColumns, ' ');
+    screen.updateCells(0, row, 0, 0, cells);
+    screen.setCursor(static_cast<int>(next.size()), row);
 }
 
 int stmtEdit(Interpreter& in, int begin, int end)

@@ -2,18 +2,20 @@
 // input lines, and driving the idle loop until each run ends.
 #include "app/headless/headless_runner.h"
 
-#include <csignal>
+#include <cerrno>
 #include <cstdio>
 #include <ctime>
-#include <fstream>
-#include <iostream>
-#include <iterator>
+#include <fcntl.h>
 #include <memory>
 #include <optional>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include "app/headless/headless_timers.h"
+#include "app/headless/interrupt_signal.h"
 #include "app/headless/png_writer.h"
+#include "app/headless/standard_input.h"
 #include "core/interpreter.h"
 #include "screen/renderer.h"
 #include "io/program_file.h"
@@ -22,11 +24,6 @@
 namespace tessaly::app {
 
 namespace {
-
-// Set by the SIGINT handler; a signal handler can reach nothing else.
-volatile std::sig_atomic_t g_interruptRequested = 0;
-
-void onInterrupt(int) { g_interruptRequested = 1; }
 
 constexpr const char* kUsage =
     "Usage: tessaly --headless [--screen] [--screenshot PNG] [FILE]\n"
@@ -52,13 +49,19 @@ constexpr const char* kUsage =
     "the input a waiting INPUT ends the run as BREAK would. When a program reads keys (INKEY$,\n"
     "INPUT$), the next bytes of standard input arrive one key at a time, each when the program next\n"
     "reads the keyboard (a line end is Enter); at the end of the input INKEY$ returns the empty\n"
-    "string and a waiting INPUT$ ends the run as BREAK would. Text is UTF-8 both ways.\n"
+    "string and a waiting INPUT$ ends the run as BREAK would. A wait for a key also ends when a\n"
+    "timer is due (INKEY$ then returns the empty string). Text is UTF-8 both ways.\n"
     "When standard input is not a terminal, what is read from it is echoed as typed: a direct\n"
-    "command before its output, an answer after its prompt.\n"
-    "Ctrl+C performs BREAK.\n"
+    "command before its output, an answer after its prompt, broken into rows where the screen\n"
+    "breaks the typed line (80 columns, as LIST shows it).\n"
+    "Ctrl+C performs BREAK, also while a program waits for a line (the run ends with BREAK, OK;\n"
+    "without FILE the next line is then read); at the direct-mode prompt it does nothing, as ESC\n"
+    "does in the window, except that it ends AUTO. ON TIME$ alarms and the other timers run on the real clock;\n"
+    "while waiting for input the process sleeps until the input or the next timer.\n"
     "\n"
     "Exit status: 0 when the last run ended with OK or BREAK, OK; 1 when it ended with an error\n"
-    "message; 2 for a usage error or an unreadable file.\n";
+    "message; 2 for a usage error, or a FILE that cannot be read (missing, unreadable, a folder\n"
+    "or a device): \"tessaly: cannot read FILE\" on standard error.\n";
 
 struct Options {
     bool screenDump = false;
@@ -91,10 +94,20 @@ bool parseOptions(int argc, char** argv, Options& options)
 
 class HeadlessHost final : public core::Host {
 public:
+    explicit HeadlessHost(StandardInput& input)
+        : m_input(input)
+    {
+    }
     void attach(core::Interpreter* interpreter) { m_interpreter = interpreter; }
     [[nodiscard]] bool inputExhausted() const { return m_exhausted; }
+    HeadlessTimers& timers() { return m_timers; }
+
+    void startTimer(core::TimerId id, int periodMs) override { m_timers.start(id, periodMs); }
+    void stopTimer(core::TimerId id) override { m_timers.stop(id); }
 
     // Keys for INKEY$ and INPUT$ come from standard input, one byte each time the program reads.
+    // The wait for a key ends when a timer is due or Ctrl+C comes: the program then reads no key
+    // this time, and the timer or the break is dealt with before its next statement.
     void keyboardRead() override
     {
         if (m_interpreter == nullptr)
@@ -118,30 +131,35 @@ private:
     // The next character of standard input as Shift-JIS bytes; a line end is the Enter key.
     bool fetchCharacter()
     {
-        int first = std::cin.get();
-        if (first == EOF) {
-            m_exhausted = true;
-            return false;
+        char first = 0;
+        for (;;) {
+            auto status = m_input.readByte(first, m_timers.nextDue());
+            if (status == StandardInput::Status::Ended)
+                m_exhausted = true;
+            if (status != StandardInput::Status::Ready)
+                return false;
+            if (first != '\r')
+                break;
         }
-        if (first == '\r')
-            return fetchCharacter();
         if (first == '\n') {
             m_pending = "\r";
             return true;
         }
-        std::string utf8(1, static_cast<char>(first));
+        std::string utf8(1, first);
         auto lead = static_cast<unsigned char>(first);
         int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
         for (int k = 0; k < more; ++k) {
-            int next = std::cin.get();
-            if (next == EOF)
+            char next = 0;
+            if (m_input.readByte(next, std::nullopt) != StandardInput::Status::Ready)
                 break;
-            utf8 += static_cast<char>(next);
+            utf8 += next;
         }
         m_pending = io::Utf8ToShiftJis(utf8);
         return !m_pending.empty();
     }
 
+    StandardInput& m_input;
+    HeadlessTimers m_timers;
     core::Interpreter* m_interpreter = nullptr;
     std::string m_pending;
     bool m_exhausted = false;
@@ -157,11 +175,16 @@ public:
     void textWritten(std::string_view bytes) override
     {
         m_suppressRowAdvance = false;
+        // Text that comes while a typed line is still open on the stream stands on the screen's
+        // next row (the message of a line refused for its length).
+        if (m_echoOpen)
+            echoRowBreak();
         if (m_enabled)
             write(io::ShiftJisToUtf8(bytes));
     }
     void rowAdvanced() override
     {
+        m_echoOpen = false;
         if (m_suppressRowAdvance) {
             m_suppressRowAdvance = false;
             return;
@@ -171,8 +194,18 @@ public:
     }
     void echo(std::string_view utf8)
     {
+        if (utf8.empty())
+            return;
+        m_echoOpen = true;
         if (m_enabled)
             write(utf8);
+    }
+    // Typing went on at the start of the next row.
+    void echoRowBreak()
+    {
+        m_echoOpen = false;
+        if (m_enabled)
+            write("\n");
     }
     // The terminal already moved on when the user pressed Enter.
     void suppressNextRowAdvance() { m_suppressRowAdvance = true; }
@@ -183,20 +216,29 @@ private:
 
     bool m_enabled;
     bool m_suppressRowAdvance = false;
+    bool m_echoOpen = false;
 };
 
-void driveUntilIdle(core::Interpreter& interpreter, const HeadlessHost& host)
+// What the runner works with while it feeds the interpreter.
+struct Runner {
+    core::Interpreter& interpreter;
+    HeadlessHost& host;
+    StreamWriter& stream;
+    StandardInput& input;
+    bool terminal; // standard input is a terminal, which shows what is typed by itself
+};
+
+void driveUntilIdle(Runner& r)
 {
-    while (interpreter.isRunning()) {
+    while (r.interpreter.isRunning()) {
         // INPUT$ waiting for keys that standard input will never bring ends as BREAK would.
-        if (host.inputExhausted() && interpreter.keyboard().keyCapture != 0)
-            g_interruptRequested = 1;
-        if (g_interruptRequested) {
-            g_interruptRequested = 0;
-            interpreter.breakProgram();
+        if (takeInterrupt() || (r.host.inputExhausted() && r.interpreter.keyboard().keyCapture != 0)) {
+            r.interpreter.breakProgram();
             continue;
         }
-        interpreter.idle();
+        // Timers come between two statements, as the window's timer messages do.
+        r.host.timers().deliverDue(r.interpreter);
+        r.interpreter.idle();
     }
 }
 
@@ -224,73 +266,138 @@ int exitStatusOf(core::Interpreter& interpreter)
     return interpreter.run().lastOutcome == core::RunOutcome::Error ? 1 : 0;
 }
 
-// Reads one line of standard input; false at its end.
-bool readInputLine(std::string& line)
+enum class LineWait { Line, Ended, Event };
+
+// Waits, asleep, for the next line of standard input. A timer that comes due meanwhile is
+// delivered, and Ctrl+C acts as the window's break keys: BREAK while a program or AUTO is under
+// way (an INPUT waiting for its line included), nothing at the direct-mode prompt. Event: one of
+// these happened and the caller looks again at what the interpreter waits for.
+LineWait nextLine(Runner& r, std::string& line)
 {
-    if (!std::getline(std::cin, line))
-        return false;
-    if (!line.empty() && line.back() == '\r')
-        line.pop_back();
-    return true;
+    r.stream.flush();
+    switch (r.input.readLine(line, r.host.timers().nextDue())) {
+    case StandardInput::Status::Ready:
+        return LineWait::Line;
+    case StandardInput::Status::Ended:
+        return LineWait::Ended;
+    case StandardInput::Status::TimedOut:
+        r.host.timers().deliverDue(r.interpreter);
+        break;
+    case StandardInput::Status::Interrupted:
+        takeInterrupt();
+        if (r.interpreter.isBusy() || r.interpreter.run().autoLine > 0)
+            r.interpreter.breakProgram();
+        break;
+    }
+    driveUntilIdle(r);
+    r.stream.flush();
+    return LineWait::Event;
+}
+
+// Types the bytes one character at a time. The typed keys are not part of the screen's stream:
+// unless the terminal shows them already, an echo stands for them, broken where the typing moved
+// on to the next row, so that a long line appears in rows of 80 columns as LIST shows it (a
+// double-byte character across the row end stays whole at the end of the first row).
+void typeEchoed(Runner& r, std::string_view bytes)
+{
+    auto& screen = r.interpreter.screen();
+    for (size_t at = 0; at < bytes.size();) {
+        size_t length = io::IsLeadByte(static_cast<uint8_t>(bytes[at])) && at + 1 < bytes.size() ? 2 : 1;
+        if (!r.terminal)
+            r.stream.echo(io::ShiftJisToUtf8(bytes.substr(at, length)));
+        bool wrapped = false;
+        for (size_t k = 0; k < length; ++k) {
+            int column = screen.cursorColumn();
+            r.interpreter.onChar(static_cast<unsigned char>(bytes[at + k]));
+            wrapped = wrapped || (column >= screen::kColumns - 1 && screen.cursorColumn() == 0);
+        }
+        if (wrapped && !r.terminal)
+            r.stream.echoRowBreak();
+        at += length;
+    }
 }
 
 // Types a line of standard input and Enter, then runs until the interpreter is idle again.
-void enterInputLine(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream,
-    const std::string& line, bool terminal)
+void enterInputLine(Runner& r, const std::string& line)
 {
-    if (terminal)
-        stream.suppressNextRowAdvance();
-    else
-        stream.echo(line);
-    // The typed keys are not part of the stream: the echo above stands for them.
-    interpreter.typeLine(io::Utf8ToShiftJis(line));
-    driveUntilIdle(interpreter, host);
-    stream.flush();
+    if (r.terminal)
+        r.stream.suppressNextRowAdvance();
+    typeEchoed(r, io::Utf8ToShiftJis(line));
+    r.interpreter.onChar(screen::vk::kEnter);
+    driveUntilIdle(r);
+    r.stream.flush();
 }
 
 // While a program waits for a line, standard input answers it; at its end the run is broken off.
-void answerInput(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream, bool terminal)
+void answerInput(Runner& r)
 {
     std::string line;
-    while (interpreter.isWaitingForInput()) {
-        stream.flush();
-        if (!readInputLine(line)) {
-            interpreter.breakProgram();
-            driveUntilIdle(interpreter, host);
+    while (r.interpreter.isWaitingForInput()) {
+        switch (nextLine(r, line)) {
+        case LineWait::Line:
+            enterInputLine(r, line);
+            break;
+        case LineWait::Ended:
+            r.interpreter.breakProgram();
+            driveUntilIdle(r);
             return;
+        case LineWait::Event:
+            break;
         }
-        enterInputLine(interpreter, host, stream, line, terminal);
     }
 }
 
-int runFile(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream, const char* path)
+// The whole file; false when it cannot be read. Only a plain file or a pipe holds a program: a
+// folder, a device or a socket is refused rather than read without end or waited on.
+bool readProgramFile(const char* path, std::string& bytes)
 {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
+    int fd = open(path, O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    struct stat info {};
+    bool readable = fstat(fd, &info) == 0 && (S_ISREG(info.st_mode) || S_ISFIFO(info.st_mode));
+    char chunk[65536];
+    while (readable) {
+        ssize_t got = read(fd, chunk, sizeof chunk);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0) {
+            readable = got == 0;
+            break;
+        }
+        bytes.append(chunk, static_cast<size_t>(got));
+    }
+    close(fd);
+    return readable;
+}
+
+int runFile(Runner& r, const char* path)
+{
+    std::string bytes;
+    if (!readProgramFile(path, bytes)) {
         std::fprintf(stderr, "tessaly: cannot read %s\n", path);
         return 2;
     }
-    std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (file.bad()) {
-        std::fprintf(stderr, "tessaly: cannot read %s\n", path);
-        return 2;
-    }
-    io::ProgramFile::Read(bytes, interpreter.program());
-    interpreter.runProgram();
-    driveUntilIdle(interpreter, host);
-    answerInput(interpreter, host, stream, isatty(STDIN_FILENO) != 0);
+    io::ProgramFile::Read(bytes, r.interpreter.program());
+    r.interpreter.runProgram();
+    driveUntilIdle(r);
+    answerInput(r);
     return 0;
 }
 
-void runInput(core::Interpreter& interpreter, const HeadlessHost& host, StreamWriter& stream)
+void runInput(Runner& r)
 {
-    bool terminal = isatty(STDIN_FILENO) != 0;
     std::string line;
-    while (readInputLine(line))
-        enterInputLine(interpreter, host, stream, line, terminal);
-    if (interpreter.isWaitingForInput()) {
-        interpreter.breakProgram();
-        driveUntilIdle(interpreter, host);
+    for (;;) {
+        LineWait got = nextLine(r, line);
+        if (got == LineWait::Ended)
+            break;
+        if (got == LineWait::Line)
+            enterInputLine(r, line);
+    }
+    if (r.interpreter.isWaitingForInput()) {
+        r.interpreter.breakProgram();
+        driveUntilIdle(r);
     }
 }
 
@@ -307,12 +414,10 @@ int runHeadless(int argc, char** argv)
         std::fputs(kUsage, stdout);
         return 0;
     }
-    struct sigaction action {};
-    action.sa_handler = onInterrupt;
-    sigemptyset(&action.sa_mask);
-    sigaction(SIGINT, &action, nullptr);
+    installInterruptHandler();
 
-    HeadlessHost host;
+    StandardInput input;
+    HeadlessHost host(input);
     core::Interpreter interpreter(host);
     host.attach(&interpreter);
     // The screen is drawn as the window would show it; a screenshot needs the font's glyphs, while
@@ -330,12 +435,13 @@ int runHeadless(int argc, char** argv)
     interpreter.setRenderer(renderer.get());
     StreamWriter stream(!options.screenDump);
     interpreter.screen().setListener(&stream);
+    Runner runner {interpreter, host, stream, input, isatty(STDIN_FILENO) != 0};
 
     if (options.file != nullptr) {
-        if (int status = runFile(interpreter, host, stream, options.file); status != 0)
+        if (int status = runFile(runner, options.file); status != 0)
             return status;
     } else {
-        runInput(interpreter, host, stream);
+        runInput(runner);
     }
     interpreter.screen().setListener(nullptr);
     if (options.screenDump)

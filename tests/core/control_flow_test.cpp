@@ -96,8 +96,12 @@ TEST(ControlFlow, AutoOffersNumbersAndEndsOnAnEmptyLine)
 {
     test::Session session;
     EXPECT_EQ(session.type("AUTO 100,5"), "AUTO 100,5\n100 ");
-    session.type("PRINT 1");
-    session.type("PRINT 2");
+    // Each following number is written to the stream and stands at the start of the cursor row.
+    EXPECT_EQ(session.type("PRINT 1"), "PRINT 1\n105 ");
+    EXPECT_EQ(session.type("PRINT 2"), "PRINT 2\n110 ");
+    auto& screen = session.interpreter().screen();
+    EXPECT_EQ(screen.row(screen.cursorRow()), "110 ");
+    EXPECT_EQ(screen.cursorColumn(), 4);
     EXPECT_EQ(session.interpreter().run().autoLine, 110);
     std::string out = session.type("");
     EXPECT_EQ(out, "\nBREAK, OK \n");

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/keyword_table.h"
+#include "support/temp_folder.h"
 #include "support/test_host.h"
 
 namespace tessaly::core {
@@ -57,7 +58,10 @@ std::string randomExpression(std::mt19937& random, int depth)
     return text;
 }
 
-TEST(RandomLines, RandomExpressionsNeverCrash)
+// Random statements may write files (COPY, SAVE, OPEN ...): they run in a folder of their own.
+class RandomLines : public test::InFolder {};
+
+TEST_F(RandomLines, RandomExpressionsNeverCrash)
 {
     std::mt19937 random(7);
     test::Session session(200);
@@ -73,7 +77,7 @@ TEST(RandomLines, RandomExpressionsNeverCrash)
     session.type("S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$:S$=S$+S$");
 }
 
-TEST(RandomLines, NeverCrashAndKeepTheProgramSorted)
+TEST_F(RandomLines, NeverCrashAndKeepTheProgramSorted)
 {
     std::mt19937 random(20261123);
     test::Session session(2000);

@@ -5,10 +5,11 @@
 
 #include <png.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include "support/binary_process.h"
 
 namespace {
 
@@ -60,9 +61,8 @@ TEST_P(GoldenScreen, MatchesThePicture)
 {
     std::string base = std::string(TESSALY_GOLDEN) + "/" + GetParam();
     std::string actualPath = ::testing::TempDir() + "golden_" + GetParam() + ".actual.png";
-    std::string command = std::string("'") + TESSALY_BINARY + "' --headless --screenshot '" + actualPath + "' '" + base +
-        ".bas' > /dev/null 2>&1 < /dev/null";
-    std::system(command.c_str());
+    auto run = tessaly::test::runBinaryWithInputFile({"--headless", "--screenshot", actualPath, base + ".bas"}, "/dev/null");
+    ASSERT_FALSE(run.timedOut) << GetParam() << " still running after its time limit";
     Image expected;
     Image actual;
     ASSERT_TRUE(readPng(base + ".png", expected)) << base;

@@ -5,15 +5,16 @@
 #include <fstream>
 #include <string>
 
+#include "support/binary_process.h"
+
 namespace {
 
 TEST(Screenshot, WritesA640By400Png)
 {
     std::string path = ::testing::TempDir() + "tessaly_screenshot.png";
     std::remove(path.c_str());
-    std::string command = std::string("printf 'PRINT 1\\n' | '") + TESSALY_BINARY + "' --headless --screenshot '" + path +
-        "' > /dev/null";
-    ASSERT_EQ(std::system(command.c_str()), 0);
+    auto run = tessaly::test::runBinary({"--headless", "--screenshot", path}, "PRINT 1\n");
+    ASSERT_EQ(run.status, 0) << run.errors;
     std::ifstream file(path, std::ios::binary);
     ASSERT_TRUE(file.good());
     std::string header(24, '\0');
@@ -30,10 +31,8 @@ TEST(Screenshot, WritesA640By400Png)
 
 TEST(Screenshot, UnwritablePathIsAUsageFailure)
 {
-    std::string command = std::string("printf 'PRINT 1\\n' | '") + TESSALY_BINARY +
-        "' --headless --screenshot /nonexistent/dir/x.png > /dev/null 2>&1";
-    int status = std::system(command.c_str());
-    EXPECT_EQ(WEXITSTATUS(status), 2);
+    auto run = tessaly::test::runBinary({"--headless", "--screenshot", "/nonexistent/dir/x.png"}, "PRINT 1\n");
+    EXPECT_EQ(run.status, 2);
 }
 
 } // namespace

@@ -3,15 +3,13 @@
 // exit status NAME.status (0 when absent). NAME.args adds options; NAME.stdin feeds a NAME.bas.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
-#include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include "support/binary_process.h"
 
 namespace {
 
@@ -43,16 +41,13 @@ std::vector<Transcript> transcripts()
     return result;
 }
 
-std::string shellQuote(const std::string& text)
+std::vector<std::string> wordsOf(const std::string& text)
 {
-    std::string quoted = "'";
-    for (char c : text) {
-        if (c == '\'')
-            quoted += "'\\''";
-        else
-            quoted += c;
-    }
-    return quoted + "'";
+    std::vector<std::string> words;
+    std::istringstream stream(text);
+    for (std::string word; stream >> word;)
+        words.push_back(word);
+    return words;
 }
 
 class TranscriptTest : public ::testing::TestWithParam<Transcript> {};
@@ -61,28 +56,23 @@ TEST_P(TranscriptTest, MatchesExpectedOutput)
 {
     const auto& t = GetParam();
     auto base = t.program.parent_path() / t.name;
-    std::string args;
+    std::vector<std::string> args {"--headless"};
     if (fs::exists(base.string() + ".args")) {
-        args = readFile(base.string() + ".args");
-        while (!args.empty() && (args.back() == '\n' || args.back() == '\r'))
-            args.pop_back();
+        auto more = wordsOf(readFile(base.string() + ".args"));
+        args.insert(args.end(), more.begin(), more.end());
     }
-    std::string command = shellQuote(TESSALY_BINARY) + " --headless " + args;
+    std::string input = "/dev/null";
     if (t.typed)
-        command += " < " + shellQuote(t.program.string());
+        input = t.program.string();
     else if (fs::exists(base.string() + ".stdin"))
-        command += " " + shellQuote(t.program.string()) + " < " + shellQuote(base.string() + ".stdin");
-    else
-        command += " " + shellQuote(t.program.string()) + " < /dev/null";
-    FILE* pipe = popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    std::string output;
-    std::array<char, 4096> chunk {};
-    size_t got = 0;
-    while ((got = fread(chunk.data(), 1, chunk.size(), pipe)) > 0)
-        output.append(chunk.data(), got);
-    int status = pclose(pipe);
-    int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        input = base.string() + ".stdin";
+    if (!t.typed)
+        args.push_back(t.program.string());
+    auto run = tessaly::test::runBinaryWithInputFile(args, input);
+    ASSERT_FALSE(run.timedOut) << "transcript " << t.name << " still running after its time limit:\n"
+                               << run.output;
+    const std::string& output = run.output;
+    int exitCode = run.status;
 
     EXPECT_EQ(output, readFile(base.string() + ".out")) << "transcript " << t.name;
     int expectedStatus = 0;
