@@ -60,9 +60,10 @@ INSTANTIATE_TEST_SUITE_P(Input, InputReplies,
 TEST(Input, RepliesAfterPrintedTextEndTheRunCleanly)
 {
     test::Session session;
-    session.type({"10 PRINT \"AB\";", "20 INPUT X", "30 PRINT X", "40 INPUT \"  N\";A$", "50 PRINT \"[\";A$;\"]\""});
+    session.type({"10 PRINT \"AB\";", "20 INPUT X", "30 PRINT X,X", "40 INPUT \"  N\";A$", "50 PRINT \"[\";A$;\"]\""});
     EXPECT_EQ(session.type("RUN"), "RUN\nAB? ");
-    EXPECT_EQ(session.type("5"), "5\n 5 \n  N? ");
+    // The zones of PRINT count from the start of the row below the reply.
+    EXPECT_EQ(session.type("5"), "5\n 5" + std::string(13, ' ') + "5 \n  N? ");
     EXPECT_EQ(session.type(""), "\n[]\nOK\n");
 }
 
