@@ -10,6 +10,7 @@
 #include "core/keyword_table.h"
 #include "core/run_loop.h"
 #include "core/statements.h"
+#include "expr/statements.h"
 
 namespace tessaly::core {
 
@@ -99,8 +100,9 @@ void enterLine(Interpreter& in, std::string_view typed)
     }
     if (run.lastResult == result::kInputWait) {
         if (run.previousCode == static_cast<int>(Stmt::Input)) {
-            // The answer is taken as it stands on the screen, not upper-cased.
-            run.outputText = std::string(trimmed);
+            // The answer is taken as it stands on the screen, not upper-cased, from where the
+            // prompt ended.
+            run.outputText = expr::inputReply(in, trimmed);
             screen.setCursor(0, screen.cursorRow());
             screen.NewLine();
             runLoop(in);

@@ -42,6 +42,11 @@ void TextScreen::setCursor(int column, int row)
     m_cursorRow = clampInt(row, 0, kRows - 1);
 }
 
+int TextScreen::windowBottom() const
+{
+    return clampInt(m_scrollBottom, clampInt(m_scrollTop, 0, kRows - 1) + 1, kRows);
+}
+
 void TextScreen::setScrollWindow(int top, int rows)
 {
     m_scrollTop = clampInt(top, 0, kRows - 1);
@@ -52,19 +57,70 @@ void TextScreen::setScrollWindow(int top, int rows)
         m_lastTextRow = kRows - 1;
 }
 
-// The row is padded with blanks to 80 columns when the rest of the text would reach past its end;
-// a shorter text overwrites the row in place and leaves it as long as it was.
-void TextScreen::putPiece(std::string_view piece, size_t remaining)
+// Storing follows the bytes, not the cursor: each byte goes to the column after the one before
+// it, control bytes included, so a byte that moves the cursor leaves the stored text and the drawn
+// text apart. Text printed inside the window keeps to it: a row that would lie below the window
+// is stored when the drawing has scrolled the window up to take it, so that text without control
+// bytes is stored exactly where it is drawn. From outside the window, what runs past the bottom of
+// the screen is not stored.
+void TextScreen::storeText(std::string_view bytes)
 {
-    auto& text = m_rows[static_cast<size_t>(m_cursorRow)];
-    auto column = static_cast<size_t>(m_cursorColumn);
-    if (text.size() < column + remaining)
+    int column = m_cursorColumn;
+    int row = m_cursorRow;
+    // A cursor left at column 80 wraps before the first byte, as the drawing does.
+    if (column >= kColumns) {
+        column = 0;
+        ++row;
+    }
+    const size_t reach = static_cast<size_t>(column) + bytes.size();
+    const bool inWindow = m_cursorRow >= m_scrollTop && m_cursorRow <= m_lastTextRow;
+    const int lastRow = inWindow ? windowBottom() - 1 : kRows - 1;
+    size_t next = 0;
+    while (next < bytes.size()) {
+        if (row > lastRow) {
+            if (inWindow)
+                m_storeFeed = {bytes, next, reach};
+            return;
+        }
+        auto run = bytes.substr(next, static_cast<size_t>(kColumns - column));
+        storeRun(column, row, run, reach);
+        next += run.size();
+        column = 0;
+        ++row;
+    }
+}
+
+// A row shorter than the printed text reaches is padded with blanks to 80 columns; a row long
+// enough is overwritten in place and keeps its length.
+void TextScreen::storeRun(int column, int row, std::string_view run, size_t reach)
+{
+    if (!onScreen(row) || run.empty())
+        return;
+    auto& text = m_rows[static_cast<size_t>(row)];
+    auto at = static_cast<size_t>(column);
+    if (text.size() < reach)
         text.resize(std::max(text.size(), static_cast<size_t>(kColumns)), ' ');
-    text.replace(column, piece.size(), piece);
+    if (text.size() < at + run.size())
+        text.resize(at + run.size(), ' ');
+    text.replace(at, run.size(), run);
+    m_highestRow = std::max(m_highestRow, std::min(row + 1, kRows - 1));
+}
+
+void TextScreen::feedStoredRow(int row)
+{
+    auto& feed = m_storeFeed;
+    if (feed.next >= feed.bytes.size())
+        return;
+    auto run = feed.bytes.substr(feed.next, kColumns);
+    storeRun(0, row, run, feed.reach);
+    feed.next += run.size();
+}
+
+void TextScreen::drawPiece(std::string_view piece)
+{
     m_plane->drawText(m_cursorColumn, m_cursorRow, piece);
     m_listener->textWritten(piece);
     m_cursorColumn += static_cast<int>(piece.size());
-    m_highestRow = std::max(m_highestRow, std::min(m_cursorRow + 1, kRows - 1));
 }
 
 void TextScreen::Print(std::string_view bytes)
@@ -74,6 +130,8 @@ void TextScreen::Print(std::string_view bytes)
     m_cursorRow = clampInt(m_cursorRow, 0, kRows - 1);
     m_cursorColumn = clampInt(m_cursorColumn, 0, kColumns);
     const int startRow = m_cursorRow;
+    storeText(bytes);
+    // Drawing: pieces between the control bytes, each cut at the end of its row.
     size_t pos = 0;
     while (pos < bytes.size()) {
         size_t end = pos;
@@ -84,16 +142,15 @@ void TextScreen::Print(std::string_view bytes)
             if (m_cursorColumn >= kColumns)
                 advanceRow();
             size_t length = std::min(end - pos, static_cast<size_t>(kColumns - m_cursorColumn));
-            putPiece(bytes.substr(pos, length), bytes.size() - pos);
+            drawPiece(bytes.substr(pos, length));
             pos += length;
             if (m_cursorColumn >= kColumns)
                 advanceRow();
         }
-        // Control bytes act on the cursor and are not stored: the row texts keep what the screen
-        // shows, so that a line read back by the editor is the line the user sees.
         if (pos < bytes.size())
             applyControl(static_cast<uint8_t>(bytes[pos++]));
     }
+    m_storeFeed = {};
     m_plane->presentRows(std::min(startRow, m_cursorRow), std::max(startRow, m_cursorRow));
 }
 
@@ -111,22 +168,20 @@ void TextScreen::applyControl(uint8_t c)
     case 9:
         m_cursorColumn = (m_cursorColumn / 8 + 1) * 8;
         if (m_cursorColumn >= kColumns)
-            return controlToNextRow();
+            return controlToNextRow(0);
         break;
     case 10:
+        return controlToNextRow(0);
     case 31:
-        return controlToNextRow();
+        // Cursor down: the column stays.
+        return controlToNextRow(m_cursorColumn);
     case 11:
         m_cursorColumn = 0;
         m_cursorRow = 0;
         break;
     case 12:
-        // The whole text plane is cleared; the rows and links go with the pixels, so that nothing
-        // hidden comes back when rows are read or redrawn from their texts.
-        for (int r = 0; r < kRows; ++r) {
-            m_rows[static_cast<size_t>(r)].clear();
-            m_links[static_cast<size_t>(r)] = {};
-        }
+        // Only the pixels are cleared: the row texts and links stay, and come back when the rows
+        // are read by the editor or redrawn from their texts.
         m_plane->clearRows(0, kRows - 1);
         m_cursorColumn = 0;
         m_cursorRow = 0;
@@ -151,16 +206,18 @@ void TextScreen::applyControl(uint8_t c)
         scrollWindow();
 }
 
-// A control byte that moves to the next row (LF, cursor-down, a TAB past the row's end). Taking
-// the cursor past the last text row scrolls the window as a wrapped line does, instead of letting
-// the cursor run below the window and off the screen; landing on the last text row scrolls too.
-void TextScreen::controlToNextRow()
+// A control byte that moves to the next row (LF, cursor-down, a TAB past the row's end), landing
+// on the given column. Taking the cursor past the last text row scrolls the window as a wrapped
+// line does, instead of letting the cursor run below the window and off the screen; landing on the
+// last text row scrolls too.
+void TextScreen::controlToNextRow(int column)
 {
     if (m_cursorRow + 1 > m_lastTextRow) {
         advanceRow();
+        m_cursorColumn = column;
         return;
     }
-    m_cursorColumn = 0;
+    m_cursorColumn = column;
     ++m_cursorRow;
     m_listener->rowAdvanced();
     if (m_cursorRow == m_lastTextRow)
@@ -197,7 +254,7 @@ void TextScreen::ScrollUp()
     if (m_idleCursorRow > m_lastTextRow)
         return;
     const int top = clampInt(m_scrollTop, 0, kRows - 1);
-    const int bottom = clampInt(m_scrollBottom, top + 1, kRows);
+    const int bottom = windowBottom();
     for (int r = top; r <= bottom - 2; ++r) {
         auto slot = static_cast<size_t>(r);
         std::swap(m_rows[slot], m_rows[slot + 1]);
@@ -208,6 +265,9 @@ void TextScreen::ScrollUp()
     m_plane->scrollUp(top, bottom);
     m_rows[static_cast<size_t>(bottom - 1)].clear();
     m_links[static_cast<size_t>(bottom - 1)] = {};
+    if (m_anchor.row >= top && m_anchor.row < bottom && --m_anchor.row < top)
+        m_anchor.row = -1;
+    feedStoredRow(bottom - 1);
     m_highestRow = bottom - 1;
     m_cursorRow = bottom - 1;
     if (m_cursorRow > kRows - 2)
@@ -273,6 +333,8 @@ void TextScreen::ClearRows()
     const int bottom = clampInt(m_scrollBottom, top, kRows);
     for (int r = top; r < bottom; ++r)
         m_rows[static_cast<size_t>(r)].clear();
+    if (m_anchor.row >= top && m_anchor.row < bottom)
+        m_anchor.row = -1;
     if (bottom > top)
         m_plane->clearRows(top, bottom - 1);
     m_cursorColumn = 0;

@@ -69,8 +69,9 @@ public:
     void setPlane(TextPlane* plane);
     void setListener(TextListener* listener);
 
-    // Writes the bytes at the cursor, acting on the control bytes; wraps at column 80 and
-    // scrolls the window past lastTextRow.
+    // Stores the bytes in the rows one after another from the cursor, control bytes included, 80
+    // to a row; draws them from the cursor, the control bytes moving it instead of being drawn;
+    // wraps at column 80 and scrolls the window past lastTextRow.
     void Print(std::string_view bytes);
     // Column 0 of the next row, scrolling the window when that passes lastTextRow.
     void NewLine();
@@ -124,6 +125,15 @@ public:
 
     void setIdleCursorRow(int row) { m_idleCursorRow = row; }
 
+    // A cell that the rows carry along when the window scrolls (where the reply to an INPUT
+    // starts). Row -1: none, or scrolled out of the window or cleared.
+    struct Cell {
+        int column = 0;
+        int row = -1;
+    };
+    void setAnchor(Cell cell) { m_anchor = cell; }
+    [[nodiscard]] Cell anchor() const { return m_anchor; }
+
     // The scroll window (CONSOLE).
     [[nodiscard]] int scrollTop() const { return m_scrollTop; }
     [[nodiscard]] int scrollBottom() const { return m_scrollBottom; }
@@ -133,13 +143,21 @@ public:
 
 private:
     static bool onScreen(int r) { return r >= 0 && r < kRows; }
+    // The first row below the scroll window, the window holding at least one row.
+    [[nodiscard]] int windowBottom() const;
     void advanceRow();            // the cursor moves on to a following row, scrolling as needed
     void scrollWindow();          // ScrollUp, then the function-key line when the window reaches it
     void applyControl(uint8_t c); // one control byte of Print
-    void controlToNextRow();
-    // Stores and draws bytes (no control bytes, not past column 80) at the cursor; remaining is
-    // how many bytes of the printed text are left from here, which decides the padding.
-    void putPiece(std::string_view piece, size_t remaining);
+    void controlToNextRow(int column);
+    // Draws bytes (no control bytes, not past column 80) at the cursor and moves it on.
+    void drawPiece(std::string_view piece);
+    // The storing half of Print; rows below a scrolling window wait in m_storeFeed.
+    void storeText(std::string_view bytes);
+    // Stores a run of bytes at (column,row); reach is where the printed text ends (start column
+    // plus length), a row shorter than that is padded with blanks to 80 columns first.
+    void storeRun(int column, int row, std::string_view run, size_t reach);
+    // After a scroll during Print: the window's last row takes the next row of printed text.
+    void feedStoredRow(int row);
 
     std::array<std::string, kRowSlots> m_rows;
     std::array<LineLink, kRows> m_links;
@@ -154,6 +172,14 @@ private:
     int m_scrollRows = 25;
     int m_scrollBottom = 25;
     int m_lastTextRow = 23;
+    Cell m_anchor;
+    // The printed bytes still to be stored once the window has scrolled them into reach (only
+    // while Print runs): next is the first of them, reach as for storeRun.
+    struct StoreFeed {
+        std::string_view bytes;
+        size_t next = 0;
+        size_t reach = 0;
+    } m_storeFeed;
     TextPlane m_nullPlane;
     TextListener m_nullListener;
     TextPlane* m_plane = &m_nullPlane;

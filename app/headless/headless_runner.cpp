@@ -36,7 +36,8 @@ constexpr const char* kUsage =
     "            line is stored, any other line is a direct command and runs to its end before the\n"
     "            next line is read. The process exits at the end of the input.\n"
     "  --screen  instead of the stream, print at exit the final 25 text rows, trailing blanks\n"
-    "            removed, without the empty rows after the last non-empty one.\n"
+    "            removed, without the empty rows after the last non-empty one; control bytes\n"
+    "            stored in a row are shown as the control pictures U+2400..U+241F.\n"
     "  --screenshot PNG\n"
     "            write the 640 x 400 screen as it stands when the run ends to the PNG file\n"
     "            (the screen font comes from the Debian package unifont).\n"
@@ -242,6 +243,21 @@ void driveUntilIdle(Runner& r)
     }
 }
 
+// Control bytes that PRINT stored in a row are shown as their control pictures (U+2400 + byte), so
+// that a row stays one line of the dump.
+std::string controlPictures(const std::string& utf8)
+{
+    std::string shown;
+    for (char c : utf8) {
+        auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20)
+            shown += {'\xE2', '\x90', static_cast<char>(0x80 + byte)};
+        else
+            shown += c;
+    }
+    return shown;
+}
+
 void dumpScreen(core::Interpreter& interpreter)
 {
     auto& screen = interpreter.screen();
@@ -253,7 +269,7 @@ void dumpScreen(core::Interpreter& interpreter)
         text.erase(end == std::string::npos ? 0 : end + 1);
         if (!text.empty())
             lastUsed = r;
-        rows[r] = io::ShiftJisToUtf8(text);
+        rows[r] = controlPictures(io::ShiftJisToUtf8(text));
     }
     for (int r = 0; r <= lastUsed; ++r) {
         std::fwrite(rows[r].data(), 1, rows[r].size(), stdout);

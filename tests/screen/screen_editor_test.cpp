@@ -59,6 +59,24 @@ TEST(ScreenEditor, EnterOnAnEmptyRowOnlyMovesDown)
     EXPECT_EQ(in.program().count(), 0);
 }
 
+// Enter reads the row texts, which hold what PRINT stored there, control bytes included, and also
+// what a form feed took off the screen.
+TEST(ScreenEditor, EnterReadsWhatPrintStored)
+{
+    test::Session session;
+    auto& in = session.interpreter();
+    auto& screen = in.screen();
+    session.type("PRINT \"20 PRINT 5\";CHR$(13);\"Z\"");
+    EXPECT_EQ(screen.row(1).substr(0, 13), "20 PRINT 5\rZ ");
+    screen.setCursor(0, 1);
+    in.onChar(vk::kEnter);
+    EXPECT_EQ(in.program().textAt(1), "20 PRINT 5\r\n");
+    // Enter on the top row, which the form feed emptied on the screen only, runs the command again.
+    session.type("PRINT CHR$(12);");
+    screen.setCursor(0, 0);
+    EXPECT_EQ(session.type(""), "\n20 PRINT 5Z\nOK\n");
+}
+
 TEST(ScreenEditor, InsertModeEndsWithACursorKey)
 {
     test::Session session;

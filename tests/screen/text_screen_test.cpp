@@ -58,9 +58,12 @@ TEST(TextScreen, ACursorAtColumn80WrapsBeforeTheNextByte)
     EXPECT_EQ(recorder.events, "/[X]");
     EXPECT_EQ(screen.row(5), "");
     EXPECT_EQ(screen.row(6).substr(0, 1), "X");
+    // The cursor-right bytes are stored one after another like any byte; Y is drawn at column 0.
     screen.setCursor(79, 8);
     screen.Print("\x1d\x1dY");
-    EXPECT_EQ(screen.row(9).substr(0, 1), "Y");
+    EXPECT_EQ(screen.row(8).substr(79), "\x1d");
+    EXPECT_EQ(screen.row(9).substr(0, 3), "\x1dY ");
+    EXPECT_EQ(recorder.events, "/[X]/[Y]");
     EXPECT_EQ(screen.cursorColumn(), 1);
     EXPECT_EQ(screen.cursorRow(), 9);
 }
@@ -91,8 +94,118 @@ TEST(TextScreen, StreamOfPiecesAndRows)
     screen.Print("AB\r\nC\x01" "D\x07");
     screen.NewLine();
     EXPECT_EQ(recorder.events, "[ABC][AB]/[C][D]!/");
-    EXPECT_EQ(screen.row(0).substr(0, 5), "ABCAB");
-    EXPECT_EQ(screen.row(1).substr(0, 2), "CD");
+    EXPECT_EQ(screen.row(0).substr(0, 12), "ABCAB\r\nC\x01" "D\x07 ");
+    EXPECT_EQ(screen.row(1), "");
+}
+
+// Storing follows the bytes, drawing follows the cursor: every byte, control bytes included, is
+// stored in the column after the one before it, wherever the control bytes move the cursor.
+struct StoreCase {
+    const char* name;
+    const char* bytes;
+    int startRow;
+    const char* rowText; // the start row, trailing blanks removed
+    const char* drawn;   // the pieces drawn, each with its cell
+    int column;
+    int row;
+};
+
+class ControlBytesStored : public ::testing::TestWithParam<StoreCase> {};
+
+class CellRecorder final : public TextPlane {
+public:
+    void drawText(int column, int row, std::string_view bytes) override
+    {
+        drawn += std::to_string(column) + "," + std::to_string(row) + ":" + std::string(bytes) + " ";
+    }
+    void clearRows(int first, int last) override { cleared += std::to_string(first) + "-" + std::to_string(last); }
+    std::string drawn;
+    std::string cleared;
+};
+
+TEST_P(ControlBytesStored, OneAfterAnother)
+{
+    const auto& c = GetParam();
+    TextScreen screen;
+    CellRecorder plane;
+    screen.setPlane(&plane);
+    screen.setRow(c.startRow + 1, "NEXT");
+    screen.setCursor(0, c.startRow);
+    screen.Print(c.bytes);
+    std::string row = screen.row(c.startRow);
+    row.erase(row.find_last_not_of(' ') + 1);
+    EXPECT_EQ(row, c.rowText) << c.name;
+    EXPECT_EQ(plane.drawn, c.drawn) << c.name;
+    EXPECT_EQ(screen.cursorColumn(), c.column) << c.name;
+    EXPECT_EQ(screen.cursorRow(), c.row) << c.name;
+    EXPECT_EQ(screen.row(c.startRow + 1), "NEXT") << c.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(TextScreen, ControlBytesStored,
+    ::testing::Values(StoreCase {"return", "AB\rC", 3, "AB\rC", "0,3:AB 0,3:C ", 1, 3},
+        StoreCase {"backspace", "AB\bC", 3, "AB\bC", "0,3:AB 1,3:C ", 2, 3},
+        StoreCase {"line feed", "A\nB", 3, "A\nB", "0,3:A 0,4:B ", 1, 4},
+        StoreCase {"cursor down keeps the column", "AB\x1f" "C", 3, "AB\x1f" "C", "0,3:AB 2,4:C ", 3, 4},
+        StoreCase {"cursor up", "AB\x1e" "C", 3, "AB\x1e" "C", "0,3:AB 2,2:C ", 3, 2},
+        StoreCase {"home", "AB\x0b" "C", 3, "AB\x0b" "C", "0,3:AB 0,0:C ", 1, 0},
+        StoreCase {"tab", "A\tB", 3, "A\tB", "0,3:A 8,3:B ", 9, 3},
+        StoreCase {"other control", "A\x01" "B", 3, "A\x01" "B", "0,3:A 1,3:B ", 2, 3}));
+
+TEST(TextScreen, CursorDownOnTheLastTextRowScrollsAndKeepsTheColumn)
+{
+    TextScreen screen;
+    screen.setRow(10, "TEN");
+    screen.setCursor(6, 23);
+    screen.Print("\x1f");
+    EXPECT_EQ(screen.cursorColumn(), 6);
+    EXPECT_EQ(screen.cursorRow(), 23);
+    EXPECT_EQ(screen.row(9), "TEN");
+}
+
+// Text without control bytes is stored where it is drawn, also when it runs past the bottom of the
+// window and the window scrolls under it more than once.
+TEST(TextScreen, LongTextAtTheBottomIsStoredWhereItIsDrawn)
+{
+    TextScreen screen;
+    screen.setRow(24, "KEYS");
+    screen.setCursor(0, 23);
+    std::string text = std::string(80, 'a') + std::string(80, 'b') + "ccc";
+    screen.Print(text);
+    EXPECT_EQ(screen.row(21), std::string(80, 'a'));
+    EXPECT_EQ(screen.row(22), std::string(80, 'b'));
+    EXPECT_EQ(screen.row(23), "ccc" + std::string(77, ' '));
+    EXPECT_EQ(screen.row(24), "");
+    EXPECT_EQ(screen.cursorColumn(), 3);
+    EXPECT_EQ(screen.cursorRow(), 23);
+    // A line feed in the text leaves the rest on the row of the bytes before it, which the
+    // scroll then carries up with the others.
+    screen.setCursor(0, 23);
+    screen.Print(std::string(80, 'd') + "e\nf");
+    EXPECT_EQ(screen.row(21), std::string(80, 'd'));
+    EXPECT_EQ(screen.row(22), "e\nf" + std::string(77, ' '));
+    EXPECT_EQ(screen.row(23), "");
+    EXPECT_EQ(screen.cursorRow(), 23);
+    EXPECT_EQ(screen.cursorColumn(), 1);
+}
+
+// The cell where an INPUT reply starts moves with the rows and is lost when they leave the window.
+TEST(TextScreen, TheAnchorMovesWithTheRows)
+{
+    TextScreen screen;
+    screen.setAnchor({5, 12});
+    screen.setCursor(0, 23);
+    screen.NewLine();
+    EXPECT_EQ(screen.anchor().row, 11);
+    EXPECT_EQ(screen.anchor().column, 5);
+    screen.setScrollWindow(11, 5); // rows 11..15
+    screen.ScrollUp();
+    EXPECT_EQ(screen.anchor().row, -1);
+    screen.setAnchor({5, 9});
+    screen.ScrollUp();
+    EXPECT_EQ(screen.anchor().row, 9);
+    screen.setAnchor({0, 13});
+    screen.ClearRows();
+    EXPECT_EQ(screen.anchor().row, -1);
 }
 
 struct ControlCase {
@@ -127,7 +240,7 @@ INSTANTIATE_TEST_SUITE_P(TextScreen, ControlBytes,
         ControlCase {"line feed", 5, 3, 10, 0, 4, "/"}, ControlCase {"home", 5, 3, 11, 0, 0, ""},
         ControlCase {"carriage return", 5, 3, 13, 0, 3, ""}, ControlCase {"right", 5, 3, 29, 6, 3, ""},
         ControlCase {"right stops at 80", 80, 3, 29, 80, 3, ""}, ControlCase {"up", 5, 3, 30, 5, 2, ""},
-        ControlCase {"up at row 0", 5, 0, 30, 5, 0, ""}, ControlCase {"down", 5, 3, 31, 0, 4, "/"},
+        ControlCase {"up at row 0", 5, 0, 30, 5, 0, ""}, ControlCase {"down", 5, 3, 31, 5, 4, "/"},
         ControlCase {"bell", 5, 3, 7, 5, 3, "!"}, ControlCase {"other control", 5, 3, 1, 5, 3, ""},
         ControlCase {"line feed into the last text row scrolls", 5, 22, 10, 0, 23, "/"},
         ControlCase {"line feed on the last text row", 5, 23, 10, 0, 23, "/"},
@@ -164,9 +277,10 @@ TEST(TextScreen, LineFeedsStayInsideASmallWindow)
     screen.setRow(8, "BELOW");
     screen.setScrollWindow(5, 3); // rows 5..7
     screen.setCursor(0, 5);
-    // Landing on the window's last row scrolls at once.
+    // Landing on the window's last row scrolls at once. The bytes are stored on the first row,
+    // which the scroll takes out of the window.
     screen.Print("TOP\nEND\n");
-    EXPECT_EQ(screen.row(5), "END" + std::string(77, ' '));
+    EXPECT_EQ(screen.row(5), "");
     EXPECT_EQ(screen.row(6), "");
     EXPECT_EQ(screen.row(7), "");
     EXPECT_EQ(screen.cursorRow(), 7);
@@ -316,7 +430,9 @@ TEST(TextScreen, CursorNeverLeavesTheScreen)
     EXPECT_LE(screen.cursorRow(), 24);
     screen.setCursor(0, 0);
     screen.Print(std::string(100, '\x1e') + std::string(100, '\b') + "Q");
-    EXPECT_EQ(screen.row(0).substr(0, 1), "Q");
+    EXPECT_EQ(screen.row(2).substr(40, 1), "Q");
+    EXPECT_EQ(screen.cursorColumn(), 1);
+    EXPECT_EQ(screen.cursorRow(), 0);
 }
 
 TEST(TextScreen, CaretFollowsTheCursorAndTheEditMode)
@@ -335,17 +451,23 @@ TEST(TextScreen, CaretFollowsTheCursorAndTheEditMode)
     EXPECT_FALSE(screen.ShowCursor(false).visible);
 }
 
-TEST(TextScreen, FormFeedClearsTheWindowAndGoesHome)
+// The form feed clears the pixels of the whole text plane and goes home; the row texts and links
+// stay (and the form feed itself is stored like any byte).
+TEST(TextScreen, FormFeedClearsThePlaneAndGoesHome)
 {
     TextScreen screen;
+    CellRecorder plane;
+    screen.setPlane(&plane);
     screen.Print("HELLO\r\nWORLD");
     screen.setRow(24, "KEYS");
     screen.setLink(0, {0, 1});
+    screen.setCursor(2, 1);
     screen.Print("\x0c");
-    EXPECT_EQ(screen.row(0), "");
-    EXPECT_EQ(screen.row(1), "");
-    EXPECT_EQ(screen.row(24), "");
-    EXPECT_EQ(screen.link(0).lastRow, -1);
+    EXPECT_EQ(plane.cleared, "0-24");
+    EXPECT_EQ(screen.row(0).substr(0, 13), "HELLO\r\nWORLD ");
+    EXPECT_EQ(screen.row(1).substr(0, 4), "  \x0c ");
+    EXPECT_EQ(screen.row(24), "KEYS");
+    EXPECT_EQ(screen.link(0).lastRow, 1);
     EXPECT_EQ(screen.cursorRow(), 0);
     EXPECT_EQ(screen.cursorColumn(), 0);
 }

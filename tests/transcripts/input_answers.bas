@@ -5,5 +5,8 @@
 50 PRINT X$;"|";Y
 60 LINE INPUT L$
 70 PRINT L$
+72 PRINT "AB";
+74 INPUT E$,F
+76 PRINT "[";E$;"]";F
 80 INPUT Q
 90 PRINT "never"

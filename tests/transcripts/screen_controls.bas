@@ -1,0 +1,3 @@
+10 PRINT "AB";CHR$(12);"CD"
+20 PRINT "E";CHR$(13);"F";CHR$(31);"G"
+30 PRINT "H";CHR$(8);"I"
