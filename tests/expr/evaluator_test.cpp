@@ -68,8 +68,14 @@ INSTANTIATE_TEST_SUITE_P(LogicalAndRelational, Expressions,
 
 INSTANTIATE_TEST_SUITE_P(Strings, Expressions,
     ::testing::Values(Case {"\"AB\"+\"CD\"", "\"ABCD\""}, Case {"\"A\"<\"B\"", "-1 "}, Case {"\"B\"=\"B\"", "-1 "},
-        Case {"\"\"", "\"\""}, Case {"\"A\"*2", "Type mismatch in "}, Case {"\"A\"-\"B\"", "Syntax error in "},
-        Case {"\"open", "Illegal function call in "}));
+        Case {"\"\"", "\"\""}, Case {"\"A\"-\"B\"", "Syntax error in "}, Case {"\"open", "Illegal function call in "},
+        // Arithmetic on a string is a syntax error, whichever side the string stands on.
+        Case {"\"A\"*2", "Syntax error in "}, Case {"\"A\"/2", "Syntax error in "}, Case {"2*\"A\"", "Syntax error in "},
+        Case {"\"A\"\\2", "Syntax error in "}, Case {"2-\"A\"", "Syntax error in "}, Case {"\"A\"-2", "Syntax error in "},
+        Case {"-\"A\"", "Syntax error in "}, Case {"\"A\" MOD 2", "Syntax error in "}, Case {"2^\"A\"", "Syntax error in "},
+        Case {"\"A\" AND 1", "Syntax error in "}, Case {"NOT \"A\"", "Syntax error in "},
+        // + joins the strings of a string expression; a number beside it adds nothing.
+        Case {"\"A\"+1", "\"A\""}, Case {"1+\"A\"+\"B\"", "\"AB\""}, Case {"\"A\"=1", "Type mismatch in "}));
 
 INSTANTIATE_TEST_SUITE_P(Errors, Expressions,
     ::testing::Values(Case {"1/0", "Division by Zero (/0) in "}, Case {"1/1E-60", "Division by Zero (/0) in "},
