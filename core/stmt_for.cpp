@@ -166,20 +166,22 @@ int stmtNext(Interpreter& in, int begin, int end)
     }
     auto& loop = stacks.forLevels[static_cast<size_t>(level)];
     expr::Target variable {loop.variable, loop.subscripts, loop.isElement, loop.type};
-    expr::Value current;
-    TRY_BASIC(expr::readTarget(in, variable, current));
+    // The variable steps from the value its cell holds: a single not through its seven-digit
+    // text, so 0.1 added ten times is just above 1 and FOR X=0 TO 1 STEP 0.1 runs ten times.
+    double stored = 0;
+    TRY_BASIC(expr::readTargetStored(in, variable, stored));
     bool ended = false;
     double next = 0;
     if (loop.type == expr::ValueType::Integer) {
         // An integer loop variable steps by the step truncated to a whole number.
-        next = current.number + std::trunc(loop.step);
+        next = stored + std::trunc(loop.step);
         // Stepping out of the 16-bit range is an overflow; the variable keeps its value.
         if (next > 32767 || next < -32768)
             return in.raise(ErrorId::Overflow);
         double limit = std::trunc(loop.limit);
         ended = loop.step > 0 ? next > limit : next < limit;
     } else {
-        float value = static_cast<float>(current.number) + static_cast<float>(loop.step);
+        float value = static_cast<float>(stored) + static_cast<float>(loop.step);
         next = value;
         float limit = static_cast<float>(loop.limit);
         ended = loop.step > 0 ? value > limit : value < limit;

@@ -103,6 +103,20 @@ ArrayStatus ArrayStore::read(std::string_view name, ValueType type, const std::v
     return ArrayStatus::Ok;
 }
 
+ArrayStatus ArrayStore::readStored(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
+    double& stored)
+{
+    Array* array = nullptr;
+    size_t cell = 0;
+    auto status = locate(name, type, subscripts, array, cell);
+    if (status != ArrayStatus::Ok)
+        return status;
+    if (array->type == ValueType::String)
+        return ArrayStatus::TypeMismatch;
+    stored = array->numbers[cell];
+    return ArrayStatus::Ok;
+}
+
 ArrayStatus ArrayStore::store(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
     const Value& value)
 {

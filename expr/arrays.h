@@ -27,6 +27,8 @@ public:
     [[nodiscard]] bool exists(std::string_view name) const { return m_index.find(name) != m_index.end(); }
     // Reads an element, creating the array with bound 10 in every dimension on first use.
     ArrayStatus read(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Value& value);
+    // A numeric element's cell as stored (a single exactly, not through its text).
+    ArrayStatus readStored(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, double& stored);
     ArrayStatus store(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, const Value& value);
     // Removes an array; false when there is none of that name.
     bool erase(std::string_view name);

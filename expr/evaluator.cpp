@@ -568,6 +568,13 @@ int evaluateText(core::Interpreter& in, std::string_view text, Value& result, Qu
     return parser.parseTop(result);
 }
 
+int evaluateText(core::Interpreter& in, std::string_view text, Value& result, Quotes quotes,
+    std::string_view restOfStatement)
+{
+    Parser parser(in, text, 0, text.size(), restOfStatement, quotes);
+    return parser.parseTop(result);
+}
+
 int evaluateArguments(core::Interpreter& in, std::string_view text, std::vector<Value>& values)
 {
     std::string list(text);

@@ -24,6 +24,11 @@ enum class Quotes : uint8_t { Plain, DoubledIsQuote };
 // Evaluates a text that is not in the statement buffer (an argument list element, a definition).
 // With DoubledIsQuote (PRINT and WRITE items) "" inside a string literal stands for one ".
 int evaluateText(core::Interpreter& interpreter, std::string_view text, Value& result, Quotes quotes = Quotes::Plain);
+// The same for a text taken from the statement: restOfStatement is the statement's text from the
+// expression to its end, which is what decides whether a leading minus applies to the whole first
+// term (a MOD or logical word in a later item of a PRINT keeps it from doing so).
+int evaluateText(core::Interpreter& interpreter, std::string_view text, Value& result, Quotes quotes,
+    std::string_view restOfStatement);
 
 // The condition of IF or WHILE: comparisons are made on whole sides and exactly, then the logical
 // operators combine -1 and 0. Sets truth; returns 0, or kFailed after raising.

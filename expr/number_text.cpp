@@ -198,43 +198,64 @@ bool divideThroughExtended(uint64_t n, int k, double& rounded)
     }
 }
 
-// Rounding to 16 digits with exact integers: magnitude = m x 2^e, so magnitude x 10^k is
-// m x 5^k x 2^(e+k), rounded half to even like the decimal text. The result n / 10^k is the double
-// nearest the decimal: one rounding of exact operands below 2^53, the extended division above.
-// Outside 1e-7 to 1e16 false sends the value the text route.
+// magnitude x 10^k as an exact integer part and the rounding of its fraction: magnitude = m x 2^e,
+// so magnitude x 10^k is m x 5^k x 2^(e+k). false when it does not fit the 128-bit arithmetic.
+struct ScaledDigits {
+    Wide whole = 0;        // the integer part
+    bool roundUp = false;  // the fraction rounds the last digit up (half to even, as the text does)
+};
+
+bool scaleByPowerOfTen(uint64_t mantissa, int binaryExponent, int k, ScaledDigits& out)
+{
+    if (k < 0 || k > 22)
+        return false;
+    int shift = binaryExponent - 53 + k;
+    Wide scaled = static_cast<Wide>(mantissa) * kPowersOfFive[k];
+    if (shift >= 0) {
+        if (shift > 20)
+            return false;
+        out = {scaled << shift, false};
+        return true;
+    }
+    int right = -shift;
+    if (right >= 120)
+        return false;
+    Wide whole = scaled >> right;
+    Wide rest = scaled - (whole << right);
+    Wide half = static_cast<Wide>(1) << (right - 1);
+    out = {whole, rest > half || (rest == half && (whole & 1) != 0)};
+    return true;
+}
+
+// Rounding to 16 digits with exact integers: magnitude x 10^k rounded half to even like the
+// decimal text, k chosen so that its integer part has exactly 16 digits. The logarithm only
+// proposes k: just below a power of ten it rounds up to the whole number (log10 of
+// 99999.99999999999 is 5), so the integer part itself decides, and k moves by one when it has 15
+// or 17 digits. The result n / 10^k is the double nearest the decimal: one rounding of exact
+// operands below 2^53, the extended division above. Outside 1e-7 to 1e16 false sends the value
+// the text route.
 bool roundSixteenExactly(double magnitude, double& rounded)
 {
     if (!(magnitude >= 1e-7 && magnitude < 1e16))
         return false;
-    int k = 15 - static_cast<int>(std::floor(std::log10(magnitude)));
-    if (k < 0 || k > 22)
-        return false;
-    int binaryExponent = 0;
-    double fraction = std::frexp(magnitude, &binaryExponent);
-    auto mantissa = static_cast<uint64_t>(std::ldexp(fraction, 53));
-    int shift = binaryExponent - 53 + k;
-    Wide scaled = static_cast<Wide>(mantissa) * kPowersOfFive[k];
-    Wide whole = 0;
-    if (shift >= 0) {
-        if (shift > 20)
-            return false;
-        whole = scaled << shift;
-    } else {
-        int right = -shift;
-        if (right >= 120)
-            return false;
-        whole = scaled >> right;
-        Wide rest = scaled - (whole << right);
-        Wide half = static_cast<Wide>(1) << (right - 1);
-        if (rest > half || (rest == half && (whole & 1) != 0))
-            ++whole;
-    }
     constexpr uint64_t kLowest = 1000000000000000ULL;
     constexpr uint64_t kExactLimit = 1ULL << 53;
     constexpr uint64_t kHighest = 10000000000000000ULL;
-    if (whole < kLowest || whole > kHighest)
+    int k = 15 - static_cast<int>(std::floor(std::log10(magnitude)));
+    int binaryExponent = 0;
+    double fraction = std::frexp(magnitude, &binaryExponent);
+    auto mantissa = static_cast<uint64_t>(std::ldexp(fraction, 53));
+    ScaledDigits scaled;
+    if (!scaleByPowerOfTen(mantissa, binaryExponent, k, scaled))
         return false;
-    auto digits = static_cast<uint64_t>(whole);
+    if (scaled.whole < kLowest || scaled.whole >= kHighest) {
+        k += scaled.whole < kLowest ? 1 : -1;
+        if (!scaleByPowerOfTen(mantissa, binaryExponent, k, scaled))
+            return false;
+        if (scaled.whole < kLowest || scaled.whole >= kHighest)
+            return false;
+    }
+    auto digits = static_cast<uint64_t>(scaled.whole) + (scaled.roundUp ? 1 : 0);
     if (digits < kExactLimit) {
         rounded = static_cast<double>(digits) / kPowersOfTen[k];
         return true;

@@ -132,8 +132,9 @@ bool goesFirst(Op pending, Op found)
 
 int applyNot(core::Interpreter& in, Value& operand)
 {
+    // Like the binary logical words, NOT has no meaning for a string.
     if (operand.isString())
-        return in.raise(core::ErrorId::TypeMismatch);
+        return in.raise(core::ErrorId::SyntaxError);
     auto value = static_cast<int16_t>(~static_cast<uint16_t>(toInt16(operand.number)));
     return finishNumber(in, operand, value, 7, ValueType::Double);
 }
@@ -141,18 +142,26 @@ int applyNot(core::Interpreter& in, Value& operand)
 int applyBinary(core::Interpreter& in, Op op, Value& left, const Value& right)
 {
     if (left.isString() || right.isString()) {
-        if (left.isString() != right.isString())
-            return in.raise(core::ErrorId::TypeMismatch);
         if (op == Op::Add) {
-            if (left.text.size() + right.text.size() > kMaxStringLength)
+            // In a string expression + joins the string literals and values; a number beside it
+            // adds no characters ("A"+1 is "A").
+            size_t added = right.isString() ? right.text.size() : 0;
+            if (left.isString() && left.text.size() + added > kMaxStringLength)
                 return in.raise(core::ErrorId::OutOfMemory);
-            left.text += right.text;
+            if (!left.isString())
+                left = right;
+            else if (right.isString())
+                left.text += right.text;
             return 0;
         }
         if (isRelational(op)) {
+            if (left.isString() != right.isString())
+                return in.raise(core::ErrorId::TypeMismatch);
             bool holds = relationHolds(op, compareValues(left, right));
             return finishNumber(in, left, holds ? -1 : 0, 7, ValueType::Integer);
         }
+        // -, *, /, \ and, as their kin, MOD, ^ and the logical words: a string on either side is
+        // a syntax error, not a type mismatch.
         return in.raise(core::ErrorId::SyntaxError);
     }
     double a = left.number;

@@ -52,10 +52,10 @@ bool splitPrintItems(std::string_view arguments, std::vector<PrintItem>& items)
         }, &depth);
         char c = pos == std::string_view::npos ? '\0' : arguments[pos];
         if (c != ';' && c != ',') {
-            items.push_back({rewriteSpacing(arguments.substr(start, pos == std::string_view::npos ? pos : pos - start)), 0});
+            items.push_back({rewriteSpacing(arguments.substr(start, pos == std::string_view::npos ? pos : pos - start)), 0, start});
             return depth == 0;
         }
-        items.push_back({rewriteSpacing(arguments.substr(start, pos - start)), c});
+        items.push_back({rewriteSpacing(arguments.substr(start, pos - start)), c, start});
         start = pos + 1;
     }
 }

@@ -16,6 +16,7 @@ namespace tessaly::expr {
 struct PrintItem {
     std::string text;     // the expression (SPC( and TAB( already written as SPC$( and TAB$()
     char separator = 0;   // ';', ',' or 0 after the last item
+    size_t offset = 0;    // where the item starts in the argument text
 };
 
 enum class PrintTarget : uint8_t { Screen, Printer };

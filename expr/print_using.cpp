@@ -39,16 +39,23 @@ NumericShape shapeOf(std::string_view field)
         shape.leadingPlus = true;
     }
     std::string_view body = field;
+    // A trailing sign position stands after the digits, and after the exponent part when there is
+    // one (##.##^^^^-); a sign written before the ^^^^ is taken the same way.
+    auto takeTrailingSign = [&] {
+        if (body.ends_with("-")) {
+            shape.trailingMinus = true;
+            body.remove_suffix(1);
+        } else if (body.ends_with("+") && body.size() > 1) {
+            shape.trailingPlus = true;
+            body.remove_suffix(1);
+        }
+    };
+    takeTrailingSign();
     if (body.ends_with("^^^^")) {
         shape.exponent = true;
         body.remove_suffix(4);
-    }
-    if (body.ends_with("-")) {
-        shape.trailingMinus = true;
-        body.remove_suffix(1);
-    } else if (body.ends_with("+") && body.size() > 1) {
-        shape.trailingPlus = true;
-        body.remove_suffix(1);
+        if (!shape.trailingMinus && !shape.trailingPlus)
+            takeTrailingSign();
     }
     shape.asterisks = body.starts_with("**") || body.starts_with("+**");
     shape.currency = body.find('\\') != std::string_view::npos;
@@ -102,7 +109,9 @@ FillResult fillNumeric(std::string_view field, double value, std::string& text)
         return FillResult::Syntax;
     bool negative = value < 0;
     double magnitude = std::fabs(value);
-    bool signPosition = shape.trailingMinus || shape.trailingPlus || shape.leadingPlus;
+    // Only a sign after the digits frees every integer position for digits; a leading + keeps one
+    // position for the sign, as a minus sign would.
+    bool trailingSign = shape.trailingMinus || shape.trailingPlus;
     std::string integerDigits;
     std::string decimalDigits;
     std::string exponent;
@@ -110,7 +119,7 @@ FillResult fillNumeric(std::string_view field, double value, std::string& text)
     if (shape.exponent) {
         // The significant digits fill the integer positions (one kept for a minus sign unless the
         // field has a trailing sign) and then the decimals.
-        int leading = shape.beginsWithPoint ? 0 : std::max(shape.integerPositions - (signPosition ? 0 : 1), 1);
+        int leading = shape.beginsWithPoint ? 0 : std::max(shape.integerPositions - (trailingSign ? 0 : 1), 1);
         int significant = leading + shape.decimals;
         if (significant < 1)
             significant = 1;

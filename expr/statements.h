@@ -54,6 +54,8 @@ struct Target {
 // pos moves past it. Returns 0 or kFailed.
 int parseTarget(core::Interpreter& in, int& pos, int end, Target& target);
 int readTarget(core::Interpreter& in, const Target& target, Value& value);
+// A numeric target's number as its cell holds it (NEXT steps a single from there).
+int readTargetStored(core::Interpreter& in, const Target& target, double& stored);
 int assignTarget(core::Interpreter& in, const Target& target, const Value& value);
 
 // Empties variables, arrays, DEF types and OPTION BASE, and restarts the random numbers.

@@ -73,6 +73,15 @@ int readTarget(core::Interpreter& in, const Target& target, Value& value)
     return 0;
 }
 
+int readTargetStored(core::Interpreter& in, const Target& target, double& stored)
+{
+    if (target.isElement)
+        return arrayStatus(in, in.arrays().readStored(target.name, target.type, target.subscripts, stored));
+    if (!in.variables().readStored(target.name, target.type, stored))
+        return in.raise(ErrorId::OutOfMemory);
+    return 0;
+}
+
 int assignTarget(core::Interpreter& in, const Target& target, const Value& value)
 {
     if (value.empty)

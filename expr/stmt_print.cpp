@@ -28,7 +28,7 @@ int buildPrintLine(core::Interpreter& in, int begin, int end, std::string& line)
         if (item.text.find_first_not_of(' ') != std::string::npos) {
             run.printColumn = static_cast<int>(run.pendingPrintText.size());
             Value value;
-            TRY_BASIC(evaluateText(in, item.text, value, Quotes::DoubledIsQuote));
+            TRY_BASIC(evaluateText(in, item.text, value, Quotes::DoubledIsQuote, arguments.substr(item.offset)));
             if (value.isString())
                 line += value.text;
             else if (!value.empty)

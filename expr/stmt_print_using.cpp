@@ -25,7 +25,7 @@ int buildUsingLine(core::Interpreter& in, int begin, int end, std::string& line)
     if (items.size() < 2)
         return in.raise(ErrorId::IllegalFunctionCall);
     Value format;
-    TRY_BASIC(evaluateText(in, items[0].text, format));
+    TRY_BASIC(evaluateText(in, items[0].text, format, Quotes::Plain, arguments.substr(items[0].offset)));
     if (!format.isString())
         return in.raise(ErrorId::IllegalFunctionCall);
     std::string copy = format.text;
@@ -42,7 +42,7 @@ int buildUsingLine(core::Interpreter& in, int begin, int end, std::string& line)
                 return in.raise(ErrorId::IllegalFunctionCall);
         }
         Value value;
-        TRY_BASIC(evaluateText(in, items[k].text, value));
+        TRY_BASIC(evaluateText(in, items[k].text, value, Quotes::Plain, arguments.substr(items[k].offset)));
         std::string text;
         switch (fillField(std::string_view(copy).substr(field.start, field.length), field.kind, value, text)) {
         case FillResult::Illegal:

@@ -38,7 +38,7 @@ int formatWriteText(core::Interpreter& in, int begin, int end, std::string& line
     for (const auto& item : items) {
         if (item.text.find_first_not_of(' ') != std::string::npos) {
             Value value;
-            TRY_BASIC(evaluateText(in, item.text, value, Quotes::DoubledIsQuote));
+            TRY_BASIC(evaluateText(in, item.text, value, Quotes::DoubledIsQuote, arguments.substr(item.offset)));
             if (value.isString())
                 line += "\"" + value.text + "\"";
             else if (!value.empty)

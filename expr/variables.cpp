@@ -187,6 +187,18 @@ bool VariableStore::read(std::string_view name, ValueType type, Value& value)
     return true;
 }
 
+bool VariableStore::readStored(std::string_view name, ValueType type, double& stored)
+{
+    int index = find(name);
+    if (index < 0) {
+        index = create(name, type);
+        if (index < 0)
+            return false;
+    }
+    stored = m_entries[static_cast<size_t>(index)].number;
+    return true;
+}
+
 StoreStatus VariableStore::store(std::string_view name, ValueType type, const Value& value)
 {
     int index = find(name);

@@ -53,6 +53,9 @@ public:
     [[nodiscard]] int find(std::string_view name) const;
     // Reads the scalar, creating it with 0 or "" when it does not exist; false when the table is full.
     bool read(std::string_view name, ValueType type, Value& value);
+    // The number in a numeric scalar's cell as stored (a single exactly, not through its text),
+    // creating the scalar with 0 first; false when the table is full.
+    bool readStored(std::string_view name, ValueType type, double& stored);
     // Stores value into the scalar of that name, creating it first.
     StoreStatus store(std::string_view name, ValueType type, const Value& value);
 

@@ -69,6 +69,32 @@ TEST(ControlFlow, GosubsNestTo255LevelsAndNotOneMore)
     EXPECT_EQ(session.valueOf("D"), " 255 ");
 }
 
+struct LoopCase {
+    const char* program; // one direct line
+    const char* shown;
+};
+
+class Loops : public ::testing::TestWithParam<LoopCase> {};
+
+TEST_P(Loops, StepTheirVariableByItsType)
+{
+    test::Session session;
+    std::string line = GetParam().program;
+    EXPECT_EQ(session.type(line), line + "\n" + GetParam().shown + "\nOK\n");
+}
+
+// A single loop variable steps in single precision from the value its cell holds (0.1 added ten
+// times is just above 1); an integer one by the step truncated; a double one is refused.
+INSTANTIATE_TEST_SUITE_P(ControlFlow, Loops,
+    ::testing::Values(LoopCase {"FOR X=0 TO 1 STEP 0.1:N=N+1:NEXT:PRINT N;X", " 10  1 "},
+        LoopCase {"FOR X!=1 TO 0 STEP -0.1:N=N+1:NEXT:PRINT N;X!", " 10 -7.45058e-008 "},
+        LoopCase {"DIM A(2):FOR A(1)=0 TO 1 STEP 0.1:N=N+1:NEXT:PRINT N;A(1)", " 10  1 "},
+        LoopCase {"FOR X=0 TO 0.3 STEP 0.1:PRINT X;:NEXT", " 0  0.1  0.2  0.3 "},
+        LoopCase {"FOR X=0 TO 1 STEP 0.5:X=X+0.25:PRINT X;:NEXT", " 0.25  1 "},
+        LoopCase {"FOR I%=1 TO 5 STEP 2.7:PRINT I%;:NEXT:PRINT I%", " 1  3  5  7 "},
+        LoopCase {"FOR I%=10 TO 1 STEP -3:PRINT I%;:NEXT:PRINT I%", " 10  7  4  1 -2 "},
+        LoopCase {"FOR I=1 TO 3 STEP 0:PRINT I;:NEXT", " 1  2  3 "}));
+
 TEST(ControlFlow, AForRunAgainByGotoKeepsItsLevel)
 {
     test::Session session;

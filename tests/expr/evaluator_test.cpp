@@ -51,7 +51,9 @@ INSTANTIATE_TEST_SUITE_P(Arithmetic, Expressions,
         Case {"123456789012345", " 123456789012345 "}, Case {"2^0.5", " 1.414213562373095 "}, Case {"0^0", " 0 "},
         Case {"(-2)^3", "-7.999999999999998 "}, Case {"2^3", " 8 "}, Case {"&HFF+1", " 256 "}, Case {"&O17", " 15 "}, Case {"&HFF", " 255 "},
         Case {"1D3", " 1000. "}, Case {"1E-3+1", " 1.001 "}, Case {"3*(1+2)", " 9 "}, Case {"((((2))))", " 2 "},
-        Case {"123456789\\1", " 123456800. "}));
+        Case {"123456789\\1", " 123456800. "}, Case {"99999.99999999999*1", " 99999.99999999999 "},
+        Case {"1-0.9", " 0.09999999999999998 "}, Case {"10^-2", " 0.009999999999999995 "}, Case {"2/2^3", " 0.25 "},
+        Case {"2^3/2", " 4 "}, Case {"2^3/2^2", " 2 "}, Case {"3/2^2*4", " 3 "}, Case {"2^-1/2", " 0.25 "}));
 
 INSTANTIATE_TEST_SUITE_P(LeadingMinus, Expressions,
     ::testing::Values(Case {"-2^2", "-4 "}, Case {"-2+3", " 1 "}, Case {"-(2)", "-2 "}, Case {"(-2^2)", " 4 "},
@@ -66,8 +68,14 @@ INSTANTIATE_TEST_SUITE_P(LogicalAndRelational, Expressions,
 
 INSTANTIATE_TEST_SUITE_P(Strings, Expressions,
     ::testing::Values(Case {"\"AB\"+\"CD\"", "\"ABCD\""}, Case {"\"A\"<\"B\"", "-1 "}, Case {"\"B\"=\"B\"", "-1 "},
-        Case {"\"\"", "\"\""}, Case {"\"A\"*2", "Type mismatch in "}, Case {"\"A\"-\"B\"", "Syntax error in "},
-        Case {"\"open", "Illegal function call in "}));
+        Case {"\"\"", "\"\""}, Case {"\"A\"-\"B\"", "Syntax error in "}, Case {"\"open", "Illegal function call in "},
+        // Arithmetic on a string is a syntax error, whichever side the string stands on.
+        Case {"\"A\"*2", "Syntax error in "}, Case {"\"A\"/2", "Syntax error in "}, Case {"2*\"A\"", "Syntax error in "},
+        Case {"\"A\"\\2", "Syntax error in "}, Case {"2-\"A\"", "Syntax error in "}, Case {"\"A\"-2", "Syntax error in "},
+        Case {"-\"A\"", "Syntax error in "}, Case {"\"A\" MOD 2", "Syntax error in "}, Case {"2^\"A\"", "Syntax error in "},
+        Case {"\"A\" AND 1", "Syntax error in "}, Case {"NOT \"A\"", "Syntax error in "},
+        // + joins the strings of a string expression; a number beside it adds nothing.
+        Case {"\"A\"+1", "\"A\""}, Case {"1+\"A\"+\"B\"", "\"AB\""}, Case {"\"A\"=1", "Type mismatch in "}));
 
 INSTANTIATE_TEST_SUITE_P(Errors, Expressions,
     ::testing::Values(Case {"1/0", "Division by Zero (/0) in "}, Case {"1/1E-60", "Division by Zero (/0) in "},

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
+#include <vector>
 
 #include "expr/number_text.h"
 
@@ -119,6 +120,51 @@ TEST(RoundToDigits, EqualsReadingTheDecimalText)
     for (double value : {1234567890123456.5, 1234567890123457.5, 0.12345678901234565, 9007199254740991.0,
              9999999999999999.0, 1e-7, 0.3, 2.0 / 3.0})
         EXPECT_EQ(RoundToDigits(value, 16), byText(value, 16)) << value;
+}
+
+// Just below a power of ten the logarithm rounds up to the whole number, which gave the rounding
+// one digit too few (99999.99999999999 became 100000). Every decade, a few units in the last place
+// either side of its power of ten and the decimals just below it, at 7 and 16 digits.
+TEST(RoundToDigits, AgreesWithTheTextRouteAcrossEveryDecade)
+{
+    auto byText = [](double value, int digits) {
+        char text[64];
+        std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
+        return std::strtod(text, nullptr);
+    };
+    for (int decade = -300; decade <= 300; ++decade) {
+        char text[64];
+        std::snprintf(text, sizeof text, "1e%d", decade);
+        double power = std::strtod(text, nullptr);
+        std::vector<double> values;
+        double below = power;
+        double above = power;
+        for (int step = 0; step < 4; ++step) {
+            below = std::nextafter(below, 0.0);
+            above = std::nextafter(above, HUGE_VAL);
+            values.push_back(below);
+            values.push_back(above);
+        }
+        values.push_back(power);
+        for (const char* nines : {"9.999999999999999e%d", "9.9999999999999985e%d", "9.9999995e%d", "9.999999e%d",
+                 "9.99999949e%d"}) {
+            std::snprintf(text, sizeof text, nines, decade - 1);
+            values.push_back(std::strtod(text, nullptr));
+        }
+        for (double value : values) {
+            for (int digits : {7, 16}) {
+                ASSERT_EQ(RoundToDigits(value, digits), byText(value, digits)) << value << " to " << digits;
+                ASSERT_EQ(RoundToDigits(-value, digits), byText(-value, digits)) << -value << " to " << digits;
+            }
+        }
+    }
+}
+
+TEST(NumberText, ValuesJustBelowAPowerOfTenKeepTheirLastDigit)
+{
+    EXPECT_EQ(ValueText(RoundToDigits(99999.99999999999 * 1, 16), 16), " 99999.99999999999 ");
+    EXPECT_EQ(PrintNumberText(ValueText(RoundToDigits(1 - 0.9, 16), 16), ValueType::Double), " 0.09999999999999998 ");
+    EXPECT_EQ(GcvtText(RoundToDigits(0.009999999999999995, 16), 16), "9.999999999999995e-003");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "support/test_host.h"
 
@@ -33,7 +34,13 @@ INSTANTIATE_TEST_SUITE_P(Expr, PrintUsing,
         UsingCase {"PRINT USING \"###.##\";-1.5", " -1.50"}, UsingCase {"PRINT USING \"###.##\";12345.6", "%12345.60"},
         UsingCase {"PRINT USING \"##.##^^^^\";123.456", " 1.23E+02"},
         UsingCase {"PRINT USING \"##.##^^^^\";0.000015", " 1.50E-05"},
-        UsingCase {"PRINT USING \".##^^^^\";0.000015", ".15E-04"}, UsingCase {"PRINT USING \"##,###\";12345", "12,345"},
+        UsingCase {"PRINT USING \".##^^^^\";0.000015", ".15E-04"},
+        UsingCase {"PRINT USING \"##.##^^^^-\";-123.456", "12.35E+01-"},
+        UsingCase {"PRINT USING \"##.##^^^^-\";123.456", "12.35E+01 "},
+        UsingCase {"PRINT USING \"##.##^^^^+\";123.456", "12.35E+01+"},
+        UsingCase {"PRINT USING \"##.##^^^^+\";-0.5", "50.00E-02-"},
+        UsingCase {"PRINT USING \"+##.##^^^^\";-123.456", "-12.35E+01"},
+        UsingCase {"PRINT USING \"+##.##^^^^\";123.456", "+12.35E+01"}, UsingCase {"PRINT USING \"##,###\";12345", "12,345"},
         UsingCase {"PRINT USING \"+##.#\";2.5", " +2.5"}, UsingCase {"PRINT USING \"+##.#\";-2.5", " -2.5"},
         UsingCase {"PRINT USING \"###.#-\";-2.5", "  2.5-"}, UsingCase {"PRINT USING \"###.#-\";2.5", "  2.5 "},
         UsingCase {"PRINT USING \"**###\";12", "***12"}, UsingCase {"PRINT USING \"\\###\";12", " \\12"},
@@ -49,6 +56,22 @@ TEST(PrintRow, DoubledQuotesStandForOneQuote)
     test::Session session;
     EXPECT_EQ(session.type("PRINT \"A\"\"B\";\"C\""), "PRINT \"A\"\"B\";\"C\"\nA\"BC\nOK\n");
     EXPECT_EQ(session.type("PRINT \"X\",\"Y\""), "PRINT \"X\",\"Y\"\nX             Y\nOK\n");
+}
+
+// A leading minus wraps its first term (-2^2 is -4) unless MOD, \\ or a logical word stands
+// anywhere in the rest of the statement, later items included; an earlier item does not count.
+// Unwrapped, the minus belongs to the number: (-3)^2 goes through the logarithm of 3 without
+// rounding, as (-2)^3 does.
+TEST(PrintRow, ALeadingMinusLooksAtTheRestOfTheStatement)
+{
+    test::Session session;
+    for (auto [command, shown] : {std::pair {"PRINT -2^2;5 MOD 3", " 4  2 "}, std::pair {"PRINT 5 MOD 3;-2^2", " 2 -4 "},
+             std::pair {"PRINT -2^2;2", "-4  2 "}, std::pair {"PRINT -2^2,1 AND 1", " 4             1 "},
+             std::pair {"PRINT -2^2;7 \\ 2", " 4  3 "}, std::pair {"PRINT USING \"## ##\";-2^2;5 MOD 3", " 4  2"},
+             std::pair {"WRITE -2^2,5 MOD 3", "4,2"}, std::pair {"A=-2^2:PRINT A;5 MOD 3", "-4  2 "},
+             std::pair {"PRINT -3^2;5 MOD 3", " 9.000000000000002  2 "}}) {
+        EXPECT_EQ(session.type(command), std::string(command) + "\n" + shown + "\nOK\n");
+    }
 }
 
 TEST(PrintUsingRow, SemicolonKeepsTheRow)
