@@ -192,7 +192,9 @@ bool branchText(std::string_view statement, size_t keywordEnd, bool thenBranch, 
     if (quoted)
         return false;
     branch.assign(statement.substr(pos, stop - pos));
-    if (thenBranch && branch.find("GOTO") == std::string::npos && branch.find("GO TO") == std::string::npos &&
+    // A branch that is a line number or a label jumps there: THEN 100 ELSE *DONE means
+    // THEN GOTO 100 ELSE GOTO *DONE.
+    if (branch.find("GOTO") == std::string::npos && branch.find("GO TO") == std::string::npos &&
         branch.find("GOSUB") == std::string::npos) {
         auto first = branch.find_first_not_of(' ');
         bool target = false;

@@ -32,11 +32,14 @@ int readFigurePoint(core::Interpreter& in, std::string_view text, size_t& pos, F
     return 0;
 }
 
-void toDevicePoint(const GraphicScreen& g, const FigurePoint& point, int& px, int& py)
+void toDevicePoint(const GraphicScreen& g, const FigurePoint& point, int& px, int& py, PointRounding rounding)
 {
     if (g.viewActive) {
         px = point.step ? g.toDeviceDistanceX(point.x) : g.toDeviceX(point.x);
         py = point.step ? g.toDeviceDistanceY(point.y) : g.toDeviceY(point.y);
+    } else if (rounding == PointRounding::AddHalfTruncate) {
+        px = devicePixelHalfUp(point.x);
+        py = devicePixelHalfUp(point.y);
     } else {
         px = devicePixel(point.x);
         py = devicePixel(point.y);

@@ -24,9 +24,14 @@ struct FigurePoint {
 // "Syntax error in ". Returns 0 or kFailed.
 int readFigurePoint(core::Interpreter& in, std::string_view text, size_t& pos, FigurePoint& point, bool& found);
 
+// How a figure statement rounds its point when no view is set: PSET, LINE, CIRCLE and their kin
+// half away from zero, PAINT by adding one half and truncating.
+enum class PointRounding { HalfAwayFromZero, AddHalfTruncate };
+
 // The device position: mapped through VIEW and WINDOW while a view is set, else rounded; a STEP
 // point counts from the last point. The last point itself is left to the caller.
-void toDevicePoint(const GraphicScreen& g, const FigurePoint& point, int& px, int& py);
+void toDevicePoint(const GraphicScreen& g, const FigurePoint& point, int& px, int& py,
+    PointRounding rounding = PointRounding::HalfAwayFromZero);
 
 // The texts of the arguments after pos, each trimmed: nothing, or a comma and the comma-separated
 // arguments. false when anything else follows.

@@ -14,7 +14,7 @@ namespace tessaly::screen {
 // small enough that sums and differences of two never overflow.
 inline constexpr int kDeviceLimit = 1 << 24;
 
-// A coordinate rounded to a whole device pixel (the value plus one half, truncated), held within
+// A coordinate truncated to a whole device pixel (callers add their rounding first), held within
 // the device limit; NaN counts as 0.
 [[nodiscard]] inline int deviceCoordinate(double value)
 {
@@ -87,6 +87,10 @@ struct GraphicScreen {
 {
     return deviceCoordinate(value >= 0 ? value + 0.5 : value - 0.5);
 }
+
+// A device coordinate rounded as the value plus one half, truncated toward zero (-0.7 gives 0),
+// within the device limit.
+[[nodiscard]] inline int devicePixelHalfUp(double value) { return deviceCoordinate(value + 0.5); }
 
 [[nodiscard]] inline int roundHalfAway(double value)
 {

@@ -44,8 +44,11 @@ void Renderer::setUp()
     m_composite.fill(m_composite.bounds(), fill);
     m_text.fill(m_text.bounds(), fill);
     m_spare.fill(m_spare.bounds(), fill);
-    for (auto& page : m_pages)
+    // A fresh screen: the pages lose the clip of an earlier VIEW.
+    for (auto& page : m_pages) {
+        page.resetClip();
         page.fill(page.bounds(), fill);
+    }
     drawFunctionKeyLine();
     m_windowDamage = m_composite.bounds();
 }
@@ -182,15 +185,13 @@ void Renderer::redrawRows(const TextScreen& screen)
 
 void Renderer::clearGraphics()
 {
-    // The page drawn on is cleared: inside the VIEW rectangle while a view is set, else wholly.
+    // The page drawn on is cleared: inside the VIEW rectangle while a view is set, else wholly;
+    // like every drawing, within the page's clip (so the VIEW border stays).
     Plane& page = activePage();
     Rect area = page.bounds();
     if (m_graphics.viewActive)
         area = {m_graphics.viewLeft, m_graphics.viewTop, m_graphics.viewRight + 1, m_graphics.viewBottom + 1};
-    Rect clip = page.clip();
-    page.resetClip();
     page.fill(area, background());
-    page.setClip(clip);
     composeBand(0, kRows - 1);
 }
 

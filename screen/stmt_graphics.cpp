@@ -144,10 +144,9 @@ int stmtScreen(core::Interpreter& in, int begin, int end)
         g.displayPageValue = 17;
     g.resetView();
     g.draw.reset(in.colours().foregroundColour);
-    if (auto* renderer = in.renderer()) {
-        renderer->activePage().resetClip();
+    // The page keeps the clip of the last VIEW: only the next VIEW replaces it.
+    if (auto* renderer = in.renderer())
         renderer->composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
-    }
     return in.run().statementCode;
 }
 
@@ -196,8 +195,8 @@ int stmtView(core::Interpreter& in, int begin, int end)
             page.line(x2 + 1, y1 - 1, x1 - 1, y1 - 1, colour);
         }
         renderer->composeRect(x1 - 1, y1 - 1, x2 + 1, y2 + 1);
-        // Later drawing on this page stays inside the view until the next VIEW.
-        page.setClip({x1 - 1, y1 - 1, x2 + 1, y2 + 1});
+        // Later drawing on this page stays within x1-1..x2-1 and y1-1..y2-1 until the next VIEW.
+        page.setClip({x1 - 1, y1 - 1, x2, y2});
     }
     return in.run().statementCode;
 }

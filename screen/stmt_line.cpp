@@ -90,7 +90,7 @@ int stmtLine(core::Interpreter& in, int begin, int end)
             g.tileText = value.text;
             tile = true;
         } else {
-            styleValue = static_cast<long long>(std::trunc(value.number));
+            styleValue = roundHalfAway(value.number);
             styleGiven = true;
         }
     }

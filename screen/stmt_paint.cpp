@@ -49,7 +49,7 @@ int stmtPaint(core::Interpreter& in, int begin, int end)
     // STEP counts from the last point, which PAINT leaves where it was.
     int x = 0;
     int y = 0;
-    toDevicePoint(g, point, x, y);
+    toDevicePoint(g, point, x, y, PointRounding::AddHalfTruncate);
     colours.paintColour = colours.isValid(paint) ? paint : colours.foregroundColour;
     int borderColour = colours.isValid(border) ? border : colours.paintColour;
 

@@ -95,6 +95,55 @@ INSTANTIATE_TEST_SUITE_P(ControlFlow, Loops,
         LoopCase {"FOR I%=10 TO 1 STEP -3:PRINT I%;:NEXT:PRINT I%", " 10  7  4  1 -2 "},
         LoopCase {"FOR I=1 TO 3 STEP 0:PRINT I;:NEXT", " 1  2  3 "}));
 
+// The lines every ELSE case jumps between; each case puts its IF in front as line 10.
+const std::vector<std::string> kElseTargets {"20 PRINT \"20\":END", "100 PRINT \"100\":END",
+    "200 PRINT \"200\":END", "300 *B PRINT \"B\""};
+
+struct ElseCase {
+    const char* line10;
+    const char* shown; // what RUN shows after its echo
+};
+
+class ElseBranches : public ::testing::TestWithParam<ElseCase> {};
+
+TEST_P(ElseBranches, ALineNumberOrLabelAfterElseIsAJump)
+{
+    test::Session session(20000);
+    for (const auto& line : kElseTargets)
+        session.type(line);
+    session.type(GetParam().line10);
+    EXPECT_EQ(session.type("RUN"), std::string("RUN\n") + GetParam().shown) << GetParam().line10;
+}
+
+INSTANTIATE_TEST_SUITE_P(ControlFlow, ElseBranches,
+    ::testing::Values(ElseCase {"10 IF 0 THEN 100 ELSE 200", "200\nOK\n"},
+        ElseCase {"10 IF 1 THEN 100 ELSE 200", "100\nOK\n"},
+        ElseCase {"10 IF 0 THEN PRINT \"T\" ELSE 200", "200\nOK\n"},
+        ElseCase {"10 IF 0 THEN 100 ELSE *B", "B\nOK\n"},
+        ElseCase {"10 IF 0 THEN PRINT \"T\" ELSE *B", "B\nOK\n"},
+        ElseCase {"10 IF 0 THEN GOTO 100 ELSE 200", "200\nOK\n"},
+        ElseCase {"10 IF 0 THEN 100 ELSE  200 ", "200\nOK\n"},
+        ElseCase {"10 IF 0 THEN 100 ELSE IF 1 THEN 200 ELSE 100", "200\nOK\n"},
+        ElseCase {"10 IF 0 THEN 100 ELSE IF 0 THEN 100 ELSE 200", "200\nOK\n"},
+        ElseCase {"10 PRINT \"A\":IF 0 THEN 100 ELSE 200:PRINT \"X\"", "A\n200\nOK\n"},
+        ElseCase {"10 IF 0 THEN 100 ELSE PRINT 200:PRINT \"X\"", " 200 \nX\n20\nOK\n"},
+        ElseCase {"10 IF 0 THEN 100 ELSE 250", "Undefined line number in 10\n"},
+        ElseCase {"10 IF 0 THEN PRINT \"T\" ELSE *NONE", "Undefined label in 10\n"}));
+
+TEST(ControlFlow, ElseTargetsInADirectCommand)
+{
+    test::Session session(20000);
+    for (const auto& line : kElseTargets)
+        session.type(line);
+    // A direct command jumps into the program as RUN prepared it.
+    EXPECT_EQ(session.type("RUN"), "RUN\n20\nOK\n");
+    EXPECT_EQ(session.type("IF 0 THEN 100 ELSE 200"), "IF 0 THEN 100 ELSE 200\n200\nOK\n");
+    EXPECT_EQ(session.type("IF 0 THEN PRINT \"T\" ELSE *B"), "IF 0 THEN PRINT \"T\" ELSE *B\nB\nOK\n");
+    EXPECT_EQ(session.type("IF 0 THEN 100 ELSE IF 0 THEN 100 ELSE 200"),
+        "IF 0 THEN 100 ELSE IF 0 THEN 100 ELSE 200\n200\nOK\n");
+    EXPECT_EQ(session.type("IF 0 THEN 100 ELSE 250"), "IF 0 THEN 100 ELSE 250\nUndefined line number in \n");
+}
+
 TEST(ControlFlow, AForRunAgainByGotoKeepsItsLevel)
 {
     test::Session session;

@@ -55,6 +55,17 @@ TEST(Preparation, CompilesIfIntoFourBranchEntries)
     EXPECT_EQ(in.prepared().ifAt(1).branchBase, 8);
 }
 
+TEST(Preparation, ElseLineNumbersAndLabelsBecomeJumps)
+{
+    test::RecordingHost host;
+    Interpreter in(host);
+    load(in, {{10, "10 IF A THEN PRINT 1 ELSE 200\r\n"}, {20, "20 IF B THEN *X ELSE  *Y\r\n"}});
+    ASSERT_EQ(prepareProgram(in), 0);
+    EXPECT_EQ(entries(in, 3), (std::vector<std::string> {"21 END ", "22 PRINT 1 ", "23 GOTO 20", "24 GOTO 200",
+                                  "25 GOTO 20", "26 GOTO *X ", "27 GOTO 21", "28 GOTO  *Y", "29 GOTO 21"}));
+    EXPECT_TRUE(in.prepared().labels.empty());
+}
+
 TEST(Preparation, ElseIfChainsBecomeIfStatementsOfTheirOwn)
 {
     test::RecordingHost host;

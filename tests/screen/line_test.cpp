@@ -66,6 +66,10 @@ TEST(Line, AStyleDrawsItsRuns)
     EXPECT_EQ(f.row(0, 0, 15), "####....####....");
     EXPECT_EQ(f.at(0, 0), kRed);
     EXPECT_EQ(f.session.messageOf("LINE (0,0)-(9,9),,,65536"), "Illegal function call in ");
+    // The style is rounded half away from zero like every argument: 255.5 is &H100.
+    f.session.type("LINE (0,2)-(100,2),2,,255.5");
+    EXPECT_EQ(f.row(2, 0, 15), ".......#........");
+    EXPECT_EQ(f.session.messageOf("LINE (0,0)-(9,9),,,65535.5"), "Illegal function call in ");
 }
 
 TEST(Line, FilledBoxes)

@@ -69,6 +69,21 @@ TEST(Paint, StepCountsFromTheLastPointWhichStays)
     EXPECT_EQ(f.at(100, 100), kBlue); // the last point is still (100, 100)
 }
 
+TEST(Paint, TheSeedIsRoundedByAddingOneHalf)
+{
+    // The seed is the value plus one half, truncated: -0.7 seeds at 0, where rounding half away
+    // from zero would seed off the screen and fill nothing.
+    Fixture f;
+    f.session.type("LINE (-1,190)-(20,210),7,B:PAINT (-0.7,200),4,7");
+    EXPECT_EQ(f.at(0, 200), kGreen);
+    EXPECT_EQ(f.at(19, 209), kGreen);
+    EXPECT_EQ(f.at(21, 200), 0U);
+    f.session.type("LINE (0,290)-(20,310),7,B:PSET (0,300),0:PAINT (-0.5,300),4,7");
+    EXPECT_EQ(f.at(0, 300), kGreen); // the black hole in the border is the seed
+    f.session.type("LINE (100,0)-(120,20),7,B:PSET (110,0),0:PAINT (110.4,-0.7),2,7");
+    EXPECT_EQ(f.at(110, 10), kRed);
+}
+
 TEST(Paint, FilledBoxesAndCirclesTakeATile)
 {
     Fixture f;

@@ -102,6 +102,28 @@ TEST(Screen, ClsClearsTheWindowAndGoesHome)
     EXPECT_EQ(in.colours().backgroundInEffect, 3);
 }
 
+struct ClsCase {
+    const char* command;
+    const char* cursor; // column and row afterwards
+    bool textStays;
+};
+
+class ClsCursor : public ::testing::TestWithParam<ClsCase> {};
+
+TEST_P(ClsCursor, GoesHomeAndClearsWhatItClears)
+{
+    test::Session session;
+    session.type(std::string("10 LOCATE 7,5:PRINT \"XY\";:") + GetParam().command + ":C=POS(0):R=CSRLIN");
+    session.type("RUN");
+    EXPECT_EQ(session.valueOf("STR$(C)+STR$(R)"), GetParam().cursor) << GetParam().command;
+    EXPECT_EQ(session.interpreter().screen().row(5).find("XY") != std::string::npos, GetParam().textStays)
+        << GetParam().command;
+}
+
+INSTANTIATE_TEST_SUITE_P(Screen, ClsCursor,
+    ::testing::Values(ClsCase {"CLS", " 0 0", false}, ClsCase {"CLS 1", " 0 0", false},
+        ClsCase {"CLS 2", " 0 0", true}, ClsCase {"CLS 3", " 0 0", false}, ClsCase {"CLS 4", " 9 5", true}));
+
 TEST(Screen, KeyTextsAndKeyList)
 {
     test::Session session;
