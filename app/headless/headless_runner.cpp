@@ -58,7 +58,7 @@ constexpr const char* kUsage =
     "Ctrl+C performs BREAK.\n"
     "\n"
     "Exit status: 0 when the last run ended with OK or BREAK, OK; 1 when it ended with an error\n"
-    "message; 2 for a usage error or an unreadable file.\n";
+    "message; 2 for a usage error, an unreadable file or one longer than 65535 bytes.\n";
 
 struct Options {
     bool screenDump = false;
@@ -273,6 +273,11 @@ int runFile(core::Interpreter& interpreter, const HeadlessHost& host, StreamWrit
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     if (file.bad()) {
         std::fprintf(stderr, "tessaly: cannot read %s\n", path);
+        return 2;
+    }
+    // LOAD reads no more of a program file than this; a longer file is refused, not run cut.
+    if (bytes.size() > io::kMaxProgramFileBytes) {
+        std::fprintf(stderr, "tessaly: cannot load %s: longer than %zu bytes\n", path, io::kMaxProgramFileBytes);
         return 2;
     }
     io::ProgramFile::Read(bytes, interpreter.program());

@@ -159,6 +159,28 @@ private slots:
         QCOMPARE(w.prompts->saveQuestions, 2);
     }
 
+    void aCancelledSaveKeepsTheProgramModified()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 END"));
+        // Closing: Yes, then Cancel in the Save As dialog; the next close asks again.
+        w.prompts->saveAnswers = {SaveChangesAnswer::Save};
+        QVERIFY(!w.frame().close());
+        QVERIFY(w.doc().isModified());
+        w.prompts->saveAnswers = {SaveChangesAnswer::Cancel};
+        QVERIFY(!w.frame().close());
+        QCOMPARE(w.prompts->saveQuestions, 2);
+        // Ctrl+S on the untitled program, Cancel; File New still asks.
+        QTest::keyClick(&w.frame(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(w.doc().isModified());
+        w.prompts->saveAnswers = {SaveChangesAnswer::Cancel};
+        QTest::keyClick(&w.frame(), Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(w.prompts->saveQuestions, 3);
+        QCOMPARE(w.interpreter().program().count(), 1);
+        w.prompts->saveAnswers = {SaveChangesAnswer::Discard};
+        QVERIFY(w.frame().close());
+    }
+
     void theProgramsFolderBecomesTheCurrentOne()
     {
         QTemporaryDir dir;
