@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
+#include <pthread.h>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -29,9 +30,9 @@ public:
         sigemptyset(&deferred);
         for (int signal : {SIGTERM, SIGINT, SIGHUP, SIGQUIT})
             sigaddset(&deferred, signal);
-        sigprocmask(SIG_BLOCK, &deferred, &m_previous);
+        pthread_sigmask(SIG_BLOCK, &deferred, &m_previous);
     }
-    ~TerminationDeferred() { sigprocmask(SIG_SETMASK, &m_previous, nullptr); }
+    ~TerminationDeferred() { pthread_sigmask(SIG_SETMASK, &m_previous, nullptr); }
     TerminationDeferred(const TerminationDeferred&) = delete;
     TerminationDeferred& operator=(const TerminationDeferred&) = delete;
 
