@@ -91,6 +91,8 @@ public:
     {
         return m_run.runMode == RunMode::Running && !m_run.running && m_run.lastResult == result::kInputWait;
     }
+    // An INPUT$ waits for keys: the run makes no progress until a key (or an event) arrives.
+    [[nodiscard]] bool isWaitingForKeys() const { return m_run.running && m_run.waitingForKeys; }
     [[nodiscard]] bool isBusy() const { return m_run.running || m_run.runMode != RunMode::Direct; }
 
     // --- Subsystems ---

@@ -9,37 +9,11 @@
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/run_loop.h"
+#include "core/upper_case_pass.h"
 #include "core/statements.h"
 #include "expr/statements.h"
 
 namespace tessaly::core {
-
-void upperCaseEnteredText(std::string& text)
-{
-    bool quoted = false;
-    bool keepCase = false;
-    for (size_t pos = 0; pos < text.size(); ++pos) {
-        char& c = text[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
-        if (c == '\'')
-            return;
-        if (c == ':')
-            keepCase = false;
-        if (keepCase)
-            continue;
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-        if (c == 'M' && pos >= 2 && text.compare(pos - 2, 2, "RE") == 0)
-            keepCase = true;
-        if (c == ' ' && pos >= 4 && text.compare(pos - 4, 4, "DATA") == 0)
-            keepCase = true;
-    }
-}
 
 bool isNumberedLine(std::string_view text)
 {
@@ -85,7 +59,7 @@ void enterLine(Interpreter& in, std::string_view typed)
         return;
     }
     std::string text(trimmed);
-    upperCaseEnteredText(text);
+    upperCaseOutsideStrings(text, CaseRules::TypedLine);
     if (!in.buffer().assign(text)) {
         screen.NewLine();
         in.raiseWithoutLine(ErrorId::LineBufferOverflow);

@@ -9,10 +9,6 @@ namespace tessaly::core {
 
 class Interpreter;
 
-// Upper-cases text outside string literals; the rest of a line after an apostrophe, and REM text
-// and DATA items up to the next colon, keep their case.
-void upperCaseEnteredText(std::string& text);
-
 // True when the text, read as a decimal number from its start and rounded, is above 0.
 [[nodiscard]] bool isNumberedLine(std::string_view text);
 

@@ -164,8 +164,8 @@ AfterStatement afterStatement(Interpreter& in, int outcome)
     if (outcome == result::kDeviceSave || outcome == result::kSerialLoad)
         return AfterStatement::Return;
     if (outcome == kFailed && run.waitingForKeys && !in.error().isPending()) {
-        // Too few keys for INPUT$: the same statement runs again at the next step.
-        run.waitingForKeys = false;
+        // Too few keys for INPUT$: the same statement runs again at the next step. The flag
+        // stays up until then, so that the idle driver can sleep until a key arrives.
         --run.currentIndex;
         run.lastResult = 0;
         return AfterStatement::Return;
@@ -278,6 +278,7 @@ void runLoop(Interpreter& in)
         next = Next::Advance;
         run.lastExecutedIndex = run.currentIndex;
         run.executing = true;
+        run.waitingForKeys = false;
         int outcome = executeStatement(in, 0, in.buffer().length());
         run.executing = false;
         run.lastResult = outcome;

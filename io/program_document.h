@@ -16,15 +16,25 @@ namespace tessaly::io {
 // (LOAD and SAVE).
 enum class RaiseAt : uint8_t { NoLine, Statement };
 
-// Replaces the program with the file at path (its first 65,535 bytes). false, with
-// "File not open in " raised, when the file cannot be read; the program is then untouched.
-bool LoadProgramDocument(core::Interpreter& in, const std::string& path, RaiseAt raiseAt = RaiseAt::NoLine);
+enum class LoadOutcome : uint8_t {
+    Failed, // "File not open in " raised; the program is untouched
+    Loaded,
+    Cut, // the file is longer than a program file may be: only its first 65,535 bytes were read
+};
 
-// Writes the program to path in the format to write. false with an error raised:
-// "File already exist in " when the file cannot be created, "Syntax error in " when a line
-// cannot be written as a record (the file is left empty), "Disk I/O error in " when writing
-// fails (the previous file is kept). The new file replaces the old one only when it is whole.
-bool SaveProgramDocument(core::Interpreter& in, const std::string& path, RaiseAt raiseAt = RaiseAt::NoLine);
+// Replaces the program with the file at path (its first 65,535 bytes).
+LoadOutcome LoadProgramDocument(core::Interpreter& in, const std::string& path, RaiseAt raiseAt = RaiseAt::NoLine);
+
+// The line shown after a save that LOAD cannot read back whole.
+inline constexpr char kSavedTooLongToLoad[] = "Program longer than 65535 bytes: LOAD reads only the first 65535";
+
+// Writes the program to path in the format to write (a symbolic link is followed to its file).
+// false with an error raised: "File already exist in " when the file cannot be created or
+// written, "Syntax error in " when a line cannot be written as a record, "Disk I/O error in "
+// when writing fails. A failed save never changes the file on disk. tooLongToLoad, when given,
+// tells whether the written file is longer than LOAD reads.
+bool SaveProgramDocument(
+    core::Interpreter& in, const std::string& path, RaiseAt raiseAt = RaiseAt::NoLine, bool* tooLongToLoad = nullptr);
 
 // The folder that holds path ("." for a bare name).
 std::string FolderOf(const std::string& path);

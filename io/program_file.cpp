@@ -4,6 +4,8 @@
 
 #include <vector>
 
+#include "core/upper_case_pass.h"
+
 namespace tessaly::io::ProgramFile {
 
 namespace {
@@ -17,51 +19,6 @@ constexpr size_t kMaxRecordBytes = 0xFFFF;
 constexpr int kMaxRecordNumber = 0xFFFF;
 
 unsigned char byteAt(std::string_view text, size_t at) { return static_cast<unsigned char>(text[at]); }
-
-// A lead byte as the reader sees it: the byte after it is never upper-cased.
-bool isReaderLeadByte(unsigned char b) { return (b >= 0x80 && b <= 0x9F) || b >= 0xE0; }
-
-// True when the byte at i finishes "REM" or "DATA": the text after it keeps its case.
-bool endsKeepCaseWord(std::string_view text, size_t i)
-{
-    if (text[i] == 'M')
-        return i >= 2 && text.substr(i - 2, 2) == "RE";
-    if (text[i] == 'A')
-        return i >= 3 && text.substr(i - 3, 3) == "DAT";
-    return false;
-}
-
-// Upper-cases the file text outside strings, REM text, apostrophe comments and DATA items. Only a
-// CR ends a line for this pass, so with LF-only line ends an open string or comment runs on.
-// A quote, CR, apostrophe or colon after a lead byte is no trail byte and keeps its meaning.
-void upperCaseProgramText(std::string& text)
-{
-    bool inString = false;
-    bool literal = false;
-    bool trailNext = false;
-    for (size_t i = 0; i < text.size(); ++i) {
-        unsigned char c = byteAt(text, i);
-        bool trail = trailNext;
-        trailNext = !trail && isReaderLeadByte(c);
-        if (c == '"') {
-            inString = !inString;
-        } else if (c == '\r') {
-            inString = false;
-            literal = false;
-        } else if (inString) {
-            continue;
-        } else if (c == '\'') {
-            literal = true;
-        } else if (c == ':') {
-            literal = false;
-        } else if (!literal && !trail) {
-            if (c >= 'a' && c <= 'z')
-                text[i] = static_cast<char>(c - 'a' + 'A');
-            if (endsKeepCaseWord(text, i))
-                literal = true;
-        }
-    }
-}
 
 // The number at the start of a text line: blanks before the digits and bytes other than digits
 // below "9" (bytes 0x80 and above included) are passed over; a blank after digits or a byte
@@ -110,7 +67,9 @@ void endTextLine(std::string& current, Lines& lines)
 void readText(std::string_view bytes, core::ProgramStore& store)
 {
     std::string text(bytes);
-    upperCaseProgramText(text);
+    // Only a CR ends a line for this pass, so with LF-only line ends an open string or comment
+    // runs on.
+    core::upperCaseOutsideStrings(text, core::CaseRules::ProgramFile);
     Lines lines;
     std::string current;
     for (char c : text) {

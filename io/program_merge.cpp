@@ -6,31 +6,10 @@
 
 #include "core/interpreter.h"
 #include "core/statements.h"
+#include "core/upper_case_pass.h"
 #include "io/basic_path.h"
-#include "io/shift_jis.h"
 
 namespace tessaly::io {
-
-namespace {
-
-// Letters outside double quotes become upper case; a double-byte character's second byte stays.
-void upperCaseOutsideStrings(std::string& line)
-{
-    bool quoted = false;
-    for (size_t k = 0; k < line.size(); ++k) {
-        auto byte = static_cast<uint8_t>(line[k]);
-        if (IsLeadByte(byte)) {
-            ++k;
-            continue;
-        }
-        if (byte == '"')
-            quoted = !quoted;
-        else if (!quoted && byte >= 'a' && byte <= 'z')
-            line[k] = static_cast<char>(byte - 32);
-    }
-}
-
-} // namespace
 
 int ReadFileForMerge(core::Interpreter& in, const std::string& path, std::string& contents)
 {
@@ -69,7 +48,7 @@ int MergeProgramText(core::Interpreter& in, std::string_view text, bool upperCas
             continue;
         line.assign(raw.substr(first));
         if (upperCase)
-            upperCaseOutsideStrings(line);
+            core::upperCaseOutsideStrings(line, core::CaseRules::AllOutsideStrings);
         auto digits = std::string_view(line).substr(0, line.find_first_not_of("0123456789"));
         // Refused lines are reported as line entry reports them: a line too long with its own
         // number, a number out of range or a full program with 0.

@@ -54,14 +54,21 @@ int stmtLoad(core::Interpreter& in, int begin, int end)
         return in.raise(ErrorId::IllegalOperationKeyboard);
     // The full path is taken first: loading makes the program's folder the current one.
     std::string path = AbsolutePath(HostPath(WithProgramExtension(name)));
-    if (!LoadProgramDocument(in, path, RaiseAt::Statement))
+    LoadOutcome outcome = LoadProgramDocument(in, path, RaiseAt::Statement);
+    if (outcome == LoadOutcome::Failed)
         return core::kFailed;
     in.host().programLoaded(path);
+    if (outcome == LoadOutcome::Cut)
+        in.host().setDocumentModified(true);
     if (!startedByRun) {
         // The screen starts afresh, and the prompt takes its first row.
         in.resetScreen();
         in.run().printNewline = true;
     }
+    // A file longer than LOAD reads keeps its first 65,535 bytes in the program, but is not run:
+    // as for any program that does not fit, the load ends with "Out of memory in ".
+    if (outcome == LoadOutcome::Cut)
+        return in.raise(ErrorId::OutOfMemory);
     if (runAfter || startedByRun)
         return core::beginRun(in, 0, {});
     return core::endAsAtEnd(in);
@@ -84,8 +91,15 @@ int stmtSave(core::Interpreter& in, int begin, int end)
     if (namesTransferDevice(name, true))
         return in.raise(ErrorId::IllegalOperationKeyboard);
     in.programFormats().saveFormat = format;
-    if (!SaveProgramDocument(in, HostPath(WithProgramExtension(name)), RaiseAt::Statement))
+    bool tooLongToLoad = false;
+    if (!SaveProgramDocument(in, HostPath(WithProgramExtension(name)), RaiseAt::Statement, &tooLongToLoad))
         return core::kFailed;
+    // The file is written whole, but LOAD would cut it: the user is told at once, as a printed
+    // line that does not stop the program.
+    if (tooLongToLoad) {
+        in.screen().Print(kSavedTooLongToLoad);
+        in.screen().NewLine();
+    }
     return in.run().statementCode;
 }
 

@@ -83,10 +83,11 @@ void CTessalyApp::onIdle()
     slice.start();
     do {
         in.idle();
-    } while (in.isRunning() && !slice.hasExpired(kSliceMilliseconds));
+    } while (in.isRunning() && !in.isWaitingForKeys() && !slice.hasExpired(kSliceMilliseconds));
     m_view->refresh();
-    // Nothing runs: no more idle calls until input or a timer starts something.
-    if (!in.isRunning())
+    // Nothing runs, or an INPUT$ waits for keys as INPUT waits for its line: no more idle calls
+    // until input or a timer starts something (kick).
+    if (!in.isRunning() || in.isWaitingForKeys())
         m_idle.stop();
 }
 

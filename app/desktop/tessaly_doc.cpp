@@ -83,30 +83,58 @@ void CTessalyDoc::onFileOpen()
     showCaret();
 }
 
-bool CTessalyDoc::openPath(const QString& path)
+io::LoadOutcome CTessalyDoc::load(const QString& path)
 {
     auto& in = m_view.interpreter();
     if (in.isBusy())
         in.breakProgram();
     // Loading makes the program's folder the current one: the full path is taken first.
     QString absolute = QFileInfo(path).absoluteFilePath();
-    return finishFileCommand(io::LoadProgramDocument(in, localPath(absolute)), absolute);
+    auto outcome = io::LoadProgramDocument(in, localPath(absolute));
+    finishFileCommand(outcome != io::LoadOutcome::Failed, absolute);
+    return outcome;
+}
+
+void CTessalyDoc::reportCut()
+{
+    // Only the first 65,535 bytes were loaded: the program says so as LOAD does, and counts as
+    // changed so that it is not dropped or taken for the whole file unasked.
+    setModified(true);
+    m_view.interpreter().raiseWithoutLine(core::ErrorId::OutOfMemory);
+    m_view.interpreter().showPendingError();
+    showCaret();
+}
+
+bool CTessalyDoc::openPath(const QString& path)
+{
+    auto outcome = load(path);
+    if (outcome == io::LoadOutcome::Cut)
+        reportCut();
+    return outcome != io::LoadOutcome::Failed;
 }
 
 bool CTessalyDoc::openAndResetScreen(const QString& path)
 {
-    if (!openPath(path))
+    auto outcome = load(path);
+    if (outcome == io::LoadOutcome::Failed)
         return false;
     m_view.interpreter().resetScreen();
     showCaret();
+    if (outcome == io::LoadOutcome::Cut)
+        reportCut();
     return true;
 }
 
 bool CTessalyDoc::openDropped(const QString& path)
 {
-    if (!openAndResetScreen(path))
+    auto outcome = load(path);
+    if (outcome == io::LoadOutcome::Failed)
         return false;
-    m_view.interpreter().showOk();
+    m_view.interpreter().resetScreen();
+    if (outcome == io::LoadOutcome::Cut)
+        reportCut();
+    else
+        m_view.interpreter().showOk();
     showCaret();
     return true;
 }
@@ -128,15 +156,24 @@ bool CTessalyDoc::onFileSaveAs()
             path += QStringLiteral(".BAS");
         saved = saveTo(QFileInfo(path).absoluteFilePath());
     }
-    // After a save or a cancel the document counts as unmodified.
-    setModified(false);
+    // Only a save that succeeded clears the modified flag (finishFileCommand): a cancelled or
+    // failed save leaves the program modified, so closing or File New asks about it again and a
+    // program is never dropped unsaved.
     showCaret();
     return saved;
 }
 
 bool CTessalyDoc::saveTo(const QString& path)
 {
-    return finishFileCommand(io::SaveProgramDocument(m_view.interpreter(), localPath(path)), path);
+    auto& in = m_view.interpreter();
+    bool tooLongToLoad = false;
+    bool saved = finishFileCommand(io::SaveProgramDocument(in, localPath(path), io::RaiseAt::NoLine, &tooLongToLoad), path);
+    if (saved && tooLongToLoad) {
+        in.screen().Print(io::kSavedTooLongToLoad);
+        in.screen().NewLine();
+        showCaret();
+    }
+    return saved;
 }
 
 bool CTessalyDoc::finishFileCommand(bool succeeded, const QString& path)

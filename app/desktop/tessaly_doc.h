@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "io/program_document.h"
+
 namespace tessaly::desktop {
 
 class CTessalyView;
@@ -42,6 +44,8 @@ signals:
     void titleChanged(const QString& title);
 
 private:
+    io::LoadOutcome load(const QString& path);
+    void reportCut();
     bool saveTo(const QString& path);
     // After a load or a save: the document takes the path, or the error is shown.
     bool finishFileCommand(bool succeeded, const QString& path);

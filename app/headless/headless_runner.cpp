@@ -62,7 +62,8 @@ constexpr const char* kUsage =
     "\n"
     "Exit status: 0 when the last run ended with OK or BREAK, OK; 1 when it ended with an error\n"
     "message; 2 for a usage error, or a FILE that cannot be read (missing, unreadable, a folder\n"
-    "or a device): \"tessaly: cannot read FILE\" on standard error.\n";
+    "or a device): \"tessaly: cannot read FILE\" on standard error; a FILE longer than 65535\n"
+    "bytes (LOAD would cut it): \"tessaly: cannot load FILE: longer than 65535 bytes\".\n";
 
 struct Options {
     bool screenDump = false;
@@ -392,6 +393,11 @@ int runFile(Runner& r, const char* path)
     std::string bytes;
     if (!readProgramFile(path, bytes)) {
         std::fprintf(stderr, "tessaly: cannot read %s\n", path);
+        return 2;
+    }
+    // LOAD reads no more of a program file than this; a longer file is refused, not run cut.
+    if (bytes.size() > io::kMaxProgramFileBytes) {
+        std::fprintf(stderr, "tessaly: cannot load %s: longer than %zu bytes\n", path, io::kMaxProgramFileBytes);
         return 2;
     }
     io::ProgramFile::Read(bytes, r.interpreter.program());

@@ -115,6 +115,41 @@ private slots:
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList {QStringLiteral("KEEP.BAS")});
     }
 
+    void programsLongerThanLoadReadsAreNeverCutSilently()
+    {
+        QTemporaryDir dir;
+        QByteArray bytes;
+        for (int line = 1; line <= 300; ++line)
+            bytes += QByteArray::number(line) + " REM " + QByteArray(240, 'x') + "\r\n";
+        QString path = dir.filePath(QStringLiteral("LONG.BAS"));
+        writeFile(path, bytes);
+        auto screenHas = [](Window& w, const QString& text) {
+            for (int r = 0; r < 25; ++r) {
+                if (w.row(r) == text)
+                    return true;
+            }
+            return false;
+        };
+        // Open keeps the first 65,535 bytes, says so, and counts the cut program as changed.
+        Window w;
+        w.prompts->openNames = {path};
+        w.frame().runCommand(cmd::kFileOpen);
+        QCOMPARE(w.interpreter().program().count(), 263);
+        QVERIFY(screenHas(w, QStringLiteral("Out of memory in")));
+        QVERIFY(w.doc().isModified());
+        // Save As writes a long program whole and warns that LOAD will not read it all.
+        std::vector<core::ProgramStore::Line> lines;
+        for (int line = 1; line <= 300; ++line)
+            lines.push_back({line, std::to_string(line) + " REM " + std::string(240, 'y') + "\r\n"});
+        w.interpreter().program().replaceAll(std::move(lines));
+        QString copy = dir.filePath(QStringLiteral("COPY.BAS"));
+        w.prompts->saveNames = {copy};
+        w.frame().runCommand(cmd::kFileSaveAs);
+        QCOMPARE(readAll(copy).size(), bytes.size());
+        QVERIFY(screenHas(w, QStringLiteral("Program longer than 65535 bytes: LOAD reads only the first 65535")));
+        QVERIFY(!w.doc().isModified());
+    }
+
     void newAsksToSaveChanges()
     {
         Window w;
@@ -157,6 +192,28 @@ private slots:
         w.prompts->saveAnswers = {SaveChangesAnswer::Discard};
         QVERIFY(w.frame().close());
         QCOMPARE(w.prompts->saveQuestions, 2);
+    }
+
+    void aCancelledSaveKeepsTheProgramModified()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 END"));
+        // Closing: Yes, then Cancel in the Save As dialog; the next close asks again.
+        w.prompts->saveAnswers = {SaveChangesAnswer::Save};
+        QVERIFY(!w.frame().close());
+        QVERIFY(w.doc().isModified());
+        w.prompts->saveAnswers = {SaveChangesAnswer::Cancel};
+        QVERIFY(!w.frame().close());
+        QCOMPARE(w.prompts->saveQuestions, 2);
+        // Ctrl+S on the untitled program, Cancel; File New still asks.
+        QTest::keyClick(&w.frame(), Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(w.doc().isModified());
+        w.prompts->saveAnswers = {SaveChangesAnswer::Cancel};
+        QTest::keyClick(&w.frame(), Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(w.prompts->saveQuestions, 3);
+        QCOMPARE(w.interpreter().program().count(), 1);
+        w.prompts->saveAnswers = {SaveChangesAnswer::Discard};
+        QVERIFY(w.frame().close());
     }
 
     void theProgramsFolderBecomesTheCurrentOne()

@@ -56,6 +56,26 @@ private slots:
         QCOMPARE(w.row(2), QStringLiteral("BREAK, OK in 10"));
     }
 
+    void inputDollarSleepsUntilAKeyArrives()
+    {
+        Window w;
+        w.typeLine(QStringLiteral("10 A$=INPUT$(2)"));
+        w.typeLine(QStringLiteral("20 PRINT \"GOT \";A$"));
+        // Waiting for its keys, the program schedules no idle steps: the window rests.
+        w.typeLine(QStringLiteral("RUN"));
+        QVERIFY(w.interpreter().isRunning());
+        QVERIFY(w.interpreter().isWaitingForKeys());
+        QVERIFY(!w.app->idleActive());
+        QTest::keyClick(&w.view(), Qt::Key_X);
+        QVERIFY(w.settle(20));
+        QVERIFY(w.interpreter().isWaitingForKeys());
+        QTest::keyClick(&w.view(), Qt::Key_Y);
+        QVERIFY(w.settle(20));
+        QVERIFY(!w.interpreter().isRunning());
+        QCOMPARE(w.row(3), QStringLiteral("GOT xy"));
+        QCOMPARE(w.row(4), QStringLiteral("OK"));
+    }
+
     void controlCStopsAndItsPressTypesNothing()
     {
         Window w;

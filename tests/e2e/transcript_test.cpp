@@ -3,6 +3,11 @@
 // exit status NAME.status (0 when absent). NAME.args adds options; NAME.stdin feeds a NAME.bas.
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+
+#include <array>
+#include <cstdlib>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -90,5 +95,32 @@ INSTANTIATE_TEST_SUITE_P(Headless, TranscriptTest, ::testing::ValuesIn(transcrip
         }
         return name;
     });
+
+// A program file longer than LOAD reads is refused with a message, never run cut.
+TEST(HeadlessFile, LongerThanLoadReadsIsRefused)
+{
+    char folder[] = "/tmp/tessaly-long-XXXXXX";
+    ASSERT_NE(mkdtemp(folder), nullptr);
+    fs::path program = fs::path(folder) / "LONG.BAS";
+    {
+        std::ofstream file(program, std::ios::binary);
+        for (int line = 1; line <= 300; ++line)
+            file << line << " PRINT " << std::string(240, '1') << "\r\n";
+    }
+    fs::path errors = fs::path(folder) / "stderr";
+    std::string command = shellQuote(TESSALY_BINARY) + " --headless " + shellQuote(program.string()) + " < /dev/null 2> " +
+        shellQuote(errors.string());
+    FILE* pipe = popen(command.c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::array<char, 4096> chunk {};
+    size_t printed = 0;
+    while (size_t got = fread(chunk.data(), 1, chunk.size(), pipe))
+        printed += got;
+    int status = pclose(pipe);
+    EXPECT_EQ(printed, 0u);
+    EXPECT_EQ(WIFEXITED(status) ? WEXITSTATUS(status) : -1, 2);
+    EXPECT_EQ(readFile(errors), "tessaly: cannot load " + program.string() + ": longer than 65535 bytes\n");
+    fs::remove_all(folder);
+}
 
 } // namespace

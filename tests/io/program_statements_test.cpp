@@ -1,12 +1,17 @@
 // LOAD, SAVE, MERGE, KILL and NAME typed as a user types them, in a folder of the test's own.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 #include "io/basic_path.h"
 #include "support/temp_folder.h"
@@ -164,6 +169,180 @@ TEST_F(InFolder, ChainAndCommonFailures)
     EXPECT_EQ(session.messageOf("CHAIN \"NONE.BAS\""), "File not found in ");
     session.type({"10 FOR I=1 TO 11:COMMON A:NEXT"});
     EXPECT_EQ(session.type("RUN"), "RUN\nOut of memory in 10\n");
+}
+
+TEST_F(InFolder, TypedDoubleByteCharactersAreSavedAsTyped)
+{
+    test::Session session;
+    // 0x83 0x65 is a katakana whose second byte is a lower-case letter in ASCII.
+    session.type({"10 a=1:\x83\x65", "20 rem \x83\x61:print \"\x83\x61\""});
+    EXPECT_EQ(session.messageOf("SAVE \"KANA\",A"), "");
+    EXPECT_EQ(fileBytes("KANA.BAS"), "10 A=1:\x83\x65\r\n20 REM \x83\x61:PRINT \"\x83\x61\"\r\n");
+}
+
+// Whatever makes a SAVE fail, the file on disk stays as it was and nothing is left beside it.
+TEST_F(InFolder, AFailedSaveLeavesTheFileAsItWas)
+{
+    writeFile("OLD.BAS", "10 END\r\n");
+    test::Session session;
+    // Line 65536 can be stored but has no line record.
+    session.type({"10 PRINT 1", "65536 END"});
+    EXPECT_EQ(session.messageOf("SAVE \"OLD\""), "Syntax error in ");
+    EXPECT_EQ(fileBytes("OLD.BAS"), "10 END\r\n");
+    EXPECT_EQ(session.messageOf("SAVE \"OLD\",A"), "");
+    EXPECT_EQ(fileBytes("OLD.BAS"), "10 PRINT 1\r\n65536 END\r\n");
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(m_folder))
+        names.push_back(entry.path().filename().string());
+    EXPECT_EQ(names, std::vector<std::string> {"OLD.BAS"});
+}
+
+// A program longer than LOAD reads is saved whole with a warning; LOAD keeps its first 65,535
+// bytes and says "Out of memory in ", and the cut program counts as changed.
+TEST_F(InFolder, ProgramsTooLongToLoadWholeAreNeverCutSilently)
+{
+    test::Session session;
+    const std::string body(240, 'x');
+    for (int line = 1; line <= 300; ++line)
+        session.type(std::to_string(line) + " REM " + body);
+    EXPECT_EQ(session.type("SAVE \"BIG\",A"), "SAVE \"BIG\",A\nProgram longer than 65535 bytes: LOAD reads only the first 65535\nOK\n");
+    // Lines 1-9 take 248 bytes, 10-99 249, 100-300 250.
+    EXPECT_EQ(fileBytes("BIG.BAS").size(), 9u * 248u + 90u * 249u + 201u * 250u);
+    session.type("NEW");
+    session.host().modified = false;
+    EXPECT_EQ(session.messageOf("LOAD \"BIG\""), "Out of memory in ");
+    EXPECT_TRUE(session.host().modified);
+    // 65,535 bytes hold lines 1 to 262 whole and the first 143 bytes of line 263.
+    auto& store = session.interpreter().program();
+    ASSERT_EQ(store.count(), 263);
+    EXPECT_EQ(store.textAt(263), "263 REM " + std::string(135, 'x') + "\r\n");
+    EXPECT_EQ(session.messageOf("RUN \"BIG\""), "Out of memory in ");
+    // A program that fits is saved without a word.
+    session.type("NEW");
+    session.type("10 END");
+    EXPECT_EQ(session.type("SAVE \"SMALL\""), "SAVE \"SMALL\"\nOK\n");
+    EXPECT_EQ(session.messageOf("LOAD \"SMALL\""), "");
+}
+
+// Runs body in a child process and returns how it ended (its wait status).
+template <typename Body>
+int inChildProcess(Body body)
+{
+    pid_t child = fork();
+    if (child == 0)
+        _exit(body());
+    int status = 0;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+std::vector<std::string> namesIn(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST_F(InFolder, TerminationDuringASaveLeavesNoTemporaryFile)
+{
+    writeFile("OLD.BAS", "10 END\r\n");
+    int status = inChildProcess([] {
+        // The write stops at the file size limit, and right then the process is asked to end.
+        std::signal(SIGXFSZ, [](int) { std::raise(SIGTERM); });
+        rlimit small {};
+        getrlimit(RLIMIT_FSIZE, &small);
+        small.rlim_cur = 16;
+        setrlimit(RLIMIT_FSIZE, &small);
+        test::Session session;
+        session.type("10 PRINT \"a line long enough to pass the limit\"");
+        session.type("SAVE \"OLD\",A");
+        return 0;
+    });
+    ASSERT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGTERM);
+    EXPECT_EQ(namesIn(m_folder), std::vector<std::string> {"OLD.BAS"});
+    EXPECT_EQ(fileBytes("OLD.BAS"), "10 END\r\n");
+}
+
+TEST_F(InFolder, SavingRemovesTemporaryFilesOfSavesThatWereKilled)
+{
+    pid_t gone = fork();
+    if (gone == 0)
+        _exit(0);
+    waitpid(gone, nullptr, 0);
+    std::string stale = ".tessaly-save-" + std::to_string(gone) + "-Ab12Cd";
+    std::string busy = ".tessaly-save-" + std::to_string(getppid()) + "-Ab12Cd";
+    writeFile(stale, "10 HALF");
+    writeFile(busy, "10 BUSY");
+    writeFile(".tessaly-save-notes", "kept");
+    test::Session session;
+    session.type("10 END");
+    EXPECT_EQ(session.messageOf("SAVE \"NEW\",A"), "");
+    std::vector<std::string> expected = {busy, ".tessaly-save-notes", "NEW.BAS"};
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(namesIn(m_folder), expected);
+}
+
+TEST_F(InFolder, SaveThroughALinkWritesTheFileItNames)
+{
+    fs::create_directory(m_folder / "REAL");
+    writeFile("REAL/TARGET.BAS", "10 END\r\n");
+    fs::create_symlink("REAL/TARGET.BAS", m_folder / "LINK.BAS");
+    fs::create_symlink("REAL/LATER.BAS", m_folder / "DANGLING.BAS");
+    test::Session session;
+    session.type("10 PRINT 2");
+    EXPECT_EQ(session.messageOf("SAVE \"LINK\",A"), "");
+    EXPECT_EQ(session.messageOf("SAVE \"DANGLING\",A"), "");
+    EXPECT_TRUE(fs::is_symlink(m_folder / "LINK.BAS"));
+    EXPECT_TRUE(fs::is_symlink(m_folder / "DANGLING.BAS"));
+    EXPECT_EQ(fileBytes("REAL/TARGET.BAS"), "10 PRINT 2\r\n");
+    EXPECT_EQ(fileBytes("REAL/LATER.BAS"), "10 PRINT 2\r\n");
+    EXPECT_EQ(namesIn(m_folder / "REAL"), (std::vector<std::string> {"LATER.BAS", "TARGET.BAS"}));
+}
+
+// A writable file in a folder that takes no new files is rewritten in place; a write that fails
+// there puts the previous bytes back. The save runs in a child process without root's rights
+// (as root every folder would be writable).
+TEST_F(InFolder, AWritableFileInAFolderWithoutWriteRightIsSavedInPlace)
+{
+    fs::create_directory(m_folder / "LOCKED");
+    writeFile("LOCKED/OPEN.BAS", "10 END\r\n");
+    fs::permissions(m_folder / "LOCKED/OPEN.BAS", fs::perms(0666));
+    fs::permissions(m_folder, fs::perms(0755));
+    fs::permissions(m_folder / "LOCKED", fs::perms(0555));
+    constexpr uid_t kNobody = 65534;
+    constexpr int kCannotDropRoot = 10;
+    int status = inChildProcess([this] {
+        if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0))
+            return kCannotDropRoot;
+        test::Session session;
+        session.type("10 PRINT \"a line long enough to pass the limit\"");
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit old {};
+        getrlimit(RLIMIT_FSIZE, &old);
+        rlimit small = old;
+        small.rlim_cur = 16;
+        setrlimit(RLIMIT_FSIZE, &small);
+        std::string full = session.messageOf("SAVE \"LOCKED\\OPEN\",A");
+        setrlimit(RLIMIT_FSIZE, &old);
+        if (full != "Disk I/O error in " || fileBytes("LOCKED/OPEN.BAS") != "10 END\r\n")
+            return 1;
+        session.type({"NEW", "10 PRINT 3"});
+        if (session.messageOf("SAVE \"LOCKED\\OPEN\",A") != "")
+            return 2;
+        if (session.messageOf("SAVE \"LOCKED\\NEW\",A") != "File already exist in ")
+            return 3;
+        return 0;
+    });
+    fs::permissions(m_folder / "LOCKED", fs::perms(0755));
+    ASSERT_TRUE(WIFEXITED(status));
+    if (WEXITSTATUS(status) == kCannotDropRoot)
+        GTEST_SKIP() << "root's rights cannot be given up here";
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(fileBytes("LOCKED/OPEN.BAS"), "10 PRINT 3\r\n");
+    EXPECT_EQ(namesIn(m_folder / "LOCKED"), std::vector<std::string> {"OPEN.BAS"});
 }
 
 TEST_F(InFolder, KillDeletesAndNameRenamesInPlace)
