@@ -1,12 +1,15 @@
 // End-to-end transcripts: every tests/transcripts/NAME.bas (run as a file) or NAME.in (typed on
 // standard input) is run through `tessaly --headless`; standard output must equal NAME.out and the
 // exit status NAME.status (0 when absent). NAME.args adds options; NAME.stdin feeds a NAME.bas.
+// Each runs in a fresh temporary folder holding a copy of the program, so that the files a program
+// writes (and the folder that loading the program makes current) stay out of the source tree.
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -67,13 +70,18 @@ TEST_P(TranscriptTest, MatchesExpectedOutput)
         while (!args.empty() && (args.back() == '\n' || args.back() == '\r'))
             args.pop_back();
     }
-    std::string command = shellQuote(TESSALY_BINARY) + " --headless " + args;
+    char pattern[] = "/tmp/tessaly-transcript-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern), nullptr);
+    fs::path folder = pattern;
+    fs::path program = folder / t.program.filename();
+    fs::copy_file(t.program, program);
+    std::string command = "cd " + shellQuote(folder.string()) + " && " + shellQuote(TESSALY_BINARY) + " --headless " + args;
     if (t.typed)
-        command += " < " + shellQuote(t.program.string());
+        command += " < " + shellQuote(program.string());
     else if (fs::exists(base.string() + ".stdin"))
-        command += " " + shellQuote(t.program.string()) + " < " + shellQuote(base.string() + ".stdin");
+        command += " " + shellQuote(program.string()) + " < " + shellQuote(base.string() + ".stdin");
     else
-        command += " " + shellQuote(t.program.string()) + " < /dev/null";
+        command += " " + shellQuote(program.string()) + " < /dev/null";
     FILE* pipe = popen(command.c_str(), "r");
     ASSERT_NE(pipe, nullptr);
     std::string output;
@@ -83,6 +91,7 @@ TEST_P(TranscriptTest, MatchesExpectedOutput)
         output.append(chunk.data(), got);
     int status = pclose(pipe);
     int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    fs::remove_all(folder);
 
     EXPECT_EQ(output, readFile(base.string() + ".out")) << "transcript " << t.name;
     int expectedStatus = 0;
