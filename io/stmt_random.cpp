@@ -124,6 +124,13 @@ int readField(core::Interpreter& in, std::string_view clause, int offset, Record
     return 0;
 }
 
+// GET and PUT whose argument starts with "@" or "(" are the screen-image forms, not file records.
+bool isImageForm(std::string_view text)
+{
+    size_t first = text.find_first_not_of(' ');
+    return first != std::string_view::npos && (text[first] == '@' || text[first] == '(');
+}
+
 // The channel that FIELD, GET and PUT name before their first comma (the whole argument when
 // there is none); afterComma is npos when there is no comma.
 int channelOf(core::Interpreter& in, std::string_view text, FileChannel*& channel, size_t& afterComma)
@@ -266,6 +273,8 @@ int stmtRset(core::Interpreter& in, int begin, int end) { return setField(in, be
 int stmtGetRecord(core::Interpreter& in, int begin, int end)
 {
     auto text = argumentText(in, begin, end);
+    if (isImageForm(text))
+        return in.raise(ErrorId::SyntaxError); // screen images are not offered here
     FileChannel* channel = nullptr;
     size_t afterComma = 0;
     TRY_BASIC(channelOf(in, text, channel, afterComma));
@@ -291,6 +300,8 @@ int stmtGetRecord(core::Interpreter& in, int begin, int end)
 int stmtPutRecord(core::Interpreter& in, int begin, int end)
 {
     auto text = argumentText(in, begin, end);
+    if (isImageForm(text))
+        return in.raise(ErrorId::SyntaxError); // screen images are not offered here
     FileChannel* channel = nullptr;
     size_t afterComma = 0;
     TRY_BASIC(channelOf(in, text, channel, afterComma));

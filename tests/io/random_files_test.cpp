@@ -128,6 +128,13 @@ INSTANTIATE_TEST_SUITE_P(Statements, RecordErrors,
         RecordError {"PRINT INPUT$(2,#2);INPUT$(2,#2)", "Disk I/O error in "},
         RecordError {"PRINT INPUT$(0,#2)", "Illegal function call in "}));
 
+TEST_F(RandomFiles, PutShowsTheRecordOnTheScreenChannel)
+{
+    test::Session session;
+    EXPECT_EQ(session.type("OPEN \"SCRN:\" FOR OUTPUT AS #1:FIELD #1, 3 AS A$, 2 AS B$:LSET A$=\"HI\":RSET B$=\"!\":PUT #1"),
+        "OPEN \"SCRN:\" FOR OUTPUT AS #1:FIELD #1, 3 AS A$, 2 AS B$:LSET A$=\"HI\":RSET B$=\"!\":PUT #1\nHI  !\nOK\n");
+}
+
 TEST_F(RandomFiles, RecordNumbersCountFromTheLastGetOrPut)
 {
     writeFile("S.DAT", "112233445566778899");
