@@ -126,6 +126,11 @@ struct HandlerTable {
         set(Stmt::Chain, io::stmtChain);
         set(Stmt::Common, io::stmtCommon);
         set(Stmt::Name, io::stmtName);
+        set(Stmt::Field, io::stmtField);
+        set(Stmt::Lset, io::stmtLset);
+        set(Stmt::Rset, io::stmtRset);
+        set(Stmt::Get, io::stmtGetRecord);
+        set(Stmt::Put, io::stmtPutRecord);
     }
     constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }
 };

@@ -372,6 +372,8 @@ void breakProgram(Interpreter& in)
     auto& run = in.run();
     run.canContinue = true;
     in.keyboard().lastKey = screen::vk::kEscape;
+    // A statement that was collecting keys (INPUT$, GET of the keyboard) collects no more.
+    in.keyboard().keyCapture = 0;
     if (run.autoLine > 0) {
         // The row holds only the offered number: entering it ends AUTO.
         run.runMode = RunMode::Direct;

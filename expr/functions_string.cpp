@@ -8,6 +8,8 @@
 #include "expr/evaluator.h"
 #include "expr/functions.h"
 #include "expr/number_text.h"
+#include "io/file_functions.h"
+#include "io/file_table.h"
 
 namespace tessaly::expr {
 
@@ -209,19 +211,19 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
         n = rounded(n);
         if (n < 1 || n > 255)
             return illegal();
-        auto& keyboard = in.keyboard();
         auto count = static_cast<size_t>(n);
-        // Keys typed while the program runs are collected until there are enough.
-        keyboard.keyCapture = 1;
-        in.host().keyboardRead();
-        if (keyboard.keyBuffer.size() < count) {
-            in.run().waitingForKeys = true;
-            return core::kFailed;
+        std::string taken;
+        if (args.size() > 1) {
+            // INPUT$(n, #f) reads the file (or the keyboard channel) that f names.
+            double file = 0;
+            TRY_BASIC(numberArg(in, args, 1, file));
+            file = std::trunc(file);
+            int number = file >= 0 && file <= io::kHighestFileNumber ? static_cast<int>(file) : 0;
+            TRY_BASIC(io::readFileBytes(in, number, count, taken));
+        } else {
+            TRY_BASIC(io::takeTypedKeys(in, count, taken));
         }
-        keyboard.keyCapture = 0;
-        std::string taken = keyboard.keyBuffer.substr(0, count);
-        keyboard.keyBuffer.erase(0, count);
-        return text(taken);
+        return text(std::move(taken));
     }
     case Date: {
         auto now = interpreterClock(in);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace tessaly::io {
 
@@ -12,13 +13,28 @@ enum class FileMode : uint8_t { Random = 0, Input = 1, Output = 2, Append = 3, C
 enum class DeviceKind : uint8_t { Disk = 0, Serial = 1, Keyboard = 2, Screen = 3, Printer = 4 };
 
 inline constexpr int kHighestFileNumber = 15;
+// Random files: a record holds at most 256 bytes in at most 64 fields; records are numbered 1..65000.
+inline constexpr int kMaxRecordLength = 256;
+inline constexpr size_t kMaxFields = 64;
+inline constexpr int kHighestRecordNumber = 65000;
+
+// One field of a random file's record: where it lies and the string variable it feeds, written as
+// in FIELD (an array element with its subscripts), blanks removed.
+struct RecordField {
+    int offset = 0;
+    int width = 0;
+    std::string name;
+};
 
 struct FileChannel {
     int handle = 0; // above 0 while open
     int fd = -1;    // the descriptor of a disk file
     FileMode mode = FileMode::Random;
     DeviceKind device = DeviceKind::Disk;
-    int recordLength = 256;
+    int recordLength = kMaxRecordLength;
+    std::vector<RecordField> fields;                          // FIELD's map of the record
+    std::string recordBuffer = std::string(kMaxRecordLength, ' '); // the record as PUT writes it
+    int currentRecord = 0;                                     // the record of the last GET or PUT
 
     [[nodiscard]] bool isOpen() const { return handle > 0; }
 };

@@ -23,6 +23,12 @@ int stmtPrintFile(core::Interpreter&, int begin, int end);
 int stmtWriteFile(core::Interpreter&, int begin, int end);
 int stmtInputFile(core::Interpreter&, int begin, int end);
 int stmtLineInputFile(core::Interpreter&, int begin, int end);
+// io/stmt_random.cpp (GET # and PUT #: the record forms)
+int stmtField(core::Interpreter&, int begin, int end);
+int stmtLset(core::Interpreter&, int begin, int end);
+int stmtRset(core::Interpreter&, int begin, int end);
+int stmtGetRecord(core::Interpreter&, int begin, int end);
+int stmtPutRecord(core::Interpreter&, int begin, int end);
 // io/stmt_kill_name.cpp
 int stmtKill(core::Interpreter&, int begin, int end);
 int stmtName(core::Interpreter&, int begin, int end);

@@ -39,6 +39,17 @@ int openDisk(core::Interpreter& in, const std::string& name, FileMode mode)
     return fd;
 }
 
+// A channel as OPEN leaves it: record length 256, no fields, no record read or written yet.
+FileChannel openedChannel(int fd, FileMode mode, DeviceKind device)
+{
+    FileChannel channel;
+    channel.handle = 1;
+    channel.fd = fd;
+    channel.mode = mode;
+    channel.device = device;
+    return channel;
+}
+
 bool containsAny(const std::string& name, std::initializer_list<const char*> words)
 {
     for (const char* word : words)
@@ -100,21 +111,20 @@ int stmtOpen(core::Interpreter& in, int begin, int end)
     } else if (name.find("LPT") != std::string::npos) {
         if (mode != FileMode::Output)
             return in.raise(ErrorId::SyntaxError);
-        channel = {1, -1, FileMode::Output, DeviceKind::Printer, 256};
+        channel = openedChannel(-1, FileMode::Output, DeviceKind::Printer);
     } else if (containsAny(name, {"SCRN:", "SCRN :"})) {
         if (mode != FileMode::Output)
             return in.raise(ErrorId::SyntaxError);
-        channel = {1, -1, FileMode::Output, DeviceKind::Screen, 256};
+        channel = openedChannel(-1, FileMode::Output, DeviceKind::Screen);
     } else if (containsAny(name, {"KYBD:", "KYBD :"})) {
         if (mode != FileMode::Input)
             return in.raise(ErrorId::SyntaxError);
-        // Reading the keyboard through a file number is not offered.
-        return in.raise(ErrorId::FileCannotOpen);
+        channel = openedChannel(-1, FileMode::Input, DeviceKind::Keyboard);
     } else {
         int fd = openDisk(in, name, mode);
         if (fd < 0)
             return core::kFailed;
-        channel = {1, fd, mode, DeviceKind::Disk, 256};
+        channel = openedChannel(fd, mode, DeviceKind::Disk);
     }
     files.entry(number) = channel;
     return in.run().statementCode;

@@ -136,6 +136,11 @@ int stmtInputFile(core::Interpreter& in, int begin, int end)
     FileChannel* channel = nullptr;
     int pos = 0;
     TRY_BASIC(findChannel(in, begin, end, Direction::In, channel, pos));
+    // The keyboard takes the statement on as INPUT of the same variables.
+    if (channel->device == DeviceKind::Keyboard) {
+        carryOnAs(in, core::Stmt::Input);
+        return expr::stmtInput(in, pos, end);
+    }
     auto& buffer = in.buffer();
     while (pos < end) {
         while (pos < end && buffer.at(pos) == ' ')
@@ -191,6 +196,11 @@ int stmtLineInputFile(core::Interpreter& in, int begin, int end)
     FileChannel* channel = nullptr;
     int pos = 0;
     TRY_BASIC(findChannel(in, begin, end, Direction::In, channel, pos));
+    if (channel->device == DeviceKind::Keyboard) {
+        in.run().lineInputMode = true;
+        carryOnAs(in, core::Stmt::Input);
+        return expr::stmtInput(in, pos, end);
+    }
     std::string line;
     bool quoted = false;
     for (;;) {

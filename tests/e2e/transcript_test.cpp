@@ -1,6 +1,8 @@
 // End-to-end transcripts: every tests/transcripts/NAME.bas (run as a file) or NAME.in (typed on
 // standard input) is run through `tessaly --headless`; standard output must equal NAME.out and the
 // exit status NAME.status (0 when absent). NAME.args adds options; NAME.stdin feeds a NAME.bas.
+// Each runs in a fresh temporary folder holding a copy of the program, so that the files a program
+// writes (and the folder that loading the program makes current) stay out of the source tree.
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
@@ -8,6 +10,7 @@
 #include <array>
 #include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -66,15 +69,22 @@ TEST_P(TranscriptTest, MatchesExpectedOutput)
         auto more = wordsOf(readFile(base.string() + ".args"));
         args.insert(args.end(), more.begin(), more.end());
     }
+    char pattern[] = "/tmp/tessaly-transcript-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern), nullptr);
+    fs::path folder = pattern;
+    fs::path program = folder / t.program.filename();
+    fs::copy_file(t.program, program);
     std::string input = "/dev/null";
     if (t.typed)
-        input = t.program.string();
+        input = program.string();
     else if (fs::exists(base.string() + ".stdin"))
         input = base.string() + ".stdin";
     if (!t.typed)
-        args.push_back(t.program.string());
-    auto run = tessaly::test::runBinaryWithInputFile(args, input);
-    ASSERT_FALSE(run.timedOut) << "transcript " << t.name << " still running after its time limit:\n"
+        args.push_back(program.string());
+    auto run = tessaly::test::runBinaryWithInputFile(args, input, folder.string());
+    fs::remove_all(folder);
+    ASSERT_FALSE(run.timedOut) << "transcript " << t.name << " still running after its time limit:
+"
                                << run.output;
     const std::string& output = run.output;
     int exitCode = run.status;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 
 #include "core/interpreter.h"
 #include "expr/evaluator.h"
@@ -109,6 +110,45 @@ INSTANTIATE_TEST_SUITE_P(StringFunctions, Expressions,
         Case {"STRING$(2,\"XY\")", "\"XX\""}, Case {"STR$(5)", "\" 5\""}, Case {"STR$(-2.5)", "\"-2.5\""},
         Case {"STR$(1/100000)", "\" 0.00001\""}, Case {"STR$(1E10*1E10)", "\" 1.e+20\""}, Case {"STR$(1E20)", "\" 1E20\""},
         Case {"SPACE$(3)", "\"   \""}, Case {"MKI$(258)", "\"\x02\x01\""}, Case {"LEFT$(\"ABC\",-1)", "Illegal function call in "}));
+
+// The record layouts of MKI$/MKS$/MKD$: little-endian 16-bit integers and IEEE singles and
+// doubles, checked byte for byte at the limits of each type, and read back by CVI/CVS/CVD.
+TEST(Evaluator, NumbersAsByteStringsAtTheirLimits)
+{
+    using namespace std::string_literals;
+    test::Session session;
+    auto& in = session.interpreter();
+    const std::pair<const char*, std::string> bytes[] = {
+        {"MKI$(-32768)", "\0\x80"s}, {"MKI$(32767)", "\xff\x7f"s}, {"MKI$(-1)", "\xff\xff"s},
+        {"MKI$(32767.4)", "\xff\x7f"s}, {"MKI$(-32768.4)", "\0\x80"s},
+        {"MKS$(1)", "\0\0\x80\x3f"s}, {"MKS$(1.70141E+38)", "\xee\xff\xff\x7e"s},
+        {"MKS$(-1.70141E+38)", "\xee\xff\xff\xfe"s}, {"MKS$(1.401298E-45)", "\x01\0\0\0"s},
+        {"MKD$(-1)", "\0\0\0\0\0\0\xf0\xbf"s}, {"MKD$(1.701411834604692D+38)", "\xfe\xff\xff\xff\xff\xff\xdf\x47"s},
+        {"MKD$(4.9D-324)", "\x01\0\0\0\0\0\0\0"s},
+        // Back and forth through CVS/CVD, whose results carry 16 significant digits.
+        {"MKS$(CVS(MKS$(1.70141E+38)))", "\xee\xff\xff\x7e"s}, {"MKS$(CVS(MKS$(-1.70141E+38)))", "\xee\xff\xff\xfe"s},
+        {"MKS$(CVS(MKS$(1.401298E-45)))", "\x01\0\0\0"s},
+        {"MKS$(CVS(CHR$(1)+CHR$(2)+CHR$(3)+CHR$(4)))", "\x01\x02\x03\x04"s},
+        {"MKD$(CVD(MKD$(1.701411834604692D+38)))", "\xfe\xff\xff\xff\xff\xff\xdf\x47"s},
+        {"MKD$(CVD(MKD$(4.9D-324)))", "\x01\0\0\0\0\0\0\0"s}};
+    for (const auto& [expression, expected] : bytes)
+        EXPECT_EQ(evaluate(in, expression), "\"" + expected + "\"") << expression;
+
+    const std::pair<const char*, const char*> values[] = {
+        {"CVI(MKI$(-32768))", "-32768 "}, {"CVI(MKI$(32767))", " 32767 "}, {"CVI(MKI$(0))", " 0 "},
+        {"CVI(CHR$(2)+CHR$(1))", " 258 "}, {"CVI(CHR$(255)+CHR$(255))", "-1 "},
+        {"CVS(MKS$(-2.5))", "-2.5 "}, {"CVD(MKD$(0.125))", " 0.125 "},
+        {"CVD(STRING$(8,0))", " 0 "},
+        {"MKI$(32768)", "Illegal function call in "}, {"MKI$(-32769)", "Illegal function call in "},
+        {"MKI$(32767.5)", "Illegal function call in "}, {"MKS$(1.70142E+38)", "Illegal function call in "},
+        {"MKS$(-1.70142E+38)", "Illegal function call in "}, {"MKD$(1.7014118346047D+38)", "Illegal function call in "},
+        {"MKI$(\"A\")", "Type mismatch in "}, {"CVI(\"\")", "Illegal function call in "},
+        {"CVI(\"ABC\")", "Illegal function call in "}, {"CVS(\"ABC\")", "Illegal function call in "},
+        {"CVS(\"ABCDE\")", "Illegal function call in "}, {"CVD(\"ABCDEFG\")", "Illegal function call in "},
+        {"CVD(\"ABCDEFGHI\")", "Illegal function call in "}, {"CVI(12)", "Syntax error in "}};
+    for (const auto& [expression, shown] : values)
+        EXPECT_EQ(evaluate(in, expression), shown) << expression;
+}
 
 TEST(Evaluator, VariablesReadAsTheirTypeShowsThem)
 {

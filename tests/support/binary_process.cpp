@@ -37,7 +37,8 @@ void drain(int& fd, std::string& into)
 
 } // namespace
 
-BinaryProcess::BinaryProcess(const std::vector<std::string>& args, const std::string& stdinPath)
+BinaryProcess::BinaryProcess(const std::vector<std::string>& args, const std::string& stdinPath,
+                             const std::string& folder)
     : m_deadline(std::chrono::steady_clock::now() + kLimit)
 {
     // A child that ends before reading all its input must not take the test down with SIGPIPE.
@@ -55,6 +56,8 @@ BinaryProcess::BinaryProcess(const std::vector<std::string>& args, const std::st
         posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, stdinPath.c_str(), O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, err[1], STDERR_FILENO);
+    if (!folder.empty())
+        posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
     // The child starts with the default actions of the signals the test sends or ignores.
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
@@ -199,9 +202,10 @@ FinishedRun runBinary(const std::vector<std::string>& args, std::string_view inp
     return {process.output(), process.errors(), status, process.timedOut()};
 }
 
-FinishedRun runBinaryWithInputFile(const std::vector<std::string>& args, const std::string& stdinPath)
+FinishedRun runBinaryWithInputFile(const std::vector<std::string>& args, const std::string& stdinPath,
+                                   const std::string& folder)
 {
-    BinaryProcess process(args, stdinPath);
+    BinaryProcess process(args, stdinPath, folder);
     int status = process.wait();
     return {process.output(), process.errors(), status, process.timedOut()};
 }

@@ -19,7 +19,8 @@ public:
 
     // Starts TESSALY_BINARY with the arguments. Standard input is the file stdinPath, or, when it
     // is empty, a pipe that the test feeds with write() and ends with closeInput().
-    explicit BinaryProcess(const std::vector<std::string>& args, const std::string& stdinPath = {});
+    explicit BinaryProcess(const std::vector<std::string>& args, const std::string& stdinPath = {},
+                           const std::string& folder = {});
     ~BinaryProcess();
     BinaryProcess(const BinaryProcess&) = delete;
     BinaryProcess& operator=(const BinaryProcess&) = delete;
@@ -67,6 +68,8 @@ struct FinishedRun {
 };
 FinishedRun runBinary(const std::vector<std::string>& args, std::string_view input);
 // The same with standard input read from a file.
-FinishedRun runBinaryWithInputFile(const std::vector<std::string>& args, const std::string& stdinPath);
+// With a folder, the binary starts there as its current folder.
+FinishedRun runBinaryWithInputFile(const std::vector<std::string>& args, const std::string& stdinPath,
+                                   const std::string& folder = {});
 
 } // namespace tessaly::test
