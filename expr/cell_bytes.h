@@ -5,6 +5,7 @@
 #pragma once
 
 #include <bit>
+#include <cmath>
 #include <cstdint>
 
 #include "expr/values.h"
@@ -50,17 +51,22 @@ inline void writeCell(uint8_t* cell, ValueType type, double stored)
     }
 }
 
-// The number in a numeric cell.
+// The number in a numeric cell. Bytes that make no finite number (an infinity or a NaN, which only
+// POKE, BLOAD or GET@ can put there) read as 0: the language has no text for them.
 [[nodiscard]] inline double readCell(const uint8_t* cell, ValueType type)
 {
+    double x = 0;
     switch (type) {
     case ValueType::Integer:
         return static_cast<int16_t>(static_cast<uint16_t>(readLittleEndian(cell, 2)));
     case ValueType::Single:
-        return std::bit_cast<float>(static_cast<uint32_t>(readLittleEndian(cell, 4)));
+        x = std::bit_cast<float>(static_cast<uint32_t>(readLittleEndian(cell, 4)));
+        break;
     default:
-        return std::bit_cast<double>(readLittleEndian(cell, 8));
+        x = std::bit_cast<double>(readLittleEndian(cell, 8));
+        break;
     }
+    return std::isfinite(x) ? x : 0.0;
 }
 
 } // namespace tessaly::expr

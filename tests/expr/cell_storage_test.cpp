@@ -58,6 +58,22 @@ TEST(ArrayCells, ChangedBytesChangeTheElement)
     EXPECT_EQ(v.number, 0x1234);
 }
 
+TEST(ArrayCells, BytesOfNoFiniteNumberReadAsZero)
+{
+    ArrayStore arrays;
+    ASSERT_EQ(arrays.create("S", ValueType::Single, {0}), ArrayStatus::Ok);
+    ASSERT_EQ(arrays.create("D#", ValueType::Double, {0}), ArrayStatus::Ok);
+    arrays.data()[2] = 0x80; // +infinity
+    arrays.data()[3] = 0x7F;
+    arrays.data()[10] = 0xF8; // NaN
+    arrays.data()[11] = 0xFF;
+    Value v;
+    ASSERT_EQ(arrays.read("S", ValueType::Single, {0}, v), ArrayStatus::Ok);
+    EXPECT_EQ(v.number, 0);
+    ASSERT_EQ(arrays.read("D#", ValueType::Double, {0}, v), ArrayStatus::Ok);
+    EXPECT_EQ(v.number, 0);
+}
+
 TEST(ArrayCells, EraseMovesTheLaterArraysDownWithTheirValues)
 {
     ArrayStore arrays;
