@@ -8,6 +8,7 @@
 #include "core/keyword_table.h"
 #include "core/statements.h"
 #include "expr/statements.h"
+#include "io/memory.h"
 #include "io/statements.h"
 #include "screen/statements.h"
 
@@ -126,6 +127,12 @@ struct HandlerTable {
         set(Stmt::Chain, io::stmtChain);
         set(Stmt::Common, io::stmtCommon);
         set(Stmt::Name, io::stmtName);
+        set(Stmt::DefSeg, io::stmtDefSeg);
+        set(Stmt::Poke, io::stmtPoke);
+        set(Stmt::Bsave, io::stmtBsave);
+        set(Stmt::Bload, io::stmtBload);
+        set(Stmt::Call, io::stmtCall);
+        set(Stmt::Out, io::stmtOut);
     }
     constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }
 };

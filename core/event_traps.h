@@ -34,6 +34,9 @@ struct EventTraps {
     bool keyTrapsActive = false;
     int penColumn = 0;           // the cell of the last left click
     int penRow = 0;
+    int penX = 0;                // its pixel
+    int penY = 0;
+    bool penClicked = false;     // a left click came since the last PEN(0)
 
     // The run-time reset (RUN, NEW, CLEAR) forgets the function-key traps.
     void resetKeySlots()
@@ -60,5 +63,8 @@ int fireTrap(Interpreter& in, int slot);
 // the event should have its ordinary effect (typing the key, BREAK). Traps take events only while
 // a program runs; in direct mode every key types and the STOP key does what BREAK does.
 bool reportEvent(Interpreter& in, int slot);
+
+// PEN(n), the state of the last left click (core/pen_function.cpp); kFailed for an unknown n.
+int penFunction(Interpreter& in, int n, double& value);
 
 } // namespace tessaly::core
