@@ -133,6 +133,8 @@ struct HandlerTable {
         set(Stmt::Bload, io::stmtBload);
         set(Stmt::Call, io::stmtCall);
         set(Stmt::Out, io::stmtOut);
+        set(Stmt::GetImage, screen::stmtGetImage);
+        set(Stmt::PutImage, screen::stmtPutImage);
     }
     constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }
 };
