@@ -7,6 +7,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 #include "expr/values.h"
 
@@ -21,17 +22,26 @@ namespace tessaly::expr {
     }
 }
 
+// On a little-endian machine a cell is the value's own bytes: one copy.
 inline void writeLittleEndian(uint8_t* bytes, uint64_t value, int count)
 {
-    for (int k = 0; k < count; ++k)
-        bytes[k] = static_cast<uint8_t>(value >> (8 * k));
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(bytes, &value, static_cast<size_t>(count));
+    } else {
+        for (int k = 0; k < count; ++k)
+            bytes[k] = static_cast<uint8_t>(value >> (8 * k));
+    }
 }
 
 [[nodiscard]] inline uint64_t readLittleEndian(const uint8_t* bytes, int count)
 {
     uint64_t value = 0;
-    for (int k = count; k-- > 0;)
-        value = (value << 8) | bytes[k];
+    if constexpr (std::endian::native == std::endian::little) {
+        std::memcpy(&value, bytes, static_cast<size_t>(count));
+    } else {
+        for (int k = count; k-- > 0;)
+            value = (value << 8) | bytes[k];
+    }
     return value;
 }
 
