@@ -339,6 +339,8 @@ int stmtPutImage(core::Interpreter& in, int begin, int end)
             expr::Value ignored;
             if (!rest[k].empty())
                 TRY_BASIC(expr::evaluateText(in, rest[k], ignored));
+            if (ignored.isString())
+                return in.raise(ErrorId::TypeMismatch);
         }
         TRY_BASIC(pictureFromCells(in, in.arrays().data() + range.offset, range.size, picture, w));
     }

@@ -149,6 +149,7 @@ TEST(PutImage, ReadsBitmapFilesAndRefusesInconsistentHeaders)
     f.session.type("H%(0) = 100 : H%(1) = 100");
     EXPECT_EQ(f.session.messageOf("PUT @(0,0), H%"), "Illegal function call in ");
     EXPECT_EQ(f.session.messageOf("PUT @(0,0), S$"), "Type mismatch in ");
+    EXPECT_EQ(f.session.messageOf("PUT @(0,0), M%, PSET, \"A\""), "Type mismatch in ");
     EXPECT_EQ(f.session.messageOf("PUT @(0,0), H%, FOO"), "Syntax error in ");
     EXPECT_EQ(f.session.messageOf("PUT @(0,0)"), "Syntax error in ");
     EXPECT_EQ(f.session.messageOf("PUT @(0,0) H%"), "Syntax error in ");
