@@ -8,6 +8,7 @@
 #include "core/keyword_table.h"
 #include "core/statements.h"
 #include "expr/statements.h"
+#include "io/memory.h"
 #include "io/statements.h"
 #include "screen/statements.h"
 
@@ -131,6 +132,14 @@ struct HandlerTable {
         set(Stmt::Rset, io::stmtRset);
         set(Stmt::Get, io::stmtGetRecord);
         set(Stmt::Put, io::stmtPutRecord);
+        set(Stmt::DefSeg, io::stmtDefSeg);
+        set(Stmt::Poke, io::stmtPoke);
+        set(Stmt::Bsave, io::stmtBsave);
+        set(Stmt::Bload, io::stmtBload);
+        set(Stmt::Call, io::stmtCall);
+        set(Stmt::Out, io::stmtOut);
+        set(Stmt::GetImage, screen::stmtGetImage);
+        set(Stmt::PutImage, screen::stmtPutImage);
     }
     constexpr void set(Stmt code, StatementHandler handler) { handlers[static_cast<size_t>(code)] = handler; }
 };

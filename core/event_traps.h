@@ -36,6 +36,9 @@ struct EventTraps {
     bool keyTrapsActive = false;
     int penColumn = 0;           // the cell of the last left click
     int penRow = 0;
+    int penX = 0;                // its pixel
+    int penY = 0;
+    bool penClicked = false;     // a left click came since the last PEN(0)
 
     // The run-time reset (RUN, NEW, CLEAR) forgets the function-key traps.
     void resetKeySlots()
@@ -66,5 +69,7 @@ bool reportEvent(Interpreter& in, int slot);
 
 // Marks the trap of slot to fire at the run loop's next yield point.
 void markTrapDue(Interpreter& in, int slot);
+// PEN(n), the state of the last left click (core/pen_function.cpp); kFailed for an unknown n.
+int penFunction(Interpreter& in, int n, double& value);
 
 } // namespace tessaly::core

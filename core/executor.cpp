@@ -178,6 +178,13 @@ int refine(Interpreter& in, int code, int& pos, int end)
         }
         return code;
     }
+    case Stmt::Get:
+    case Stmt::Put: {
+        int at = skipBlanks(buffer, pos, end);
+        if (buffer.at(at) != '@' && buffer.at(at) != '(')
+            return code;
+        return static_cast<int>(code == static_cast<int>(Stmt::Get) ? Stmt::GetImage : Stmt::PutImage);
+    }
     case Stmt::Key:
     case Stmt::Stop:
     case Stmt::TimeStatement: {

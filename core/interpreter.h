@@ -23,6 +23,7 @@
 #include "io/chain_state.h"
 #include "io/file_table.h"
 #include "io/program_formats.h"
+#include "io/user_memory.h"
 #include "screen/colours.h"
 #include "screen/function_keys.h"
 #include "screen/graphics.h"
@@ -122,6 +123,7 @@ public:
     io::ProgramFormats& programFormats() { return m_programFormats; }
     io::ChainState& chainState() { return m_chainState; }
     io::FileTable& files() { return m_files; }
+    io::UserMemory& memory() { return m_memory; }
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
@@ -168,6 +170,7 @@ private:
     io::ProgramFormats m_programFormats;
     io::ChainState m_chainState;
     io::FileTable m_files;
+    io::UserMemory m_memory;
     std::array<int32_t, 10> m_usrAddresses {};
 };
 

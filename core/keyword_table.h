@@ -15,6 +15,9 @@ enum class Stmt : uint8_t {
 #undef X
     // The WRITE handler with printer output (a WRITE # to the printer device).
     WritePrinter = 130,
+    // GET and PUT followed by "@" or "(": screen images, not records.
+    GetImage = 131,
+    PutImage = 132,
 };
 
 inline constexpr int kStatementSlots = 120;

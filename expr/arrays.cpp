@@ -1,6 +1,8 @@
 // Arrays and their limits: per-type element counts, the 1 MiB data area, 65,535 string elements.
 #include "expr/arrays.h"
 
+#include "expr/cell_bytes.h"
+
 namespace tessaly::expr {
 
 namespace {
@@ -12,15 +14,6 @@ int64_t elementLimit(ValueType type)
     case ValueType::Single: return 16383;
     case ValueType::Double: return 8191;
     default: return 65535;
-    }
-}
-
-size_t cellBytes(ValueType type)
-{
-    switch (type) {
-    case ValueType::Single: return 4;
-    case ValueType::Double: return 8;
-    default: return 2;
     }
 }
 
@@ -42,21 +35,28 @@ ArrayStatus ArrayStore::create(std::string_view name, ValueType type, const std:
         if (count > elementLimit(type))
             return ArrayStatus::OutOfMemory;
     }
-    size_t bytes = static_cast<size_t>(count) * cellBytes(type);
-    if (m_usedBytes + bytes > kArrayDataBytes)
+    size_t bytes = static_cast<size_t>(count) * cellSize(type);
+    if (m_data.size() + bytes > kArrayDataBytes)
         return ArrayStatus::OutOfMemory;
     if (type == ValueType::String && m_stringElements + count > kMaxStringElements)
         return ArrayStatus::OutOfMemory;
-    Array array {type, bounds, {}, {}, bytes};
-    if (type == ValueType::String) {
+    Array array {type, bounds, {}, 0, static_cast<uint32_t>(bytes)};
+    if (type == ValueType::String)
         array.strings.resize(static_cast<size_t>(count));
-        m_stringElements += static_cast<int>(count);
-    } else {
-        array.numbers.assign(static_cast<size_t>(count), 0.0);
-    }
-    m_usedBytes += bytes;
+    place(array);
     m_index.emplace(std::string(name), std::move(array));
     return ArrayStatus::Ok;
+}
+
+void ArrayStore::place(Array& array)
+{
+    array.start = static_cast<uint32_t>(m_data.size());
+    m_data.resize(m_data.size() + array.bytes, 0);
+    if (array.type != ValueType::String)
+        return;
+    m_stringElements += static_cast<int>(array.strings.size());
+    for (size_t k = 0; k < array.strings.size(); ++k)
+        writeLittleEndian(m_data.data() + array.start + 2 * k, ++m_stringCounter, 2);
 }
 
 ArrayStatus ArrayStore::locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
@@ -99,7 +99,7 @@ ArrayStatus ArrayStore::read(std::string_view name, ValueType type, const std::v
     if (array->type == ValueType::String)
         value = Value::makeString(array->strings[cell]);
     else
-        value = cellValue(array->type, array->numbers[cell]);
+        value = cellValue(array->type, readCell(m_data.data() + array->start + cell * cellSize(array->type), array->type));
     return ArrayStatus::Ok;
 }
 
@@ -134,7 +134,7 @@ ArrayStatus ArrayStore::store(std::string_view name, ValueType type, const std::
     double stored = 0;
     switch (convertForStore(value, array->type, stored)) {
     case StoreStatus::Ok:
-        array->numbers[cell] = stored;
+        writeCell(m_data.data() + array->start + cell * cellSize(array->type), array->type, stored);
         return ArrayStatus::Ok;
     case StoreStatus::Overflow:
         return ArrayStatus::Overflow;
@@ -148,10 +148,54 @@ bool ArrayStore::erase(std::string_view name)
     auto found = m_index.find(name);
     if (found == m_index.end())
         return false;
-    m_usedBytes -= found->second.bytes;
-    if (found->second.type == ValueType::String)
-        m_stringElements -= static_cast<int>(found->second.strings.size());
+    const Array& gone = found->second;
+    auto from = m_data.begin() + gone.start;
+    m_data.erase(from, from + gone.bytes);
+    for (auto& [other, array] : m_index) {
+        if (array.start > gone.start)
+            array.start -= gone.bytes;
+    }
+    if (gone.type == ValueType::String) {
+        m_stringElements -= static_cast<int>(gone.strings.size());
+        m_stringCounter = static_cast<uint16_t>(m_stringCounter - gone.strings.size());
+    }
     m_index.erase(found);
+    return true;
+}
+
+ArrayStatus ArrayStore::cellsFrom(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
+    CellRange& range)
+{
+    Array* array = nullptr;
+    size_t cell = 0;
+    if (subscripts.empty()) {
+        auto found = m_index.find(name);
+        if (found == m_index.end()) {
+            auto status = create(name, type, {kImplicitBound});
+            if (status != ArrayStatus::Ok)
+                return status;
+            found = m_index.find(name);
+        }
+        array = &found->second;
+    } else {
+        auto status = locate(name, type, subscripts, array, cell);
+        if (status != ArrayStatus::Ok)
+            return status;
+    }
+    uint32_t skipped = static_cast<uint32_t>(cell) * cellSize(array->type);
+    range = {array->type, array->start + skipped, array->bytes - skipped};
+    return ArrayStatus::Ok;
+}
+
+bool ArrayStore::onlyNumbers(size_t offset, size_t length) const
+{
+    if (offset > m_data.size() || length > m_data.size() - offset)
+        return false;
+    for (const auto& [name, array] : m_index) {
+        bool overlaps = array.start < offset + length && offset < static_cast<size_t>(array.start) + array.bytes;
+        if (overlaps && array.type == ValueType::String)
+            return false;
+    }
     return true;
 }
 
@@ -167,25 +211,34 @@ bool ArrayStore::setOptionBase(int base)
 void ArrayStore::reset()
 {
     m_index.clear();
-    m_usedBytes = 0;
+    m_data.clear();
     m_stringElements = 0;
+    m_stringCounter = 0;
     m_optionBase = 0;
     m_optionBaseSet = false;
 }
 
 void ArrayStore::resetKeeping(const std::vector<std::string>& names)
 {
-    std::vector<std::pair<std::string, Array>> kept;
+    struct Kept {
+        std::string name;
+        Array array;
+        std::vector<uint8_t> cells;
+    };
+    std::vector<Kept> kept;
     for (const auto& name : names) {
         auto found = m_index.find(name);
-        if (found != m_index.end())
-            kept.emplace_back(found->first, std::move(found->second));
+        if (found == m_index.end())
+            continue;
+        auto from = m_data.begin() + found->second.start;
+        std::vector<uint8_t> cells(from, from + found->second.bytes);
+        kept.push_back({found->first, std::move(found->second), std::move(cells)});
     }
     reset();
-    for (auto& [name, array] : kept) {
-        m_usedBytes += array.bytes;
-        if (array.type == ValueType::String)
-            m_stringElements += static_cast<int>(array.strings.size());
+    for (auto& [name, array, cells] : kept) {
+        place(array);
+        if (array.type != ValueType::String)
+            std::copy(cells.begin(), cells.end(), m_data.begin() + array.start);
         m_index.emplace(name, std::move(array));
     }
 }

@@ -1,5 +1,7 @@
 // Arrays: creation (DIM or first use), element access with the subscript checks, ERASE and
-// OPTION BASE. The store rules are those of scalars (expr/variables).
+// OPTION BASE. The store rules are those of scalars (expr/variables). The cells of every array lie
+// in one data area, array after array in creation order, in their machine form (expr/cell_bytes):
+// screen images, PEEK and POKE work on these bytes.
 #pragma once
 
 #include <cstdint>
@@ -30,8 +32,25 @@ public:
     // A numeric element's cell as stored (a single exactly, not through its text).
     ArrayStatus readStored(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, double& stored);
     ArrayStatus store(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, const Value& value);
-    // Removes an array; false when there is none of that name.
+    // Removes an array; false when there is none of that name. The cells of the arrays made after
+    // it move down to close the gap.
     bool erase(std::string_view name);
+
+    // The cells of a numeric or string array from the given element (the first element when
+    // subscripts is empty) to the array's end, creating the array as on first use; for screen
+    // images and VARPTR. offset is the element's place in the data area.
+    struct CellRange {
+        ValueType type = ValueType::Single;
+        uint32_t offset = 0;
+        uint32_t size = 0;
+    };
+    ArrayStatus cellsFrom(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
+        CellRange& range);
+    // The data area: the cells of all arrays (its size grows and shrinks with DIM and ERASE).
+    [[nodiscard]] uint8_t* data() { return m_data.data(); }
+    [[nodiscard]] size_t dataSize() const { return m_data.size(); }
+    // Whether the bytes [offset, offset + length) of the data area hold only numeric cells.
+    [[nodiscard]] bool onlyNumbers(size_t offset, size_t length) const;
 
     [[nodiscard]] int optionBase() const { return m_optionBase; }
     // OPTION BASE: false when it was already given since the last reset.
@@ -44,16 +63,19 @@ private:
     struct Array {
         ValueType type;
         std::vector<int32_t> bounds;
-        std::vector<double> numbers;
         std::vector<std::string> strings;
-        size_t bytes;
+        uint32_t start; // the first cell's offset in m_data
+        uint32_t bytes;
     };
+    // Appends the array's cells to the data area (pool numbers in a string array's cells).
+    void place(Array& array);
     ArrayStatus locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Array*& array,
         size_t& cell);
 
     std::unordered_map<std::string, Array, NameHash, std::equal_to<>> m_index;
-    size_t m_usedBytes = 0;
+    std::vector<uint8_t> m_data;
     int m_stringElements = 0;
+    uint16_t m_stringCounter = 0; // the pool number of the last string element made
     int m_optionBase = 0;
     bool m_optionBaseSet = false;
 };

@@ -11,6 +11,7 @@
 #include "expr/number_text.h"
 #include "expr/expression_scratch.h"
 #include "expr/operators.h"
+#include "io/memory.h"
 
 namespace tessaly::expr {
 
@@ -62,6 +63,8 @@ private:
     int parseString(Value& value);
     int parseName(Value& value, bool& substituted, ValueType& substitutedType);
     int parseCallArguments(std::vector<Value>& args, bool& hasParentheses);
+    // VARPTR(name) and VARPTR(name(subscripts)): the address of the variable's cell.
+    int parseVarptr(Value& value);
     bool parseBinaryOperator(Op& op);
     int reduce(std::vector<Token>& tokens, ValueType& groupType);
     // The wrapped first term -(term) reduced as a group of its own and put in front of the group.
@@ -468,6 +471,49 @@ int Parser::parseArguments(std::vector<Value>& values)
     }
 }
 
+int Parser::parseVarptr(Value& value)
+{
+    skipBlanks();
+    if (peek() != '(')
+        return m_in.raise(ErrorId::SyntaxError);
+    ++m_pos;
+    skipBlanks();
+    size_t start = m_pos;
+    if (!isLetter(peek()))
+        return m_in.raise(ErrorId::SyntaxError);
+    while (isNameChar(peek()))
+        ++m_pos;
+    std::string name(m_text.substr(start, m_pos - start));
+    for (char& c : name)
+        c = upper(c);
+    skipBlanks();
+    bool isArray = peek() == '(';
+    std::vector<int32_t> subscripts;
+    if (isArray) {
+        ++m_pos;
+        std::vector<Value> args;
+        TRY_BASIC(parseArguments(args));
+        // NAME() stands for the first element.
+        bool none = args.size() == 1 && args[0].empty;
+        for (size_t k = 0; k < args.size() && !none; ++k) {
+            if (args[k].isString())
+                return m_in.raise(ErrorId::TypeMismatch);
+            double s = std::trunc(args[k].number);
+            if (!(s >= 0 && s <= 32767))
+                return m_in.raise(ErrorId::SubscriptOutOfRange);
+            subscripts.push_back(static_cast<int32_t>(s));
+        }
+        skipBlanks();
+    }
+    if (peek() != ')')
+        return m_in.raise(ErrorId::SyntaxError);
+    ++m_pos;
+    uint32_t address = 0;
+    TRY_BASIC(io::variableAddress(m_in, name, isArray, subscripts, address));
+    value = Value::makeNumber(address, NumberForm::Computed16);
+    return 0;
+}
+
 int Parser::parseName(Value& value, bool& substituted, ValueType& substitutedType)
 {
     size_t start = m_pos;
@@ -487,6 +533,16 @@ int Parser::parseName(Value& value, bool& substituted, ValueType& substitutedTyp
         return 0;
     }
     auto function = findFunction(name);
+    if (function.kind == FunctionKind::Numeric && function.code == kVarptrCode) {
+        substitutedType = ValueType::Double;
+        return parseVarptr(value);
+    }
+    if (function.kind == FunctionKind::Numeric && function.code == kUsrCode) {
+        std::vector<Value> args;
+        bool parens = false;
+        TRY_BASIC(parseCallArguments(args, parens));
+        return io::usrFunction(m_in, name.size() == 4 ? name[3] - '0' : 0, value);
+    }
     if (function.kind != FunctionKind::None) {
         std::vector<Value> args;
         bool parens = false;

@@ -22,6 +22,11 @@ struct FunctionId {
     int code = 0; // keyword table code in its list
 };
 
+// The numeric functions that the evaluator calls by name: VARPTR takes a variable, not its value,
+// and USRd its digit.
+inline constexpr int kVarptrCode = 29;
+inline constexpr int kUsrCode = 31;
+
 // Recognises a built-in function by its whole name (every name of both lists).
 [[nodiscard]] FunctionId findFunction(std::string_view name);
 

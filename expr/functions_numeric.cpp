@@ -8,6 +8,7 @@
 
 #include "core/interpreter.h"
 #include "io/file_functions.h"
+#include "io/memory.h"
 #include "core/keyword_table.h"
 #include "expr/evaluator.h"
 #include "expr/functions.h"
@@ -394,8 +395,21 @@ int callNumericFunction(core::Interpreter& in, int code, const std::vector<Value
         TRY_BASIC(io::queryFile(in, query, static_cast<int>(std::trunc(x)), answer));
         return result16(in, answer, result);
     }
-    case Peek: case Defuser: case Varptr: case Inp: case Usr: case Pen: case Segptr:
-        // The pen position, memory and ports answer these once they exist.
+    case Peek:
+        return io::memoryFunction(in, io::MemoryFunction::Peek, args, result);
+    case Defuser:
+        return io::memoryFunction(in, io::MemoryFunction::Defuser, args, result);
+    case Segptr:
+        return io::memoryFunction(in, io::MemoryFunction::Segptr, args, result);
+    case Inp:
+        return io::memoryFunction(in, io::MemoryFunction::Inp, args, result);
+    case Pen: {
+        TRY_BASIC(needNumber(in, args, 0, x));
+        TRY_BASIC(core::penFunction(in, static_cast<int>(std::trunc(x)), y));
+        return result16(in, y, result);
+    }
+    case Varptr: case Usr:
+        // Reached by name in the evaluator (they need the variable or the digit, not values).
         return in.raise(ErrorId::IllegalFunctionCall);
     default:
         break;

@@ -3,6 +3,9 @@
 
 #include <cmath>
 
+#include <algorithm>
+
+#include "expr/cell_bytes.h"
 #include "expr/number_text.h"
 
 namespace tessaly::expr {
@@ -11,16 +14,6 @@ namespace {
 
 constexpr double kSingleLimit = 1.701410009187828e38;
 constexpr double kDoubleLimit = 1.701411834604692e38;
-
-uint32_t cellSize(ValueType type)
-{
-    switch (type) {
-    case ValueType::Integer: return 2;
-    case ValueType::Single: return 4;
-    case ValueType::Double: return 8;
-    default: return 2;
-    }
-}
 
 } // namespace
 
@@ -82,7 +75,7 @@ void VariableStore::reset()
     m_entries.clear();
     m_stringPool.clear();
     m_index.clear();
-    m_nextOffset = 0;
+    m_cells.clear();
 }
 
 void VariableStore::resetKeeping(const std::vector<std::string>& names)
@@ -157,13 +150,14 @@ int VariableStore::find(std::string_view name) const
 
 int VariableStore::create(std::string_view name, ValueType type)
 {
-    if (static_cast<int>(m_entries.size()) >= kMaxScalars || m_nextOffset + cellSize(type) > kScalarDataBytes)
+    if (static_cast<int>(m_entries.size()) >= kMaxScalars || m_cells.size() + cellSize(type) > kScalarDataBytes)
         return -1;
-    Scalar scalar {std::string(name), type, m_nextOffset, 0.0, 0};
-    m_nextOffset += cellSize(type);
+    Scalar scalar {std::string(name), type, static_cast<uint32_t>(m_cells.size()), 0};
+    m_cells.resize(m_cells.size() + cellSize(type), 0);
     if (type == ValueType::String) {
         m_stringPool.emplace_back();
         scalar.poolNumber = static_cast<uint16_t>(m_stringPool.size());
+        writeLittleEndian(m_cells.data() + scalar.offset, scalar.poolNumber, 2);
     }
     int index = static_cast<int>(m_entries.size());
     m_entries.push_back(std::move(scalar));
@@ -183,7 +177,7 @@ bool VariableStore::read(std::string_view name, ValueType type, Value& value)
     if (scalar.type == ValueType::String)
         value = Value::makeString(m_stringPool[scalar.poolNumber - 1u]);
     else
-        value = cellValue(scalar.type, scalar.number);
+        value = cellValue(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
     return true;
 }
 
@@ -221,8 +215,25 @@ StoreStatus VariableStore::store(std::string_view name, ValueType type, const Va
     if (scalar.type == ValueType::String)
         m_stringPool[scalar.poolNumber - 1u] = value.text;
     else
-        scalar.number = stored;
+        writeCell(m_cells.data() + scalar.offset, scalar.type, stored);
     return StoreStatus::Ok;
+}
+
+bool VariableStore::onlyNumbers(size_t offset, size_t length) const
+{
+    if (offset > m_cells.size() || length > m_cells.size() - offset)
+        return false;
+    // Cells lie in creation order: the first scalar that may overlap is the last one starting at
+    // or before offset.
+    auto first = std::upper_bound(m_entries.begin(), m_entries.end(), offset,
+        [](size_t at, const Scalar& scalar) { return at < scalar.offset; });
+    if (first != m_entries.begin())
+        --first;
+    for (auto it = first; it != m_entries.end() && it->offset < offset + length; ++it) {
+        if (it->type == ValueType::String && it->offset + 2 > offset)
+            return false;
+    }
+    return true;
 }
 
 } // namespace tessaly::expr

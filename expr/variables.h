@@ -62,6 +62,12 @@ public:
     [[nodiscard]] int count() const { return static_cast<int>(m_entries.size()); }
     // The byte offset of a scalar's cell in the data area (its slot order), for VARPTR.
     [[nodiscard]] uint32_t cellOffset(int index) const { return m_entries[static_cast<size_t>(index)].offset; }
+    // The data area: every scalar's cell in its machine form (expr/cell_bytes), one after the
+    // other in creation order.
+    [[nodiscard]] uint8_t* data() { return m_cells.data(); }
+    [[nodiscard]] size_t dataSize() const { return m_cells.size(); }
+    // Whether the bytes [offset, offset + length) of the data area hold only numeric cells.
+    [[nodiscard]] bool onlyNumbers(size_t offset, size_t length) const;
 
     void reset();
     // Empties the store as reset() does, but the named scalars keep their values (CHAIN with COMMON).
@@ -72,7 +78,6 @@ private:
         std::string name;
         ValueType type;
         uint32_t offset;
-        double number;
         uint16_t poolNumber;
     };
     int create(std::string_view name, ValueType type);
@@ -81,7 +86,7 @@ private:
     std::vector<Scalar> m_entries;
     std::vector<std::string> m_stringPool; // pool number 1.. is index - 1
     std::unordered_map<std::string, int, NameHash, std::equal_to<>> m_index;
-    uint32_t m_nextOffset = 0;
+    std::vector<uint8_t> m_cells;
 };
 
 } // namespace tessaly::expr

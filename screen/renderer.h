@@ -62,6 +62,7 @@ public:
 
     // Staging plane for screen images written to files, and the tile of PAINT patterns.
     Plane& sparePlane() { return m_spare; }
+    [[nodiscard]] const Font& font() const { return m_font; }
     Plane& tilePlane() { return m_tile; }
 
 private:

@@ -369,6 +369,9 @@ void onLeftButtonDown(core::Interpreter& in, int x, int y)
     row = std::min(row, kRows - 1);
     in.eventTraps().penColumn = column;
     in.eventTraps().penRow = row;
+    in.eventTraps().penX = x;
+    in.eventTraps().penY = y;
+    in.eventTraps().penClicked = true;
     core::reportEvent(in, core::trap::kPen);
     if (row == kFunctionKeyRow && in.functionKeys().lineShown) {
         for (int k = 0; k < 10; ++k) {

@@ -44,6 +44,9 @@ int stmtCopy(core::Interpreter&, int begin, int end);
 std::string textScreenForClipboard(const TextScreen& screen);
 void copyTextScreenToClipboard(core::Interpreter&);
 void copyGraphicsToClipboard(core::Interpreter&);
+// screen/stmt_images.cpp: GET @(x1, y1)-(x2, y2), array and PUT @(x, y), array or KANJI(code)
+int stmtGetImage(core::Interpreter&, int begin, int end);
+int stmtPutImage(core::Interpreter&, int begin, int end);
 // screen/stmt_draw.cpp
 int stmtDraw(core::Interpreter&, int begin, int end);
 // screen/stmt_paint.cpp

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 
+#include "app/desktop/machine_ports.h"
 #include "core/host.h"
 
 namespace tessaly::desktop {
@@ -31,6 +32,9 @@ public:
     void setClipboardImage(const uint32_t* pixels, int width, int height) override;
     void clearClipboard() override;
     core::MessageAnswer messageBox(std::string_view text, core::MessageButtons buttons) override;
+    bool portsAvailable() override { return m_ports.available(); }
+    uint8_t portIn(uint16_t port) override { return m_ports.in(port); }
+    void portOut(uint16_t port, uint8_t value) override { m_ports.out(port, value); }
 
     [[nodiscard]] const std::string& printerBytes() const { return m_printer; }
 
@@ -43,6 +47,7 @@ private:
     Beeper* m_beeper;
     std::array<QTimer, 2> m_timers;
     std::string m_printer;
+    MachinePorts m_ports;
 };
 
 } // namespace tessaly::desktop

@@ -20,6 +20,7 @@
 #include "screen/renderer.h"
 #include "io/program_file.h"
 #include "io/shift_jis.h"
+#include "io/simulated_ports.h"
 
 namespace tessaly::app {
 
@@ -129,6 +130,11 @@ public:
         return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
     }
 
+    // INP and OUT reach a port space of their own: there is no machine behind the runner.
+    bool portsAvailable() override { return true; }
+    uint8_t portIn(uint16_t port) override { return m_ports.in(port); }
+    void portOut(uint16_t port, uint8_t value) override { m_ports.out(port, value); }
+
 private:
     // The next character of standard input as Shift-JIS bytes; a line end is the Enter key.
     bool fetchCharacter()
@@ -165,6 +171,7 @@ private:
     core::Interpreter* m_interpreter = nullptr;
     std::string m_pending;
     bool m_exhausted = false;
+    io::SimulatedPorts m_ports;
 };
 
 // The text screen's stream, as UTF-8 on standard output.

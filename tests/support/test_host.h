@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "io/simulated_ports.h"
 
 namespace tessaly::test {
 
@@ -19,6 +20,10 @@ public:
     void printerWrite(std::string_view bytes) override { printed += bytes; }
     void setDocumentModified(bool modified) override { this->modified = modified; }
     void programLoaded(std::string_view path) override { loadedPath = path; }
+    // A simulated port space; portsGranted false stands for a system that grants no port access.
+    bool portsAvailable() override { return portsGranted; }
+    uint8_t portIn(uint16_t port) override { return ports.in(port); }
+    void portOut(uint16_t port, uint8_t value) override { ports.out(port, value); }
 
     struct TimerCall {
         int id;
@@ -29,6 +34,8 @@ public:
     std::string printed;
     bool modified = false;
     std::string loadedPath;
+    io::SimulatedPorts ports;
+    bool portsGranted = true;
 };
 
 class StreamRecorder final : public screen::TextListener {
