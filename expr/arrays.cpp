@@ -113,7 +113,7 @@ ArrayStatus ArrayStore::readStored(std::string_view name, ValueType type, const 
         return status;
     if (array->type == ValueType::String)
         return ArrayStatus::TypeMismatch;
-    stored = array->numbers[cell];
+    stored = readCell(m_data.data() + array->start + cell * cellSize(array->type), array->type);
     return ArrayStatus::Ok;
 }
 

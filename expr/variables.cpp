@@ -189,7 +189,8 @@ bool VariableStore::readStored(std::string_view name, ValueType type, double& st
         if (index < 0)
             return false;
     }
-    stored = m_entries[static_cast<size_t>(index)].number;
+    const auto& scalar = m_entries[static_cast<size_t>(index)];
+    stored = scalar.type == ValueType::String ? 0.0 : readCell(m_cells.data() + scalar.offset, scalar.type);
     return true;
 }
 

@@ -128,10 +128,10 @@ TEST(PutImage, IsClippedAtThePageAndTheView)
     EXPECT_EQ(f.at(0, 0), kGreen);
     EXPECT_EQ(f.session.messageOf("PUT @(-5000,-5000), A%, PSET"), "");
     f.session.type("VIEW (50,50)-(60,60)");
-    EXPECT_EQ(f.session.messageOf("PUT @(60,60), A%, PSET"), "");
-    EXPECT_EQ(f.at(60, 60), kRed);
-    EXPECT_EQ(f.at(61, 60), 0U); // beyond the view's edge nothing is drawn
-    EXPECT_EQ(f.at(60, 61), 0U);
+    EXPECT_EQ(f.session.messageOf("PUT @(59,59), A%, PSET"), "");
+    EXPECT_EQ(f.at(59, 59), kRed);
+    EXPECT_EQ(f.at(60, 59), 0U); // the view's clip ends one pixel before its second corner
+    EXPECT_EQ(f.at(59, 60), 0U);
 }
 
 TEST(PutImage, ReadsBitmapFilesAndRefusesInconsistentHeaders)
