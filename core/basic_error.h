@@ -20,8 +20,14 @@ struct ErrorInfo {
 };
 [[nodiscard]] ErrorInfo errorInfo(ErrorId id);
 
-// The value every handler returns after raising.
+// The value every int-returning helper returns after raising.
 inline constexpr int kFailed = -1;
+
+// What raising returns. Helpers that return an int pass it on as kFailed; statement handlers pass it
+// on as a failed outcome (core/outcome.h).
+struct Failure {
+    constexpr operator int() const { return kFailed; } // NOLINT(google-explicit-constructor)
+};
 
 enum class ErrorPending : int8_t { None = 0, Raised = -1, Caught = -9 };
 
@@ -38,7 +44,7 @@ struct BasicError {
 #define TRY_BASIC(expression)                  \
     do {                                       \
         if ((expression) < 0)                  \
-            return ::tessaly::core::kFailed;   \
+            return ::tessaly::core::Failure {}; \
     } while (0)
 
 } // namespace tessaly::core

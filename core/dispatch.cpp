@@ -16,9 +16,9 @@ namespace tessaly::core {
 
 namespace {
 
-int doNothing(Interpreter& in, int, int) { return in.run().statementCode; }
+Outcome doNothing(Interpreter&, int, int) { return kDone; }
 
-int notAvailable(Interpreter& in, int, int) { return in.raise(ErrorId::SyntaxError); }
+Outcome notAvailable(Interpreter& in, int, int) { return in.raise(ErrorId::SyntaxError); }
 
 struct HandlerTable {
     std::array<StatementHandler, 256> handlers {};

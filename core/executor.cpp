@@ -62,7 +62,7 @@ int switchMode(std::string_view text, int from)
     return 0;
 }
 
-int assignmentOrSyntaxError(Interpreter& in, int start, int end)
+Outcome assignmentOrSyntaxError(Interpreter& in, int start, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     bool quoted = false;
@@ -201,14 +201,14 @@ int refine(Interpreter& in, int code, int& pos, int end)
     }
 }
 
-int storeLine(Interpreter& in, const std::string& numberText, int end)
+Outcome storeLine(Interpreter& in, const std::string& numberText, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto outcome = in.program().enterLine(text, numberText);
     programEdited(in);
     switch (outcome) {
     case StoreOutcome::Stored:
-        return in.run().statementCode;
+        return kDone;
     case StoreOutcome::NumberOutOfRange:
         return in.raiseForLine(ErrorId::OutOfMemory, 0);
     case StoreOutcome::LineTooLong:
@@ -216,21 +216,21 @@ int storeLine(Interpreter& in, const std::string& numberText, int end)
     case StoreOutcome::StoreFull:
         return in.raiseForLine(ErrorId::OutOfMemory, 0);
     }
-    return kFailed;
+    return Failure {};
 }
 
 } // namespace
 
 void storeNumberedLine(Interpreter& in)
 {
-    executeStatement(in, 0, in.buffer().length());
+    bool failed = executeStatement(in, 0, in.buffer().length()).failed();
     // The cursor moves on; no "OK" follows a stored line, but an error is shown at once.
     in.screen().NewLine();
-    if (in.error().isPending())
+    if (failed || in.error().isPending())
         showPrompt(in, PromptKind::Output);
 }
 
-int executeFromKeyword(Interpreter& in, int begin, int end)
+Outcome executeFromKeyword(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     int pos = begin;
@@ -249,18 +249,18 @@ int executeFromKeyword(Interpreter& in, int begin, int end)
         run.statementCode = code;
         code = refine(in, code, pos, end);
         if (code < 0)
-            return kFailed;
+            return Failure {};
         run.statementCode = code;
         return handlerFor(code)(in, pos, end);
     }
     return in.raise(ErrorId::SyntaxError);
 }
 
-int executeStatement(Interpreter& in, int begin, int end)
+Outcome executeStatement(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto& buffer = in.buffer();
-    if (run.lastResult == result::kInputWait) {
+    if (run.lastFlow == Flow::InputWait) {
         run.statementCode = static_cast<int>(Stmt::Input);
         return handlerFor(run.statementCode)(in, begin, end);
     }
@@ -281,7 +281,7 @@ int executeStatement(Interpreter& in, int begin, int end)
     pos = skipBlanks(buffer, pos, end);
     if (buffer.at(pos) == '*') {
         run.statementCode = 0;
-        return 0;
+        return kDone;
     }
     if (buffer.at(pos) == '=')
         return assignmentOrSyntaxError(in, pos, end);

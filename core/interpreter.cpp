@@ -29,7 +29,7 @@ int Interpreter::sourceLineNumber(int entry) const
     return leadingNumber(m_program.textAt(source));
 }
 
-int Interpreter::raiseWithText(int16_t code, std::string_view text, int entry)
+Failure Interpreter::raiseWithText(int16_t code, std::string_view text, int entry)
 {
     m_error.pending = ErrorPending::Raised;
     m_error.code = code;
@@ -39,27 +39,27 @@ int Interpreter::raiseWithText(int16_t code, std::string_view text, int entry)
     bool direct = m_prepared.directBase >= 0 && source > m_prepared.directBase;
     if (direct || entry <= 0) {
         m_error.line = 0;
-        return kFailed;
+        return Failure {};
     }
     int line = sourceLineNumber(entry);
     m_error.line = static_cast<int16_t>(static_cast<uint16_t>(line));
     m_run.outputText += std::to_string(line);
-    return kFailed;
+    return Failure {};
 }
 
-int Interpreter::raise(ErrorId id)
+Failure Interpreter::raise(ErrorId id)
 {
     auto info = errorInfo(id);
     return raiseWithText(info.code, info.text, m_run.currentIndex);
 }
 
-int Interpreter::raiseAt(int entry, ErrorId id)
+Failure Interpreter::raiseAt(int entry, ErrorId id)
 {
     auto info = errorInfo(id);
     return raiseWithText(info.code, info.text, entry);
 }
 
-int Interpreter::raiseForLine(ErrorId id, int lineNumber)
+Failure Interpreter::raiseForLine(ErrorId id, int lineNumber)
 {
     auto info = errorInfo(id);
     m_error.pending = ErrorPending::Raised;
@@ -67,20 +67,20 @@ int Interpreter::raiseForLine(ErrorId id, int lineNumber)
     m_error.line = static_cast<int16_t>(static_cast<uint16_t>(lineNumber));
     m_run.outputText.assign(info.text);
     m_run.outputText += std::to_string(lineNumber);
-    return kFailed;
+    return Failure {};
 }
 
-int Interpreter::raiseWithoutLine(ErrorId id)
+Failure Interpreter::raiseWithoutLine(ErrorId id)
 {
     auto info = errorInfo(id);
     m_error.pending = ErrorPending::Raised;
     m_error.code = info.code;
     m_error.line = 0;
     m_run.outputText.assign(info.text);
-    return kFailed;
+    return Failure {};
 }
 
-int Interpreter::raiseUserError(int code)
+Failure Interpreter::raiseUserError(int code)
 {
     auto info = errorInfo(ErrorId::UserError);
     return raiseWithText(static_cast<int16_t>(code), info.text, m_run.currentIndex);

@@ -90,7 +90,7 @@ public:
     // An INPUT (or RANDOMIZE) waits for its line.
     [[nodiscard]] bool isWaitingForInput() const
     {
-        return m_run.runMode == RunMode::Running && !m_run.running && m_run.lastResult == result::kInputWait;
+        return m_run.runMode == RunMode::Running && !m_run.running && m_run.lastFlow == Flow::InputWait;
     }
     // An INPUT$ waits for keys: the run makes no progress until a key (or an event) arrives.
     [[nodiscard]] bool isWaitingForKeys() const { return m_run.running && m_run.waitingForKeys; }
@@ -127,23 +127,23 @@ public:
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
-    // --- Raising errors (each returns kFailed) ---
+    // --- Raising errors (each returns a Failure, kFailed as an int) ---
     // The line number is the program line of the entry being executed.
-    int raise(ErrorId id);
+    Failure raise(ErrorId id);
     // The line number is the program line of the given entry.
-    int raiseAt(int entry, ErrorId id);
+    Failure raiseAt(int entry, ErrorId id);
     // The message is followed by the given number.
-    int raiseForLine(ErrorId id, int lineNumber);
+    Failure raiseForLine(ErrorId id, int lineNumber);
     // Line 0, no number in the message (line entry, CONT).
-    int raiseWithoutLine(ErrorId id);
+    Failure raiseWithoutLine(ErrorId id);
     // ERROR n: "error in " with ERR n.
-    int raiseUserError(int code);
+    Failure raiseUserError(int code);
 
     // The number of the program line that entry belongs to; 0 for a direct command.
     [[nodiscard]] int sourceLineNumber(int entry) const;
 
 private:
-    int raiseWithText(int16_t code, std::string_view text, int entry);
+    Failure raiseWithText(int16_t code, std::string_view text, int entry);
 
     Host& m_host;
     ProgramStore m_program;

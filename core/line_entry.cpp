@@ -72,7 +72,7 @@ void enterLine(Interpreter& in, std::string_view typed)
         in.continueProgram();
         return;
     }
-    if (run.lastResult == result::kInputWait) {
+    if (run.lastFlow == Flow::InputWait) {
         if (run.previousCode == static_cast<int>(Stmt::Input)) {
             // The answer is taken as it stands on the screen, not upper-cased, from where the
             // prompt ended.

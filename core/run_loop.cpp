@@ -54,7 +54,7 @@ bool endRun(Interpreter& in)
         }
     }
     run.runMode = RunMode::Direct;
-    run.lastResult = 0;
+    run.lastFlow = Flow::Done;
     run.statementCode = 0;
     run.lastExecutedIndex = 0;
     run.pendingEvents = 0;
@@ -69,8 +69,6 @@ bool checkRunMode(Interpreter& in, bool& repeatEntry)
 {
     auto& run = in.run();
     repeatEntry = false;
-    if (run.lastResult == result::kChainLoaded)
-        return true;
     switch (run.runMode) {
     case RunMode::Break:
         endRun(in);
@@ -80,7 +78,7 @@ bool checkRunMode(Interpreter& in, bool& repeatEntry)
         run.runMode = RunMode::Running;
         return true;
     case RunMode::Running:
-        if (run.lastResult == result::kInputWait || run.previousCode == static_cast<int>(Stmt::Input)) {
+        if (run.lastFlow == Flow::InputWait || run.previousCode == static_cast<int>(Stmt::Input)) {
             // An INPUT waits until the key buffer ends with Enter; then it runs again and completes.
             const auto& keys = in.keyboard().keyBuffer;
             if (keys.empty() || keys.back() != '\r')
@@ -127,7 +125,7 @@ void takeBreak(Interpreter& in)
     auto& run = in.run();
     run.continueIndex = run.currentIndex;
     run.currentIndex = 0;
-    run.lastResult = 0;
+    run.lastFlow = Flow::Done;
     run.previousCode = 0;
     run.runMode = RunMode::Break;
     endRun(in);
@@ -156,35 +154,28 @@ bool takeEvents(Interpreter& in)
     return true;
 }
 
-// Step 8 of the loop: what the statement's result means for the run.
-AfterStatement afterStatement(Interpreter& in, int outcome)
+// After an INPUT$ short of keys: the same statement runs again at the next step. The flag stays up
+// until then, so that the idle driver can sleep until a key arrives.
+AfterStatement waitForKeys(Interpreter& in)
+{
+    --in.run().currentIndex;
+    in.run().lastFlow = Flow::Done;
+    return AfterStatement::Return;
+}
+
+// Step 8 of the loop for a completed statement: its code decides (END, RUN, a jump, PRINT's newline).
+AfterStatement afterCompleted(Interpreter& in, Flow flow)
 {
     auto& run = in.run();
     auto endOrGoOn = [&] { return endRun(in) ? AfterStatement::GoOn : AfterStatement::Return; };
-    if (outcome == result::kDeviceSave || outcome == result::kSerialLoad)
-        return AfterStatement::Return;
-    if (outcome == kFailed && run.waitingForKeys && !in.error().isPending()) {
-        // Too few keys for INPUT$: the same statement runs again at the next step. The flag
-        // stays up until then, so that the idle driver can sleep until a key arrives.
-        --run.currentIndex;
-        run.lastResult = 0;
-        return AfterStatement::Return;
-    }
-    if (outcome == static_cast<int>(Stmt::Cont) || outcome == static_cast<int>(Stmt::While) ||
-        outcome == static_cast<int>(Stmt::Wend))
-        return AfterStatement::GoOn;
-    if (outcome == result::kRepeatEntry) {
-        --run.currentIndex;
-        return AfterStatement::GoOn;
-    }
     int code = run.statementCode;
-    if (outcome == kFailed || code == static_cast<int>(Stmt::End))
+    if (code == static_cast<int>(Stmt::End))
         return endOrGoOn();
     if (code == static_cast<int>(Stmt::Run)) {
         run.runMode = RunMode::Running;
         in.colours().pointColour = 7;
         in.colours().foregroundColour = 7;
-        if (outcome == result::kRunFromEntry)
+        if (flow == Flow::RunFromEntry)
             --run.currentIndex;
         else
             run.currentIndex = 0;
@@ -205,12 +196,30 @@ AfterStatement afterStatement(Interpreter& in, int outcome)
     // at once, at the yield point.
     if (run.pendingEvents != 0)
         return AfterStatement::GoOn;
-    if (outcome == result::kInputWait) {
+    if (flow == Flow::InputWait)
         run.running = false;
-        return AfterStatement::Return;
-    }
-    if (outcome == result::kChainOn)
+    return AfterStatement::Return;
+}
+
+// Step 8 of the loop: what the statement's outcome means for the run.
+AfterStatement afterStatement(Interpreter& in, Outcome outcome)
+{
+    auto& run = in.run();
+    switch (outcome.flow()) {
+    case Flow::Failed:
+        if (run.waitingForKeys && !in.error().isPending())
+            return waitForKeys(in);
+        return endRun(in) ? AfterStatement::GoOn : AfterStatement::Return;
+    case Flow::ChainOn:
         return AfterStatement::GoOn;
+    case Flow::RepeatEntry:
+        --run.currentIndex;
+        return AfterStatement::GoOn;
+    case Flow::Done:
+    case Flow::RunFromEntry:
+    case Flow::InputWait:
+        return afterCompleted(in, outcome.flow());
+    }
     return AfterStatement::Return;
 }
 
@@ -279,9 +288,9 @@ void runLoop(Interpreter& in)
         run.lastExecutedIndex = run.currentIndex;
         run.executing = true;
         run.waitingForKeys = false;
-        int outcome = executeStatement(in, 0, in.buffer().length());
+        Outcome outcome = executeStatement(in, 0, in.buffer().length());
         run.executing = false;
-        run.lastResult = outcome;
+        run.lastFlow = outcome.flow();
         if (afterStatement(in, outcome) == AfterStatement::Return)
             return;
     }

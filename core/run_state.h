@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <string>
 
+#include "core/outcome.h"
+
 namespace tessaly::core {
 
 enum class RunMode : int32_t {
@@ -15,18 +17,6 @@ enum class RunMode : int32_t {
     Returned = 15,  // a RETURN was executed
     Break = -100,   // BREAK requested
 };
-
-// Results of a statement that the run loop interprets besides the statement codes.
-namespace result {
-inline constexpr int kFailed = -1;
-inline constexpr int kRunFromEntry = -3;  // RUN n: currentIndex already points before the target
-inline constexpr int kChainOn = -6;       // go on with the next entry without returning
-inline constexpr int kInputWait = 6;      // an INPUT waits for its line
-inline constexpr int kRepeatEntry = 21;   // IF: execute from the entry currentIndex + 1 at once
-inline constexpr int kChainLoaded = 72;   // CHAIN has loaded and prepared a program
-inline constexpr int kDeviceSave = 101;   // a program is being sent to a device
-inline constexpr int kSerialLoad = 102;   // a program is being received from a serial port
-} // namespace result
 
 // Events waiting for the run loop (RunState::pendingEvents). Event sources only mark them; the
 // loop takes them at its one yield point, between two entries.
@@ -49,7 +39,7 @@ struct RunState {
     bool canContinue = false;     // set by BREAK and STOP
     int continueIndex = -1;       // where BREAK or STOP interrupted; -1 when none
     int statementCode = 0;        // the code of the statement being executed, refined by handlers
-    int lastResult = 0;           // the result of the last executor call
+    Flow lastFlow = Flow::Done;   // how the last executed statement went on
     int previousCode = 0;         // the code of the statement executed before
     int autoLine = 0;             // AUTO's next line number; above 0 while AUTO is active
     int autoStep = 10;

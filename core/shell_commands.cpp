@@ -48,10 +48,10 @@ void Interpreter::runStatementCommand(std::string_view text)
         return;
     bool wasDirect = m_run.directMode;
     m_run.directMode = true;
-    executeStatement(*this, 0, m_buffer.length());
+    bool failed = executeStatement(*this, 0, m_buffer.length()).failed();
     m_run.directMode = wasDirect;
     (void)m_buffer.assign(kept);
-    if (m_error.isPending())
+    if (failed || m_error.isPending())
         showPendingError();
 }
 

@@ -124,7 +124,7 @@ std::string convertAmpersand(const std::string& item)
 
 } // namespace
 
-int stmtRead(Interpreter& in, int begin, int end)
+Outcome stmtRead(Interpreter& in, int begin, int end)
 {
     auto& data = in.dataState();
     if (data.items.empty() && !data.collected) {
@@ -157,10 +157,10 @@ int stmtRead(Interpreter& in, int begin, int end)
         }
         TRY_BASIC(expr::assignTarget(in, target, value));
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtRestore(Interpreter& in, int begin, int end)
+Outcome stmtRestore(Interpreter& in, int begin, int end)
 {
     auto& data = in.dataState();
     data.index = 0;
@@ -169,7 +169,7 @@ int stmtRestore(Interpreter& in, int begin, int end)
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     if (argument.find_first_not_of(' ') == std::string_view::npos) {
         data.restoreLine = 0;
-        return in.run().statementCode;
+        return kDone;
     }
     if (argument.find('*') != std::string_view::npos) {
         auto star = argument.find('*');
@@ -178,14 +178,14 @@ int stmtRestore(Interpreter& in, int begin, int end)
         if (entry <= 0)
             return in.raise(ErrorId::SyntaxError);
         data.restoreLine = leadingNumber(in.program().textAt(in.prepared().sourceAt(entry)));
-        return in.run().statementCode;
+        return kDone;
     }
     expr::Value value;
     TRY_BASIC(expr::evaluateExpression(in, begin, end, value));
     if (value.isString())
         return in.raise(ErrorId::TypeMismatch);
     data.restoreLine = expr::integerOf(value);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::core

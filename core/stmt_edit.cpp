@@ -52,16 +52,16 @@ int deleteLines(Interpreter& in, int from, int to)
     return 0;
 }
 
-int stmtDelete(Interpreter& in, int begin, int end)
+Outcome stmtDelete(Interpreter& in, int begin, int end)
 {
     std::string from;
     std::string to;
     rangeTexts(in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin)), from, to);
     TRY_BASIC(deleteLines(in, leadingNumber(from), leadingNumber(to)));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtAuto(Interpreter& in, int begin, int end)
+Outcome stmtAuto(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
@@ -77,7 +77,7 @@ int stmtAuto(Interpreter& in, int begin, int end)
     in.screen().setCursor(0, in.screen().cursorRow());
     run.autoLine = start;
     run.autoStep = step;
-    return run.statementCode;
+    return kDone;
 }
 
 void autoLineEntered(Interpreter& in, std::string_view text)
@@ -118,7 +118,7 @@ void autoLineEntered(Interpreter& in, std::string_view text)
     screen.setCursor(static_cast<int>(next.size()), row);
 }
 
-int stmtEdit(Interpreter& in, int begin, int end)
+Outcome stmtEdit(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     run.editShown = true;
@@ -133,7 +133,7 @@ int stmtEdit(Interpreter& in, int begin, int end)
         run.outputText.assign(text);
         break;
     }
-    return run.statementCode;
+    return kDone;
 }
 
 void programEdited(Interpreter& in)
@@ -156,7 +156,7 @@ void forgetProgram(Interpreter& in)
     in.run().continueIndex = -1;
 }
 
-int stmtNew(Interpreter& in, int, int)
+Outcome stmtNew(Interpreter& in, int, int)
 {
     forgetProgram(in);
     programEdited(in);
@@ -164,11 +164,11 @@ int stmtNew(Interpreter& in, int, int)
     return endAsAtEnd(in);
 }
 
-int endAsAtEnd(Interpreter& in)
+Outcome endAsAtEnd(Interpreter& in)
 {
     in.run().runMode = RunMode::Ended;
     in.run().statementCode = static_cast<int>(Stmt::End);
-    return static_cast<int>(Stmt::End);
+    return kDone;
 }
 
 } // namespace tessaly::core

@@ -10,7 +10,7 @@
 
 namespace tessaly::core {
 
-int stmtOnErrorGoto(Interpreter& in, int begin, int end)
+Outcome stmtOnErrorGoto(Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto gotoAt = text.find("GOTO", static_cast<size_t>(begin));
@@ -25,10 +25,10 @@ int stmtOnErrorGoto(Interpreter& in, int begin, int end)
         in.trap().trapTarget = in.run().jumpTarget;
     }
     in.error().pending = ErrorPending::None;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtResume(Interpreter& in, int begin, int end)
+Outcome stmtResume(Interpreter& in, int begin, int end)
 {
     auto& trap = in.trap();
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
@@ -49,10 +49,10 @@ int stmtResume(Interpreter& in, int begin, int end)
     in.error().clear();
     trap.inTrapHandler = false;
     trap.trapReturnIndex = 0;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtError(Interpreter& in, int begin, int end)
+Outcome stmtError(Interpreter& in, int begin, int end)
 {
     expr::Value value;
     TRY_BASIC(expr::evaluateExpression(in, begin, end, value));

@@ -16,7 +16,7 @@ namespace {
 
 } // namespace
 
-int stmtGosub(Interpreter& in, int begin, int end)
+Outcome stmtGosub(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto& stacks = in.stacks();
@@ -28,10 +28,10 @@ int stmtGosub(Interpreter& in, int begin, int end)
     ++stacks.gosubDepth;
     run.currentIndex = run.jumpTarget - 1;
     stacks.gosubTarget[static_cast<size_t>(stacks.gosubDepth)] = run.currentIndex;
-    return run.statementCode;
+    return kDone;
 }
 
-int stmtReturn(Interpreter& in, int begin, int end)
+Outcome stmtReturn(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto& stacks = in.stacks();
@@ -45,7 +45,7 @@ int stmtReturn(Interpreter& in, int begin, int end)
     run.currentIndex = run.jumpTarget - 1;
     auto rest = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     if (rest.find_first_not_of(' ') == std::string_view::npos)
-        return run.statementCode;
+        return kDone;
     // RETURN n: the return address is dropped and the statement goes on as GOTO n.
     int keyword = begin - 6;
     if (keyword < 0 || !in.buffer().replace(keyword, 6, "GOTO  "))
@@ -53,7 +53,7 @@ int stmtReturn(Interpreter& in, int begin, int end)
     return executeFromKeyword(in, keyword, end);
 }
 
-int stmtIf(Interpreter& in, int begin, int end)
+Outcome stmtIf(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
@@ -71,10 +71,10 @@ int stmtIf(Interpreter& in, int begin, int end)
         return in.raise(ErrorId::IllegalFunctionCall);
     int base = in.prepared().ifAt(k).branchBase;
     run.currentIndex = truth ? base : base + 2;
-    return result::kRepeatEntry;
+    return Outcome(Flow::RepeatEntry);
 }
 
-int stmtOnGoto(Interpreter& in, int begin, int end)
+Outcome stmtOnGoto(Interpreter& in, int begin, int end)
 {
     auto& buffer = in.buffer();
     auto text = std::string(buffer.view().substr(0, static_cast<size_t>(end)));
@@ -97,7 +97,7 @@ int stmtOnGoto(Interpreter& in, int begin, int end)
         return in.raise(ErrorId::SyntaxError);
     in.run().statementCode = 0;
     if (n == 0)
-        return 0;
+        return kDone;
     // The n-th item of the list after the keyword: digits, or "*" and letters.
     size_t pos = keyword + (isGosub ? 5 : 4);
     int index = 1;
@@ -115,7 +115,7 @@ int stmtOnGoto(Interpreter& in, int begin, int end)
             item += c;
     }
     if (index < n || item.empty())
-        return 0;
+        return kDone;
     std::string statement = (isGosub ? "GOSUB " : "GOTO ") + item;
     if (!buffer.assign(statement))
         return in.raise(ErrorId::LineBufferOverflow);

@@ -61,7 +61,7 @@ bool sameVariable(const ForLevel& level, const expr::Target& target)
 
 } // namespace
 
-int stmtFor(Interpreter& in, int begin, int end)
+Outcome stmtFor(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto& stacks = in.stacks();
@@ -127,16 +127,16 @@ int stmtFor(Interpreter& in, int begin, int end)
 
     bool zeroTrip = step > 0 ? limit.number < current.number : limit.number > current.number;
     if (!zeroTrip)
-        return run.statementCode;
+        return kDone;
     int next = findMatchingNext(in, run.currentIndex, level);
     if (next == 0)
         return in.raise(ErrorId::ForWithoutNext);
     stacks.forDepth = level - 1;
     run.currentIndex = next;
-    return run.statementCode;
+    return kDone;
 }
 
-int stmtNext(Interpreter& in, int begin, int end)
+Outcome stmtNext(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto& stacks = in.stacks();
@@ -191,10 +191,10 @@ int stmtNext(Interpreter& in, int begin, int end)
     stacks.forCurrentLevel = level;
     if (ended) {
         stacks.forDepth = level - 1;
-        return run.statementCode;
+        return kDone;
     }
     run.currentIndex = loop.entry;
-    return run.statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::core

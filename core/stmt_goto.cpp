@@ -5,10 +5,10 @@
 
 namespace tessaly::core {
 
-int stmtGoto(Interpreter& in, int begin, int end)
+Outcome stmtGoto(Interpreter& in, int begin, int end)
 {
     TRY_BASIC(findTarget(in, begin, end));
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::core

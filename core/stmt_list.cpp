@@ -138,7 +138,7 @@ void listLines(Interpreter& in, int from, int to)
     screen.saveCursor();
 }
 
-int stmtList(Interpreter& in, int begin, int end)
+Outcome stmtList(Interpreter& in, int begin, int end)
 {
     char next = in.buffer().at(begin);
     if (begin < end && next != ' ')
@@ -147,10 +147,10 @@ int stmtList(Interpreter& in, int begin, int end)
     int to = 0;
     TRY_BASIC(listRange(in, begin, end, from, to));
     listLines(in, from, to);
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtLlist(Interpreter& in, int begin, int end)
+Outcome stmtLlist(Interpreter& in, int begin, int end)
 {
     int from = 0;
     int to = 0;
@@ -163,7 +163,7 @@ int stmtLlist(Interpreter& in, int begin, int end)
         if (number >= from)
             in.host().printerWrite(store.textAt(line));
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::core

@@ -132,7 +132,7 @@ int argumentNumber(std::string_view argument, size_t index)
 
 } // namespace
 
-int stmtRenum(Interpreter& in, int begin, int end)
+Outcome stmtRenum(Interpreter& in, int begin, int end)
 {
     auto& store = in.program();
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
@@ -150,7 +150,7 @@ int stmtRenum(Interpreter& in, int begin, int end)
     if (newStart > kHighestRenumber)
         return in.raiseWithoutLine(ErrorId::SyntaxErrorAtEntry);
     if (count == 0 || old > store.numberAt(count))
-        return in.run().statementCode;
+        return kDone;
 
     std::map<int, int> numbers;
     int64_t next = newStart;
@@ -188,7 +188,7 @@ int stmtRenum(Interpreter& in, int begin, int end)
     }
     store.replaceAll(std::move(lines));
     programEdited(in);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::core

@@ -37,21 +37,21 @@ std::string plainArgument(const expr::Value& value)
 
 // RUN "file" and RUN "file",R are LOAD with the same arguments; RUN "file" itself keeps the screen
 // and runs the program once it is loaded (byRun).
-int runAsLoad(Interpreter& in, int begin, int end, bool byRun)
+Outcome runAsLoad(Interpreter& in, int begin, int end, bool byRun)
 {
     auto& buffer = in.buffer();
     int keyword = begin - 3;
     if (keyword < 0 || !buffer.replace(keyword, 3, "LOAD"))
         return in.raise(ErrorId::SyntaxError);
     in.run().loadStartedByRun = byRun;
-    int result = executeFromKeyword(in, keyword, end + 1);
+    Outcome result = executeFromKeyword(in, keyword, end + 1);
     in.run().loadStartedByRun = false;
     return result;
 }
 
 } // namespace
 
-int stmtRun(Interpreter& in, int begin, int end)
+Outcome stmtRun(Interpreter& in, int begin, int end)
 {
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     std::string label;
@@ -78,7 +78,7 @@ int stmtRun(Interpreter& in, int begin, int end)
     return beginRun(in, lineNumber, label);
 }
 
-int beginRun(Interpreter& in, int lineNumber, const std::string& label)
+Outcome beginRun(Interpreter& in, int lineNumber, const std::string& label)
 {
     auto& run = in.run();
     resetRunTime(in);
@@ -100,45 +100,45 @@ int beginRun(Interpreter& in, int lineNumber, const std::string& label)
             return in.raise(ErrorId::UndefinedLineNumber);
         }
         run.currentIndex = target;
-        return result::kRunFromEntry;
+        return Outcome(Flow::RunFromEntry);
     }
-    return static_cast<int>(Stmt::Run);
+    return kDone;
 }
 
-int stmtEnd(Interpreter& in, int, int)
+Outcome stmtEnd(Interpreter& in, int, int)
 {
     in.run().currentIndex = in.run().endIndex;
     in.run().runMode = RunMode::Ended;
-    return static_cast<int>(Stmt::End);
+    return kDone;
 }
 
-int stmtStop(Interpreter& in, int, int)
+Outcome stmtStop(Interpreter& in, int, int)
 {
     in.run().continueIndex = in.run().currentIndex;
     breakProgram(in);
-    return static_cast<int>(Stmt::Stop);
+    return kDone;
 }
 
-int stmtCont(Interpreter& in, int, int)
+Outcome stmtCont(Interpreter& in, int, int)
 {
     continueProgram(in);
     if (in.error().isPending())
-        return kFailed;
-    return static_cast<int>(Stmt::Cont);
+        return Failure {};
+    return Outcome(Flow::ChainOn);
 }
 
-int stmtNothing(Interpreter& in, int, int)
+Outcome stmtNothing(Interpreter&, int, int)
 {
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtBeep(Interpreter& in, int begin, int end)
+Outcome stmtBeep(Interpreter& in, int begin, int end)
 {
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     if (argument.find_first_not_of(' ') == std::string_view::npos) {
         in.host().stopTimer(TimerId::ContinuousBeep);
         in.host().beep();
-        return static_cast<int>(Stmt::Beep);
+        return kDone;
     }
     expr::Value value;
     TRY_BASIC(expr::evaluateExpression(in, begin, end, value));
@@ -154,10 +154,10 @@ int stmtBeep(Interpreter& in, int begin, int end)
     default:
         return in.raise(ErrorId::SyntaxError);
     }
-    return static_cast<int>(Stmt::Beep);
+    return kDone;
 }
 
-int stmtDefUsr(Interpreter& in, int begin, int end)
+Outcome stmtDefUsr(Interpreter& in, int begin, int end)
 {
     auto& buffer = in.buffer();
     char next = buffer.at(begin);
@@ -175,7 +175,7 @@ int stmtDefUsr(Interpreter& in, int begin, int end)
         return in.raise(ErrorId::TypeMismatch);
     in.usrAddresses()[static_cast<size_t>(digit)] = expr::integerOf(value);
     in.run().outputText.clear();
-    return static_cast<int>(Stmt::DefUsr);
+    return kDone;
 }
 
 void resetRunTime(Interpreter& in)

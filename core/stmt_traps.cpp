@@ -92,7 +92,7 @@ int secondsOfDay(const std::string& text)
 
 } // namespace
 
-int stmtOnKeyGosub(Interpreter& in, int begin, int end)
+Outcome stmtOnKeyGosub(Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     size_t gosub = findOutsideQuotes(text, "GOSUB", static_cast<size_t>(begin));
@@ -120,12 +120,10 @@ int stmtOnKeyGosub(Interpreter& in, int begin, int end)
         traps.sources[static_cast<size_t>(trap::kFirstKey + key++)].target = target;
         return true;
     });
-    if (failed != 0)
-        return failed;
-    return in.run().statementCode;
+    return outcomeOf(failed);
 }
 
-int stmtKeySwitch(Interpreter& in, int begin, int end)
+Outcome stmtKeySwitch(Interpreter& in, int begin, int end)
 {
     auto mode = modeOf(in.run().switchMode);
     auto text = statementText(in, begin, end);
@@ -148,24 +146,24 @@ int stmtKeySwitch(Interpreter& in, int begin, int end)
             TRY_BASIC(switchSlot(in, trap::kFirstKey + k, mode, true));
     }
     traps.updateKeyTrapsActive();
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtOnStopGosub(Interpreter& in, int begin, int end)
+Outcome stmtOnStopGosub(Interpreter& in, int begin, int end)
 {
     int target = 0;
     TRY_BASIC(gosubTarget(in, begin, end, target));
     in.eventTraps().sources[trap::kStop].target = target;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtStopSwitch(Interpreter& in, int, int)
+Outcome stmtStopSwitch(Interpreter& in, int, int)
 {
     TRY_BASIC(switchSlot(in, trap::kStop, modeOf(in.run().switchMode), false));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtOnTimeGosub(Interpreter& in, int begin, int end)
+Outcome stmtOnTimeGosub(Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     size_t equals = text.find('=', static_cast<size_t>(begin));
@@ -186,33 +184,33 @@ int stmtOnTimeGosub(Interpreter& in, int begin, int end)
     if (delay <= 0)
         delay += 24 * 3600;
     in.host().startTimer(TimerId::TimeAlarm, delay * 1000);
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtTimeSwitch(Interpreter& in, int, int)
+Outcome stmtTimeSwitch(Interpreter& in, int, int)
 {
     TRY_BASIC(switchSlot(in, trap::kTime, modeOf(in.run().switchMode), false));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtOnPenGosub(Interpreter& in, int begin, int end)
+Outcome stmtOnPenGosub(Interpreter& in, int begin, int end)
 {
     int target = 0;
     TRY_BASIC(gosubTarget(in, begin, end, target));
     in.eventTraps().sources[trap::kPen].target = target;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtPen(Interpreter& in, int begin, int end)
+Outcome stmtPen(Interpreter& in, int begin, int end)
 {
     auto text = statementText(in, begin, end);
     int mode = lastModeWord(text);
     if (mode != 0) {
         TRY_BASIC(switchSlot(in, trap::kPen, modeOf(mode), false));
-        return in.run().statementCode;
+        return kDone;
     }
     if (trimBlanks(text).empty())
-        return in.run().statementCode;
+        return kDone;
     // PENCIL=3 and the like: an assignment to a variable whose name starts with PEN.
     if (findOutsideQuotes(text, "=", 0) != std::string_view::npos)
         return expr::stmtLet(in, begin - 3, end);
@@ -220,7 +218,7 @@ int stmtPen(Interpreter& in, int begin, int end)
 }
 
 // ON COM(n) GOSUB and COM(n) ON/OFF/STOP: no serial port is open yet, so no port has a slot.
-int stmtComTraps(Interpreter& in, int begin, int end)
+Outcome stmtComTraps(Interpreter& in, int begin, int end)
 {
     auto text = statementText(in, begin, end);
     bool isSwitch = in.run().statementCode != static_cast<int>(Stmt::OnComGosub);

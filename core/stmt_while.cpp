@@ -9,7 +9,7 @@
 
 namespace tessaly::core {
 
-int stmtWhile(Interpreter& in, int begin, int end)
+Outcome stmtWhile(Interpreter& in, int begin, int end)
 {
     auto& run = in.run();
     auto& stacks = in.stacks();
@@ -21,7 +21,7 @@ int stmtWhile(Interpreter& in, int begin, int end)
     ++stacks.whileDepth;
     stacks.whileEntry[static_cast<size_t>(stacks.whileDepth)] = run.currentIndex;
     if (truth)
-        return static_cast<int>(Stmt::While);
+        return Outcome(Flow::ChainOn);
     int depth = stacks.whileDepth;
     int count = depth;
     int wend = walkEntriesAfter(in, run.currentIndex, [&](int entry) {
@@ -42,10 +42,10 @@ int stmtWhile(Interpreter& in, int begin, int end)
     stacks.wendEntry[static_cast<size_t>(depth)] = wend;
     run.currentIndex = wend;
     --stacks.whileDepth;
-    return static_cast<int>(Stmt::While);
+    return Outcome(Flow::ChainOn);
 }
 
-int stmtWend(Interpreter& in, int, int)
+Outcome stmtWend(Interpreter& in, int, int)
 {
     auto& stacks = in.stacks();
     // A WEND with no open WHILE: the WHILE/WEND pairing is broken.
@@ -53,7 +53,7 @@ int stmtWend(Interpreter& in, int, int)
         return in.raise(ErrorId::WhileWithoutWend);
     in.run().currentIndex = stacks.whileEntry[static_cast<size_t>(stacks.whileDepth)] - 1;
     --stacks.whileDepth;
-    return static_cast<int>(Stmt::Wend);
+    return Outcome(Flow::ChainOn);
 }
 
 } // namespace tessaly::core

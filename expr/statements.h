@@ -2,6 +2,8 @@
 // DIM, ERASE, OPTION BASE, RANDOMIZE, DEF FN, the MID$ statement, DATE$ and TIME$.
 #pragma once
 
+#include "core/outcome.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -15,29 +17,34 @@ class Interpreter;
 
 namespace tessaly::expr {
 
-int stmtLet(core::Interpreter&, int begin, int end);        // expr/stmt_let.cpp
-int stmtSwap(core::Interpreter&, int begin, int end);       // expr/stmt_let.cpp
-int stmtDefint(core::Interpreter&, int begin, int end);     // expr/stmt_deftype.cpp
-int stmtDefsng(core::Interpreter&, int begin, int end);
-int stmtDefdbl(core::Interpreter&, int begin, int end);
-int stmtDefstr(core::Interpreter&, int begin, int end);
-int stmtClear(core::Interpreter&, int begin, int end);      // expr/stmt_deftype.cpp
-int stmtDim(core::Interpreter&, int begin, int end);        // expr/stmt_dim.cpp
-int stmtErase(core::Interpreter&, int begin, int end);
-int stmtOptionBase(core::Interpreter&, int begin, int end);
-int stmtRandomize(core::Interpreter&, int begin, int end);  // expr/stmt_randomize.cpp
-int stmtDefFn(core::Interpreter&, int begin, int end);      // expr/stmt_def_fn.cpp
-int stmtMid(core::Interpreter&, int begin, int end);        // expr/stmt_mid.cpp
-int stmtDate(core::Interpreter&, int begin, int end);       // expr/stmt_date_time.cpp
-int stmtTime(core::Interpreter&, int begin, int end);
-int stmtPrint(core::Interpreter&, int begin, int end);      // expr/stmt_print.cpp
-int stmtLprint(core::Interpreter&, int begin, int end);
-int stmtWrite(core::Interpreter&, int begin, int end);      // expr/stmt_write.cpp
-int stmtInput(core::Interpreter&, int begin, int end);      // expr/stmt_input.cpp
-int stmtPrintUsing(core::Interpreter&, int begin, int end); // expr/stmt_print_using.cpp
-int stmtLprintUsing(core::Interpreter&, int begin, int end);
+using core::Failure;
+using core::Flow;
+using core::kDone;
+using core::Outcome;
+
+Outcome stmtLet(core::Interpreter&, int begin, int end);        // expr/stmt_let.cpp
+Outcome stmtSwap(core::Interpreter&, int begin, int end);       // expr/stmt_let.cpp
+Outcome stmtDefint(core::Interpreter&, int begin, int end);     // expr/stmt_deftype.cpp
+Outcome stmtDefsng(core::Interpreter&, int begin, int end);
+Outcome stmtDefdbl(core::Interpreter&, int begin, int end);
+Outcome stmtDefstr(core::Interpreter&, int begin, int end);
+Outcome stmtClear(core::Interpreter&, int begin, int end);      // expr/stmt_deftype.cpp
+Outcome stmtDim(core::Interpreter&, int begin, int end);        // expr/stmt_dim.cpp
+Outcome stmtErase(core::Interpreter&, int begin, int end);
+Outcome stmtOptionBase(core::Interpreter&, int begin, int end);
+Outcome stmtRandomize(core::Interpreter&, int begin, int end);  // expr/stmt_randomize.cpp
+Outcome stmtDefFn(core::Interpreter&, int begin, int end);      // expr/stmt_def_fn.cpp
+Outcome stmtMid(core::Interpreter&, int begin, int end);        // expr/stmt_mid.cpp
+Outcome stmtDate(core::Interpreter&, int begin, int end);       // expr/stmt_date_time.cpp
+Outcome stmtTime(core::Interpreter&, int begin, int end);
+Outcome stmtPrint(core::Interpreter&, int begin, int end);      // expr/stmt_print.cpp
+Outcome stmtLprint(core::Interpreter&, int begin, int end);
+Outcome stmtWrite(core::Interpreter&, int begin, int end);      // expr/stmt_write.cpp
+Outcome stmtInput(core::Interpreter&, int begin, int end);      // expr/stmt_input.cpp
+Outcome stmtPrintUsing(core::Interpreter&, int begin, int end); // expr/stmt_print_using.cpp
+Outcome stmtLprintUsing(core::Interpreter&, int begin, int end);
 // RANDOMIZE without a seed asks for it on the screen.
-int randomizeFromKeyboard(core::Interpreter&);
+Outcome randomizeFromKeyboard(core::Interpreter&);
 // The reply to a waiting INPUT, LINE INPUT or RANDOMIZE when Enter has gathered enteredLine on the
 // cursor row: the logical line from the cell where the prompt ended, trimmed of blanks.
 std::string inputReply(core::Interpreter& in, std::string_view enteredLine);

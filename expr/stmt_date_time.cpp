@@ -62,7 +62,7 @@ bool dateExists(int year, int month, int day)
 
 } // namespace
 
-int stmtDate(core::Interpreter& in, int begin, int end)
+Outcome stmtDate(core::Interpreter& in, int begin, int end)
 {
     int fields[3] = {};
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
@@ -75,10 +75,10 @@ int stmtDate(core::Interpreter& in, int begin, int end)
     auto today = secondsOf(now.year, now.month, now.day, 0, 0, 0);
     auto set = secondsOf(2000 + year, fields[1], fields[2], 0, 0, 0);
     in.functionState().dateOffsetDays = static_cast<double>(set - today) / 86400.0;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtTime(core::Interpreter& in, int begin, int end)
+Outcome stmtTime(core::Interpreter& in, int begin, int end)
 {
     int fields[3] = {};
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
@@ -90,7 +90,7 @@ int stmtTime(core::Interpreter& in, int begin, int end)
     long current = now.hour * 3600L + now.minute * 60L + now.second;
     long set = fields[0] * 3600L + fields[1] * 60L + fields[2];
     in.functionState().timeOffsetSeconds = static_cast<double>(set - current);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::expr

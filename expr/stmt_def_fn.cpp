@@ -4,7 +4,7 @@
 
 namespace tessaly::expr {
 
-int stmtDefFn(core::Interpreter& in, int begin, int end)
+Outcome stmtDefFn(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     auto stop = text.find_first_of("(=");
@@ -24,13 +24,13 @@ int stmtDefFn(core::Interpreter& in, int begin, int end)
     for (auto& existing : functions) {
         if (existing.name == name) {
             existing = std::move(function);
-            return in.run().statementCode;
+            return kDone;
         }
     }
     if (static_cast<int>(functions.size()) >= kMaxUserFunctions)
         return in.raise(core::ErrorId::OutOfMemory);
     functions.push_back(std::move(function));
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::expr

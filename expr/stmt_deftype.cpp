@@ -60,15 +60,15 @@ int defineLetters(core::Interpreter& in, int begin, int end, ValueType type)
 
 } // namespace
 
-int stmtDefint(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::Integer); }
-int stmtDefsng(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::Single); }
-int stmtDefdbl(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::Double); }
-int stmtDefstr(core::Interpreter& in, int begin, int end) { return defineLetters(in, begin, end, ValueType::String); }
+Outcome stmtDefint(core::Interpreter& in, int begin, int end) { return core::outcomeOf(defineLetters(in, begin, end, ValueType::Integer)); }
+Outcome stmtDefsng(core::Interpreter& in, int begin, int end) { return core::outcomeOf(defineLetters(in, begin, end, ValueType::Single)); }
+Outcome stmtDefdbl(core::Interpreter& in, int begin, int end) { return core::outcomeOf(defineLetters(in, begin, end, ValueType::Double)); }
+Outcome stmtDefstr(core::Interpreter& in, int begin, int end) { return core::outcomeOf(defineLetters(in, begin, end, ValueType::String)); }
 
-int stmtClear(core::Interpreter& in, int, int)
+Outcome stmtClear(core::Interpreter& in, int, int)
 {
     core::resetRunTime(in);
-    return in.run().statementCode;
+    return kDone;
 }
 
 void resetVariables(core::Interpreter& in)

@@ -15,7 +15,7 @@ using core::ErrorId;
 
 } // namespace
 
-int stmtDim(core::Interpreter& in, int begin, int end)
+Outcome stmtDim(core::Interpreter& in, int begin, int end)
 {
     auto& buffer = in.buffer();
     int pos = begin;
@@ -49,11 +49,11 @@ int stmtDim(core::Interpreter& in, int begin, int end)
         int more = nextListItem(in, pos, end);
         TRY_BASIC(more);
         if (more == 0)
-            return in.run().statementCode;
+            return kDone;
     }
 }
 
-int stmtErase(core::Interpreter& in, int begin, int end)
+Outcome stmtErase(core::Interpreter& in, int begin, int end)
 {
     auto& buffer = in.buffer();
     int pos = begin;
@@ -67,11 +67,11 @@ int stmtErase(core::Interpreter& in, int begin, int end)
         int more = nextListItem(in, pos, end);
         TRY_BASIC(more);
         if (more == 0)
-            return in.run().statementCode;
+            return kDone;
     }
 }
 
-int stmtOptionBase(core::Interpreter& in, int begin, int end)
+Outcome stmtOptionBase(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     auto first = text.find_first_not_of(' ');
@@ -83,7 +83,7 @@ int stmtOptionBase(core::Interpreter& in, int begin, int end)
         return in.raise(ErrorId::SyntaxError);
     if (!in.arrays().setOptionBase(digits[0] - '0'))
         return in.raise(ErrorId::DuplicateDefinition);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::expr

@@ -20,7 +20,7 @@ constexpr std::string_view kSeedPrompt = "Random number seed (-32768 to 32768)? 
 
 // The prompt is printed by the statement itself rather than after it, so that the cell where it
 // ends, where the reply starts, can be noted; the screen carries that cell along when it scrolls.
-int startWaiting(core::Interpreter& in)
+Outcome startWaiting(core::Interpreter& in)
 {
     auto& run = in.run();
     auto& screen = in.screen();
@@ -29,7 +29,7 @@ int startWaiting(core::Interpreter& in)
     run.outputText.clear();
     screen.setAnchor({screen.cursorColumn(), screen.cursorRow()});
     in.keyboard().keyBuffer.clear();
-    return core::result::kInputWait;
+    return Outcome(Flow::InputWait);
 }
 
 // The variable list: names separated by commas at the top level of parentheses.
@@ -77,10 +77,10 @@ int assignField(core::Interpreter& in, const std::string& name, std::string fiel
     }
     if (!in.buffer().assign(name + "=" + field))
         return in.raise(ErrorId::LineBufferOverflow);
-    return stmtLet(in, 0, in.buffer().length());
+    return stmtLet(in, 0, in.buffer().length()).failed() ? core::kFailed : 0;
 }
 
-int completeInput(core::Interpreter& in)
+Outcome completeInput(core::Interpreter& in)
 {
     auto& state = in.inputState();
     auto& run = in.run();
@@ -106,7 +106,7 @@ int completeInput(core::Interpreter& in)
             return startWaiting(in);
         }
         in.functionState().random.randomize(seed);
-        return 0;
+        return kDone;
     }
     std::vector<std::string> fields;
     if (state.kind == InputKind::WholeLine)
@@ -117,7 +117,7 @@ int completeInput(core::Interpreter& in)
         fields = splitFields(typed, state.variables.size());
     for (size_t k = 0; k < state.variables.size(); ++k)
         TRY_BASIC(assignField(in, state.variables[k], fields[k]));
-    return 0;
+    return kDone;
 }
 
 } // namespace
@@ -151,9 +151,9 @@ std::string inputReply(core::Interpreter& in, std::string_view enteredLine)
     return core::trimBlanks(reply);
 }
 
-int stmtInput(core::Interpreter& in, int begin, int end)
+Outcome stmtInput(core::Interpreter& in, int begin, int end)
 {
-    if (in.run().lastResult == core::result::kInputWait)
+    if (in.run().lastFlow == core::Flow::InputWait)
         return completeInput(in);
     auto& state = in.inputState();
     state = {};
@@ -184,7 +184,7 @@ int stmtInput(core::Interpreter& in, int begin, int end)
     return startWaiting(in);
 }
 
-int randomizeFromKeyboard(core::Interpreter& in)
+Outcome randomizeFromKeyboard(core::Interpreter& in)
 {
     auto& state = in.inputState();
     state = {};

@@ -91,7 +91,7 @@ int assignTarget(core::Interpreter& in, const Target& target, const Value& value
     return storeStatus(in, in.variables().store(target.name, target.type, value));
 }
 
-int stmtLet(core::Interpreter& in, int begin, int end)
+Outcome stmtLet(core::Interpreter& in, int begin, int end)
 {
     Target target;
     int pos = begin;
@@ -103,10 +103,10 @@ int stmtLet(core::Interpreter& in, int begin, int end)
     Value value;
     TRY_BASIC(evaluateExpression(in, pos + 1, end, value));
     TRY_BASIC(assignTarget(in, target, value));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtSwap(core::Interpreter& in, int begin, int end)
+Outcome stmtSwap(core::Interpreter& in, int begin, int end)
 {
     Target first;
     Target second;
@@ -126,7 +126,7 @@ int stmtSwap(core::Interpreter& in, int begin, int end)
     TRY_BASIC(readTarget(in, second, b));
     TRY_BASIC(assignTarget(in, first, b));
     TRY_BASIC(assignTarget(in, second, a));
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::expr

@@ -8,7 +8,7 @@
 
 namespace tessaly::expr {
 
-int stmtMid(core::Interpreter& in, int begin, int end)
+Outcome stmtMid(core::Interpreter& in, int begin, int end)
 {
     using core::ErrorId;
     auto& buffer = in.buffer();
@@ -63,7 +63,7 @@ int stmtMid(core::Interpreter& in, int begin, int end)
     double count = std::min({n, static_cast<double>(replacement.text.size()), static_cast<double>(s.size() - at)});
     s.replace(at, static_cast<size_t>(count), replacement.text.substr(0, static_cast<size_t>(count)));
     TRY_BASIC(assignTarget(in, target, Value::makeString(std::move(s))));
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::expr

@@ -50,19 +50,19 @@ int buildPrintLine(core::Interpreter& in, int begin, int end, std::string& line)
 
 } // namespace
 
-int deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target)
+Outcome deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target)
 {
     auto& run = in.run();
     if (target == PrintTarget::Screen) {
         run.outputText = std::move(line);
-        return run.statementCode;
+        return kDone;
     }
     if (run.printNewline)
         line += "\r\n";
     in.host().printerWrite(line);
     // The screen's row is not touched by the printer.
     run.printNewline = true;
-    return run.statementCode;
+    return kDone;
 }
 
 int formatPrintText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine)
@@ -79,14 +79,14 @@ int formatPrintText(core::Interpreter& in, int begin, int end, std::string& text
     return result;
 }
 
-int stmtPrint(core::Interpreter& in, int begin, int end)
+Outcome stmtPrint(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildPrintLine(in, begin, end, line));
     return deliverPrintLine(in, std::move(line), PrintTarget::Screen);
 }
 
-int stmtLprint(core::Interpreter& in, int begin, int end)
+Outcome stmtLprint(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildPrintLine(in, begin, end, line));

@@ -72,14 +72,14 @@ int formatPrintUsingText(core::Interpreter& in, int begin, int end, std::string&
     return result;
 }
 
-int stmtPrintUsing(core::Interpreter& in, int begin, int end)
+Outcome stmtPrintUsing(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildUsingLine(in, begin, end, line));
     return deliverPrintLine(in, std::move(line), PrintTarget::Screen);
 }
 
-int stmtLprintUsing(core::Interpreter& in, int begin, int end)
+Outcome stmtLprintUsing(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(buildUsingLine(in, begin, end, line));

@@ -5,7 +5,7 @@
 
 namespace tessaly::expr {
 
-int stmtRandomize(core::Interpreter& in, int begin, int end)
+Outcome stmtRandomize(core::Interpreter& in, int begin, int end)
 {
     Value value;
     TRY_BASIC(evaluateExpression(in, begin, end, value));
@@ -18,7 +18,7 @@ int stmtRandomize(core::Interpreter& in, int begin, int end)
     if (seed < -32768 || seed > 32767)
         return in.raise(core::ErrorId::IllegalFunctionCall);
     in.functionState().random.randomize(seed);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::expr

@@ -50,7 +50,7 @@ int formatWriteText(core::Interpreter& in, int begin, int end, std::string& line
     return 0;
 }
 
-int stmtWrite(core::Interpreter& in, int begin, int end)
+Outcome stmtWrite(core::Interpreter& in, int begin, int end)
 {
     std::string line;
     TRY_BASIC(formatWriteText(in, begin, end, line));
@@ -58,7 +58,7 @@ int stmtWrite(core::Interpreter& in, int begin, int end)
     run.printNewline = true;
     run.pendingPrintText.clear();
     run.outputText = std::move(line);
-    return run.statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::expr

@@ -2,6 +2,8 @@
 // PEEK, DEFUSER, SEGPTR, VARPTR, INP and USR. The address space is described in io/user_memory.h.
 #pragma once
 
+#include "core/outcome.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -15,6 +17,11 @@ class Interpreter;
 
 namespace tessaly::io {
 
+using core::Failure;
+using core::Flow;
+using core::kDone;
+using core::Outcome;
+
 // io/memory_map.cpp
 // The length bytes at address, when the program owns all of them (for writing: none of them a
 // string's cell); else "Illegal function call in " and kFailed. A length of 0 reaches nothing and
@@ -26,14 +33,14 @@ int variableAddress(core::Interpreter& in, std::string_view name, bool isArray,
     const std::vector<int32_t>& subscripts, uint32_t& address);
 
 // io/stmt_memory.cpp
-int stmtDefSeg(core::Interpreter&, int begin, int end);
-int stmtPoke(core::Interpreter&, int begin, int end);
-int stmtBsave(core::Interpreter&, int begin, int end);
-int stmtBload(core::Interpreter&, int begin, int end);
-int stmtCall(core::Interpreter&, int begin, int end);
+Outcome stmtDefSeg(core::Interpreter&, int begin, int end);
+Outcome stmtPoke(core::Interpreter&, int begin, int end);
+Outcome stmtBsave(core::Interpreter&, int begin, int end);
+Outcome stmtBload(core::Interpreter&, int begin, int end);
+Outcome stmtCall(core::Interpreter&, int begin, int end);
 
 // io/stmt_ports.cpp
-int stmtOut(core::Interpreter&, int begin, int end);
+Outcome stmtOut(core::Interpreter&, int begin, int end);
 
 // io/memory_functions.cpp
 enum class MemoryFunction : uint8_t { Peek, Defuser, Segptr, Inp };

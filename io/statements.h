@@ -2,35 +2,42 @@
 // keyword and the statement's end; see core/dispatch.h.
 #pragma once
 
+#include "core/outcome.h"
+
 namespace tessaly::core {
 class Interpreter;
 }
 
 namespace tessaly::io {
 
+using core::Failure;
+using core::Flow;
+using core::kDone;
+using core::Outcome;
+
 // io/stmt_program_files.cpp
-int stmtLoad(core::Interpreter&, int begin, int end);
-int stmtSave(core::Interpreter&, int begin, int end);
-int stmtMerge(core::Interpreter&, int begin, int end);
+Outcome stmtLoad(core::Interpreter&, int begin, int end);
+Outcome stmtSave(core::Interpreter&, int begin, int end);
+Outcome stmtMerge(core::Interpreter&, int begin, int end);
 // io/stmt_chain.cpp
-int stmtChain(core::Interpreter&, int begin, int end);
-int stmtCommon(core::Interpreter&, int begin, int end);
+Outcome stmtChain(core::Interpreter&, int begin, int end);
+Outcome stmtCommon(core::Interpreter&, int begin, int end);
 // io/stmt_open_close.cpp
-int stmtOpen(core::Interpreter&, int begin, int end);
-int stmtClose(core::Interpreter&, int begin, int end);
+Outcome stmtOpen(core::Interpreter&, int begin, int end);
+Outcome stmtClose(core::Interpreter&, int begin, int end);
 // io/stmt_sequential.cpp
-int stmtPrintFile(core::Interpreter&, int begin, int end);
-int stmtWriteFile(core::Interpreter&, int begin, int end);
-int stmtInputFile(core::Interpreter&, int begin, int end);
-int stmtLineInputFile(core::Interpreter&, int begin, int end);
+Outcome stmtPrintFile(core::Interpreter&, int begin, int end);
+Outcome stmtWriteFile(core::Interpreter&, int begin, int end);
+Outcome stmtInputFile(core::Interpreter&, int begin, int end);
+Outcome stmtLineInputFile(core::Interpreter&, int begin, int end);
 // io/stmt_random.cpp (GET # and PUT #: the record forms)
-int stmtField(core::Interpreter&, int begin, int end);
-int stmtLset(core::Interpreter&, int begin, int end);
-int stmtRset(core::Interpreter&, int begin, int end);
-int stmtGetRecord(core::Interpreter&, int begin, int end);
-int stmtPutRecord(core::Interpreter&, int begin, int end);
+Outcome stmtField(core::Interpreter&, int begin, int end);
+Outcome stmtLset(core::Interpreter&, int begin, int end);
+Outcome stmtRset(core::Interpreter&, int begin, int end);
+Outcome stmtGetRecord(core::Interpreter&, int begin, int end);
+Outcome stmtPutRecord(core::Interpreter&, int begin, int end);
 // io/stmt_kill_name.cpp
-int stmtKill(core::Interpreter&, int begin, int end);
-int stmtName(core::Interpreter&, int begin, int end);
+Outcome stmtKill(core::Interpreter&, int begin, int end);
+Outcome stmtName(core::Interpreter&, int begin, int end);
 
 } // namespace tessaly::io

@@ -54,17 +54,17 @@ int startOf(core::Interpreter& in, const std::string& start)
 
 } // namespace
 
-int stmtCommon(core::Interpreter& in, int begin, int end)
+Outcome stmtCommon(core::Interpreter& in, int begin, int end)
 {
     auto& state = in.chainState();
     if (state.commonCount >= kMaxCommonStatements)
         return in.raise(ErrorId::OutOfMemory);
     state.commonLists[static_cast<size_t>(state.commonCount++)] =
         std::string(in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin)));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtChain(core::Interpreter& in, int begin, int end)
+Outcome stmtChain(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     size_t quote = text.find('"');
@@ -129,7 +129,7 @@ int stmtChain(core::Interpreter& in, int begin, int end)
     run.statementCode = static_cast<int>(core::Stmt::Run);
     TRY_BASIC(core::prepareProgram(in));
     if (start.empty())
-        return static_cast<int>(core::Stmt::Run);
+        return kDone;
     int target = startOf(in, start);
     if (target <= 0) {
         if (start.find('*') != std::string::npos)
@@ -138,7 +138,7 @@ int stmtChain(core::Interpreter& in, int begin, int end)
         return core::endAsAtEnd(in);
     }
     run.currentIndex = target;
-    return core::result::kRunFromEntry;
+    return Outcome(Flow::RunFromEntry);
 }
 
 } // namespace tessaly::io

@@ -46,7 +46,7 @@ bool readable(const std::string& path)
 
 } // namespace
 
-int stmtKill(core::Interpreter& in, int begin, int end)
+Outcome stmtKill(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     size_t pos = 0;
@@ -59,10 +59,10 @@ int stmtKill(core::Interpreter& in, int begin, int end)
     // A file that cannot be deleted (a read-only folder) is reported as a disk failure.
     if (std::remove(path.c_str()) != 0)
         return in.raise(ErrorId::DiskIoError);
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtName(core::Interpreter& in, int begin, int end)
+Outcome stmtName(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     size_t pos = 0;
@@ -86,7 +86,7 @@ int stmtName(core::Interpreter& in, int begin, int end)
         return in.raise(ErrorId::FileAlreadyExists);
     if (std::rename(oldPath.c_str(), newPath.c_str()) != 0)
         return in.raise(ErrorId::DiskIoError);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::io

@@ -68,7 +68,7 @@ int fileName(core::Interpreter& in, std::string_view text, std::string& path)
 
 } // namespace
 
-int stmtDefSeg(core::Interpreter& in, int begin, int end)
+Outcome stmtDefSeg(core::Interpreter& in, int begin, int end)
 {
     auto text = statementText(in, begin, end);
     auto equals = text.find('=');
@@ -77,10 +77,10 @@ int stmtDefSeg(core::Interpreter& in, int begin, int end)
     int64_t base = 0;
     TRY_BASIC(wholeNumber(in, text.substr(equals + 1), base));
     in.memory().segmentBase = base;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtPoke(core::Interpreter& in, int begin, int end)
+Outcome stmtPoke(core::Interpreter& in, int begin, int end)
 {
     auto fields = argumentTexts(statementText(in, begin, end));
     if (fields.size() < 2)
@@ -92,12 +92,12 @@ int stmtPoke(core::Interpreter& in, int begin, int end)
     uint8_t* byte = nullptr;
     TRY_BASIC(reachBytes(in, in.memory().segmentBase + offset, 1, true, byte));
     *byte = static_cast<uint8_t>(value & 0xFF);
-    return in.run().statementCode;
+    return kDone;
 }
 
 // BSAVE name, offset, length: exactly those bytes, with no header. The range is checked before the
 // file is made, so a refused range leaves no file behind.
-int stmtBsave(core::Interpreter& in, int begin, int end)
+Outcome stmtBsave(core::Interpreter& in, int begin, int end)
 {
     auto fields = argumentTexts(statementText(in, begin, end));
     if (fields.size() < 3)
@@ -122,12 +122,12 @@ int stmtBsave(core::Interpreter& in, int begin, int end)
     written = std::fclose(file) == 0 && written;
     if (!written)
         return in.raise(ErrorId::DiskIoError);
-    return in.run().statementCode;
+    return kDone;
 }
 
 // BLOAD name, offset: the whole file from that address on. A file longer than the room there is
 // refused before anything is written.
-int stmtBload(core::Interpreter& in, int begin, int end)
+Outcome stmtBload(core::Interpreter& in, int begin, int end)
 {
     auto fields = argumentTexts(statementText(in, begin, end));
     if (fields.size() < 2)
@@ -153,12 +153,12 @@ int stmtBload(core::Interpreter& in, int begin, int end)
     TRY_BASIC(reachBytes(in, in.memory().segmentBase + offset, contents.size(), true, bytes));
     if (!contents.empty())
         std::copy(contents.begin(), contents.end(), bytes);
-    return in.run().statementCode;
+    return kDone;
 }
 
 // CALL runs machine code at an address of the user memory. This system runs no machine code: the
 // statement is refused with "Illegal function call in ", as USR is.
-int stmtCall(core::Interpreter& in, int, int)
+Outcome stmtCall(core::Interpreter& in, int, int)
 {
     return in.raise(ErrorId::IllegalFunctionCall);
 }

@@ -60,7 +60,7 @@ bool containsAny(const std::string& name, std::initializer_list<const char*> wor
 
 } // namespace
 
-int stmtOpen(core::Interpreter& in, int begin, int end)
+Outcome stmtOpen(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     size_t forAt = core::findOutsideQuotes(text, " FOR ", 0);
@@ -123,18 +123,18 @@ int stmtOpen(core::Interpreter& in, int begin, int end)
     } else {
         int fd = openDisk(in, name, mode);
         if (fd < 0)
-            return core::kFailed;
+            return Failure {};
         channel = openedChannel(fd, mode, DeviceKind::Disk);
     }
     files.entry(number) = channel;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtClose(core::Interpreter& in, int begin, int end)
+Outcome stmtClose(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     auto& files = in.files();
-    auto closeOne = [&](int n) {
+    auto closeOne = [&](int n) -> int {
         if (!files.entry(n).isOpen() || !files.close(n))
             return in.raise(ErrorId::FileNotOpen);
         return 0;
@@ -144,7 +144,7 @@ int stmtClose(core::Interpreter& in, int begin, int end)
         for (int n = 1; n <= kHighestFileNumber; ++n)
             if (files.entry(n).isOpen())
                 TRY_BASIC(closeOne(n));
-        return in.run().statementCode;
+        return kDone;
     }
     auto list = text.substr(hash + 1);
     list = list.substr(0, list.find_first_of(":'\r\n"));
@@ -159,7 +159,7 @@ int stmtClose(core::Interpreter& in, int begin, int end)
             break;
         list.remove_prefix(comma + 1);
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::io

@@ -12,7 +12,7 @@ namespace tessaly::io {
 // grants access; the headless runner and tests: a simulated port space). Where it grants none, OUT
 // and INP raise "Illegal function call in ": a program that drives hardware cannot go on sensibly
 // without it.
-int stmtOut(core::Interpreter& in, int begin, int end)
+Outcome stmtOut(core::Interpreter& in, int begin, int end)
 {
     if (!in.host().portsAvailable())
         return in.raise(core::ErrorId::IllegalFunctionCall);
@@ -33,7 +33,7 @@ int stmtOut(core::Interpreter& in, int begin, int end)
     if (!(number >= 0 && number < 32768))
         return in.raise(core::ErrorId::IllegalFunctionCall);
     in.host().portOut(static_cast<uint16_t>(number), static_cast<uint8_t>(expr::integerOf(value) & 0xFF));
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::io

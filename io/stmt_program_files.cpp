@@ -41,7 +41,7 @@ bool namesTransferDevice(std::string_view name, bool save)
 
 } // namespace
 
-int stmtLoad(core::Interpreter& in, int begin, int end)
+Outcome stmtLoad(core::Interpreter& in, int begin, int end)
 {
     bool startedByRun = in.run().loadStartedByRun;
     in.run().loadStartedByRun = false;
@@ -56,7 +56,7 @@ int stmtLoad(core::Interpreter& in, int begin, int end)
     std::string path = AbsolutePath(HostPath(WithProgramExtension(name)));
     LoadOutcome outcome = LoadProgramDocument(in, path, RaiseAt::Statement);
     if (outcome == LoadOutcome::Failed)
-        return core::kFailed;
+        return Failure {};
     in.host().programLoaded(path);
     if (outcome == LoadOutcome::Cut)
         in.host().setDocumentModified(true);
@@ -74,7 +74,7 @@ int stmtLoad(core::Interpreter& in, int begin, int end)
     return core::endAsAtEnd(in);
 }
 
-int stmtSave(core::Interpreter& in, int begin, int end)
+Outcome stmtSave(core::Interpreter& in, int begin, int end)
 {
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     size_t comma = core::findAtTopLevel(argument, 0, [](char c, int depth) { return depth == 0 && c == ','; });
@@ -93,17 +93,17 @@ int stmtSave(core::Interpreter& in, int begin, int end)
     in.programFormats().saveFormat = format;
     bool tooLongToLoad = false;
     if (!SaveProgramDocument(in, HostPath(WithProgramExtension(name)), RaiseAt::Statement, &tooLongToLoad))
-        return core::kFailed;
+        return Failure {};
     // The file is written whole, but LOAD would cut it: the user is told at once, as a printed
     // line that does not stop the program.
     if (tooLongToLoad) {
         in.screen().Print(kSavedTooLongToLoad);
         in.screen().NewLine();
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtMerge(core::Interpreter& in, int begin, int end)
+Outcome stmtMerge(core::Interpreter& in, int begin, int end)
 {
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     std::string name = core::trimBlanks(argument.substr(0, argument.find('\'')));

@@ -174,16 +174,16 @@ off_t recordOffset(const FileChannel& channel, int record)
 
 // GET on a keyboard channel: the statement waits (as INPUT$ does) until a record's worth of
 // characters has been typed.
-int getFromKeyboard(core::Interpreter& in, FileChannel& channel)
+Outcome getFromKeyboard(core::Interpreter& in, FileChannel& channel)
 {
     std::string typed;
     TRY_BASIC(takeTypedKeys(in, static_cast<size_t>(channel.recordLength), typed));
     channel.recordBuffer.replace(0, typed.size(), typed);
     TRY_BASIC(distributeFields(in, channel));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int setField(core::Interpreter& in, int begin, int end, bool rightAlign)
+Outcome setField(core::Interpreter& in, int begin, int end, bool rightAlign)
 {
     auto text = argumentText(in, begin, end);
     size_t equals = core::findAtTopLevel(text, 0, [](char c, int depth) { return depth == 0 && c == '='; });
@@ -224,12 +224,12 @@ int setField(core::Interpreter& in, int begin, int end, bool rightAlign)
         bytes.append(width - bytes.size(), ' ');
     channel->recordBuffer.replace(static_cast<size_t>(field->offset), width, bytes);
     TRY_BASIC(assignFieldVariable(in, field->name, std::move(bytes)));
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace
 
-int stmtField(core::Interpreter& in, int begin, int end)
+Outcome stmtField(core::Interpreter& in, int begin, int end)
 {
     auto text = argumentText(in, begin, end);
     size_t comma = text.find(',');
@@ -263,14 +263,14 @@ int stmtField(core::Interpreter& in, int begin, int end)
     channel->fields = std::move(fields);
     channel->recordLength = total;
     channel->recordBuffer.assign(kMaxRecordLength, ' ');
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtLset(core::Interpreter& in, int begin, int end) { return setField(in, begin, end, false); }
+Outcome stmtLset(core::Interpreter& in, int begin, int end) { return setField(in, begin, end, false); }
 
-int stmtRset(core::Interpreter& in, int begin, int end) { return setField(in, begin, end, true); }
+Outcome stmtRset(core::Interpreter& in, int begin, int end) { return setField(in, begin, end, true); }
 
-int stmtGetRecord(core::Interpreter& in, int begin, int end)
+Outcome stmtGetRecord(core::Interpreter& in, int begin, int end)
 {
     auto text = argumentText(in, begin, end);
     if (isImageForm(text))
@@ -294,10 +294,10 @@ int stmtGetRecord(core::Interpreter& in, int begin, int end)
         return in.raise(ErrorId::DiskIoError);
     channel->recordBuffer.replace(0, length, bytes);
     TRY_BASIC(distributeFields(in, *channel));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtPutRecord(core::Interpreter& in, int begin, int end)
+Outcome stmtPutRecord(core::Interpreter& in, int begin, int end)
 {
     auto text = argumentText(in, begin, end);
     if (isImageForm(text))
@@ -329,7 +329,7 @@ int stmtPutRecord(core::Interpreter& in, int begin, int end)
             return in.raise(ErrorId::DiskIoError);
         done += static_cast<size_t>(n);
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::io

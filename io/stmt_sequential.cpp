@@ -85,7 +85,7 @@ bool usingForm(core::Interpreter& in, int& pos, int end)
 
 } // namespace
 
-int stmtPrintFile(core::Interpreter& in, int begin, int end)
+Outcome stmtPrintFile(core::Interpreter& in, int begin, int end)
 {
     FileChannel* channel = nullptr;
     int pos = 0;
@@ -109,10 +109,10 @@ int stmtPrintFile(core::Interpreter& in, int begin, int end)
     if (endsLine)
         text += '\r';
     TRY_BASIC(writeAll(in, *channel, text));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtWriteFile(core::Interpreter& in, int begin, int end)
+Outcome stmtWriteFile(core::Interpreter& in, int begin, int end)
 {
     FileChannel* channel = nullptr;
     int pos = 0;
@@ -128,10 +128,10 @@ int stmtWriteFile(core::Interpreter& in, int begin, int end)
         return expr::deliverPrintLine(in, std::move(text), expr::PrintTarget::Printer);
     }
     TRY_BASIC(writeAll(in, *channel, text + '\r'));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtInputFile(core::Interpreter& in, int begin, int end)
+Outcome stmtInputFile(core::Interpreter& in, int begin, int end)
 {
     FileChannel* channel = nullptr;
     int pos = 0;
@@ -188,10 +188,10 @@ int stmtInputFile(core::Interpreter& in, int begin, int end)
         else
             break;
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtLineInputFile(core::Interpreter& in, int begin, int end)
+Outcome stmtLineInputFile(core::Interpreter& in, int begin, int end)
 {
     FileChannel* channel = nullptr;
     int pos = 0;
@@ -227,7 +227,7 @@ int stmtLineInputFile(core::Interpreter& in, int begin, int end)
     }
     expr::Target target;
     TRY_BASIC(expr::parseTarget(in, pos, end, target));
-    return assignText(in, target, line);
+    return core::outcomeOf(assignText(in, target, line));
 }
 
 } // namespace tessaly::io

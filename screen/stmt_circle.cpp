@@ -49,7 +49,7 @@ void pointAt(const EllipseBox& box, double angle, int& x, int& y)
 
 } // namespace
 
-int stmtCircle(core::Interpreter& in, int begin, int end)
+Outcome stmtCircle(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto& g = in.graphics();
@@ -120,7 +120,7 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
 
     auto* renderer = in.renderer();
     if (renderer == nullptr)
-        return in.run().statementCode;
+        return kDone;
     Plane& page = renderer->activePage();
     Pixel pen = colours.palette[static_cast<size_t>(colours.foregroundColour)];
     int startX = box.cx + box.rx, startY = box.cy, endX = startX, endY = startY;
@@ -140,7 +140,7 @@ int stmtCircle(core::Interpreter& in, int begin, int end)
     if (finish < 0 || (fill && !range.whole))
         page.line(box.cx, box.cy, endX, endY, pen);
     renderer->composeRect(box.cx - box.rx, box.cy - box.ry, box.cx + box.rx, box.cy + box.ry);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

@@ -23,12 +23,12 @@ void clearScreen(core::Interpreter& in, int n)
     }
 }
 
-int stmtCls(core::Interpreter& in, int begin, int end)
+Outcome stmtCls(core::Interpreter& in, int begin, int end)
 {
     std::vector<expr::Value> values;
     TRY_BASIC(evaluateStatementArguments(in, begin, end, values));
     clearScreen(in, argumentOr(values, 0, 1));
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

@@ -15,7 +15,7 @@ bool given(const std::vector<expr::Value>& values, size_t k)
     return k < values.size() && !values[k].empty;
 }
 
-int setPaletteEntry(core::Interpreter& in, int begin, int end)
+Outcome setPaletteEntry(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto open = text.find('(', static_cast<size_t>(begin));
@@ -34,18 +34,18 @@ int setPaletteEntry(core::Interpreter& in, int begin, int end)
         if (k > 7)
             return in.raise(core::ErrorId::SyntaxError);
         colours.palette[static_cast<size_t>(p)] = kDigitalColours[static_cast<size_t>(k)];
-        return in.run().statementCode;
+        return kDone;
     }
     Rgb rgb = colourCodeToRgb(static_cast<uint32_t>(k));
     if (k > 0xFFF || rgb > 0xFFFFFF)
         return in.raise(core::ErrorId::SyntaxError);
     colours.palette[static_cast<size_t>(p)] = rgb;
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace
 
-int stmtColor(core::Interpreter& in, int begin, int end)
+Outcome stmtColor(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     auto first = text.find_first_not_of(' ');
@@ -83,7 +83,7 @@ int stmtColor(core::Interpreter& in, int begin, int end)
         colours.loadPalette();
     // COLOR shows the graphics again, page 0 drawn on and shown.
     in.graphics().resetPages();
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

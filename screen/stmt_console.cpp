@@ -33,7 +33,7 @@ void cutLinesAtWindow(TextScreen& screen)
 
 } // namespace
 
-int stmtConsole(core::Interpreter& in, int begin, int end)
+Outcome stmtConsole(core::Interpreter& in, int begin, int end)
 {
     std::vector<expr::Value> values;
     TRY_BASIC(evaluateStatementArguments(in, begin, end, values));
@@ -57,7 +57,7 @@ int stmtConsole(core::Interpreter& in, int begin, int end)
     in.functionKeys().lineShown = keys == 1;
     in.colours().colourSwitch = colourSwitch;
     cutLinesAtWindow(screen);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

@@ -331,7 +331,7 @@ private:
 
 } // namespace
 
-int stmtDraw(core::Interpreter& in, int begin, int end)
+Outcome stmtDraw(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     expr::Value value;
@@ -341,7 +341,7 @@ int stmtDraw(core::Interpreter& in, int begin, int end)
         return in.raise(ErrorId::SyntaxError);
     DrawInterpreter interpreter(in, std::move(commands));
     TRY_BASIC(interpreter.run());
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

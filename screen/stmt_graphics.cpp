@@ -63,7 +63,7 @@ void placePoint(core::Interpreter& in, const PointArguments& point, int& px, int
     g.lastY = py;
 }
 
-int setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
+Outcome setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
 {
     PointArguments point;
     TRY_BASIC(readPoint(in, begin, end, point));
@@ -79,7 +79,7 @@ int setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
         renderer->activePage().setPixel(px, py, colours.palette[static_cast<size_t>(colours.foregroundColour)]);
         renderer->composeRect(px - 1, py - 1, px, py);
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
 int selector(core::Interpreter& in, const std::vector<expr::Value>& args, size_t k, int& n)
@@ -99,30 +99,30 @@ expr::Value number(double x)
 
 } // namespace
 
-int stmtPset(core::Interpreter& in, int begin, int end) { return setPixel(in, begin, end, in.colours().pointColour); }
+Outcome stmtPset(core::Interpreter& in, int begin, int end) { return setPixel(in, begin, end, in.colours().pointColour); }
 
-int stmtPreset(core::Interpreter& in, int begin, int end)
+Outcome stmtPreset(core::Interpreter& in, int begin, int end)
 {
     return setPixel(in, begin, end, in.colours().backgroundColour);
 }
 
-int stmtPoint(core::Interpreter& in, int begin, int end)
+Outcome stmtPoint(core::Interpreter& in, int begin, int end)
 {
     PointArguments point;
     TRY_BASIC(readPoint(in, begin, end, point));
     int px = 0;
     int py = 0;
     placePoint(in, point, px, py);
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtScreen(core::Interpreter& in, int begin, int end)
+Outcome stmtScreen(core::Interpreter& in, int begin, int end)
 {
     std::vector<expr::Value> values;
     TRY_BASIC(evaluateStatementArguments(in, begin, end, values));
     // Without a comma after the mode nothing happens.
     if (values.size() < 2)
-        return in.run().statementCode;
+        return kDone;
     auto& g = in.graphics();
     int mode = in.colours().colourMode;
     int screenSwitch = argumentOr(values, 1, -1);
@@ -147,10 +147,10 @@ int stmtScreen(core::Interpreter& in, int begin, int end)
     // The page keeps the clip of the last VIEW: only the next VIEW replaces it.
     if (auto* renderer = in.renderer())
         renderer->composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtView(core::Interpreter& in, int begin, int end)
+Outcome stmtView(core::Interpreter& in, int begin, int end)
 {
     PointArguments first;
     PointArguments second;
@@ -198,10 +198,10 @@ int stmtView(core::Interpreter& in, int begin, int end)
         // Later drawing on this page stays within x1-1..x2-1 and y1-1..y2-1 until the next VIEW.
         page.setClip({x1 - 1, y1 - 1, x2, y2});
     }
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtWindow(core::Interpreter& in, int begin, int end)
+Outcome stmtWindow(core::Interpreter& in, int begin, int end)
 {
     PointArguments first;
     PointArguments second;
@@ -219,7 +219,7 @@ int stmtWindow(core::Interpreter& in, int begin, int end)
     g.scaleY = g.worldHeight() / g.viewHeight();
     g.lastX = devicePixel(first.x);
     g.lastY = devicePixel(first.y);
-    return in.run().statementCode;
+    return kDone;
 }
 
 int graphicsFunction(core::Interpreter& in, GraphicsFunction function, const std::vector<expr::Value>& args,

@@ -256,7 +256,7 @@ size_t afterAt(std::string_view text, int begin)
 
 // GET @(x1, y1)-[STEP](x2, y2), array. The array must hold the whole image (4 + 3 (w + 1) h bytes
 // from the element it starts at), else "Illegal function call in " and nothing is written.
-int stmtGetImage(core::Interpreter& in, int begin, int end)
+Outcome stmtGetImage(core::Interpreter& in, int begin, int end)
 {
     auto text = statementText(in, end);
     auto& g = in.graphics();
@@ -298,12 +298,12 @@ int stmtGetImage(core::Interpreter& in, int begin, int end)
     }
     g.lastX = x2;
     g.lastY = y2;
-    return in.run().statementCode;
+    return kDone;
 }
 
 // PUT @([STEP] x, y), array or KANJI(code)[, mode[, fg[, bg]]]. The colours apply to the character
 // cell of KANJI; an array image keeps its own colours.
-int stmtPutImage(core::Interpreter& in, int begin, int end)
+Outcome stmtPutImage(core::Interpreter& in, int begin, int end)
 {
     auto text = statementText(in, end);
     auto& g = in.graphics();
@@ -347,7 +347,7 @@ int stmtPutImage(core::Interpreter& in, int begin, int end)
     transfer(in, picture, std::min(w, picture.width), picture.height, x, y, op);
     g.lastX = x;
     g.lastY = y;
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

@@ -6,7 +6,7 @@
 
 namespace tessaly::screen {
 
-int stmtKey(core::Interpreter& in, int begin, int end)
+Outcome stmtKey(core::Interpreter& in, int begin, int end)
 {
     // KEY LIST is recognised as KEY; its own handler takes it from here.
     auto rest = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
@@ -21,10 +21,10 @@ int stmtKey(core::Interpreter& in, int begin, int end)
     if (n < 1 || n > 10 || values.size() < 2 || !values[1].isString())
         return in.raise(core::ErrorId::SyntaxError);
     in.functionKeys().texts[static_cast<size_t>(n - 1)] = values[1].text;
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtKeyList(core::Interpreter& in, int, int)
+Outcome stmtKeyList(core::Interpreter& in, int, int)
 {
     auto& screen = in.screen();
     screen.setCursorSwitch(1);
@@ -55,7 +55,7 @@ int stmtKeyList(core::Interpreter& in, int, int)
     }
     screen.RedrawRows();
     in.run().statementEcho = 0;
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

@@ -39,7 +39,7 @@ std::vector<int> lineStyleToDashes(uint32_t style)
     return dashes;
 }
 
-int stmtLine(core::Interpreter& in, int begin, int end)
+Outcome stmtLine(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto& g = in.graphics();
@@ -123,7 +123,7 @@ int stmtLine(core::Interpreter& in, int begin, int end)
 
     auto* renderer = in.renderer();
     if (renderer == nullptr)
-        return in.run().statementCode;
+        return kDone;
     Plane& page = renderer->activePage();
     Pixel pen = colours.palette[static_cast<size_t>(colours.foregroundColour)];
     if (mode == 0) {
@@ -143,10 +143,10 @@ int stmtLine(core::Interpreter& in, int begin, int end)
         }
     }
     renderer->composeRect(std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2));
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtLineParen(core::Interpreter& in, int begin, int end)
+Outcome stmtLineParen(core::Interpreter& in, int begin, int end)
 {
     // "LINE(" takes its parenthesis with it: the first point starts on it.
     return stmtLine(in, begin - 1, end);

@@ -4,7 +4,7 @@
 
 namespace tessaly::screen {
 
-int stmtLocate(core::Interpreter& in, int begin, int end)
+Outcome stmtLocate(core::Interpreter& in, int begin, int end)
 {
     std::vector<expr::Value> values;
     TRY_BASIC(evaluateStatementArguments(in, begin, end, values));
@@ -22,7 +22,7 @@ int stmtLocate(core::Interpreter& in, int begin, int end)
         s = 1;
     screen.setCursor(x, y);
     screen.setCursorSwitch(s);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

@@ -15,7 +15,7 @@ namespace tessaly::screen {
 
 using core::ErrorId;
 
-int stmtPaint(core::Interpreter& in, int begin, int end)
+Outcome stmtPaint(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto& g = in.graphics();
@@ -58,11 +58,11 @@ int stmtPaint(core::Interpreter& in, int begin, int end)
         TRY_BASIC(makeBrush(in, g.tileText, brush));
     auto* renderer = in.renderer();
     if (renderer == nullptr)
-        return in.run().statementCode;
+        return kDone;
     renderer->activePage().floodFillWith(
         x, y, colours.palette[static_cast<size_t>(borderColour)], [&brush](int px, int py) { return brush.at(px, py); });
     renderer->composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
-    return in.run().statementCode;
+    return kDone;
 }
 
 } // namespace tessaly::screen

@@ -55,7 +55,7 @@ std::string bitmapFile(const Plane& plane, bool inverted)
 
 } // namespace
 
-int stmtRoll(core::Interpreter& in, int begin, int end)
+Outcome stmtRoll(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     // The Y or N word is not an expression: only the first two arguments are evaluated.
@@ -86,7 +86,7 @@ int stmtRoll(core::Interpreter& in, int begin, int end)
     Pixel fill = colours.palette[static_cast<size_t>(background ? std::clamp(colours.backgroundInEffect, 0, 15) : 0)];
     auto* renderer = in.renderer();
     if (renderer == nullptr)
-        return in.run().statementCode;
+        return kDone;
     Plane& page = renderer->activePage();
     Rect clip = page.clip();
     page.resetClip();
@@ -97,10 +97,10 @@ int stmtRoll(core::Interpreter& in, int begin, int end)
     page.copyFrom(moved, source, std::max(0, -dx), std::max(0, -dy));
     page.setClip(clip);
     renderer->composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
-    return in.run().statementCode;
+    return kDone;
 }
 
-int stmtCopy(core::Interpreter& in, int begin, int end)
+Outcome stmtCopy(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     int n = 3;
@@ -138,7 +138,7 @@ int stmtCopy(core::Interpreter& in, int begin, int end)
     written = std::fclose(file) == 0 && written;
     if (!written)
         return in.raise(ErrorId::DiskIoError);
-    return in.run().statementCode;
+    return kDone;
 }
 
 std::string textScreenForClipboard(const TextScreen& screen)
