@@ -26,6 +26,9 @@ namespace tessaly::core {
 // and "#" the word is still the spacing function, so A%TAB(5) tabs.
 [[nodiscard]] constexpr bool isPrintItemNameChar(char c) { return isLetter(c) || isDigit(c) || c == '.' || c == '$'; }
 
-[[nodiscard]] constexpr char toUpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+[[nodiscard]] constexpr char toUpperAscii(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 } // namespace tessaly::core

@@ -337,7 +337,9 @@ bool normaliseStatements(std::string& text)
             return true;
         }
         // NEXT I,J becomes NEXT I :NEXT J; the new NEXT is found by the next walk.
-        size_t comma = findAtTopLevel(text, pos + 4, [](char c, int depth) { return c == ':' || c == '\'' || (c == ',' && depth == 0); });
+        size_t comma = findAtTopLevel(text, pos + 4, [](char c, int depth) {
+            return c == ':' || c == '\'' || (c == ',' && depth == 0);
+        });
         if (comma != std::string::npos && text[comma] == ',')
             text.replace(comma, 1, " :NEXT ");
     }
