@@ -4,18 +4,17 @@
 
 #include <cstring>
 
+#include "core/char_class.h"
 #include "core/dispatch.h"
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/run_loop.h"
 #include "core/statements.h"
+#include "core/text_scan.h"
 
 namespace tessaly::core {
 
 namespace {
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 int skipBlanks(const StatementBuffer& buffer, int pos, int end)
 {
@@ -43,38 +42,18 @@ bool startsWithoutBlanks(std::string_view text, std::string_view prefix)
 // ON, OFF or STOP after the keyword, outside quotes: 1, 2 or 3; 0 when none stands there.
 int switchMode(std::string_view text, int from)
 {
-    bool quoted = false;
-    for (size_t pos = static_cast<size_t>(from); pos < text.size(); ++pos) {
-        if (text[pos] == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
+    auto modeAt = [&](size_t pos) {
         auto rest = text.substr(pos);
-        if (rest.starts_with("ON"))
-            return 1;
-        if (rest.starts_with("OFF"))
-            return 2;
-        if (rest.starts_with("STOP"))
-            return 3;
-    }
-    return 0;
+        return rest.starts_with("ON") ? 1 : rest.starts_with("OFF") ? 2 : rest.starts_with("STOP") ? 3 : 0;
+    };
+    size_t at = findOutsideQuotesIf(text, static_cast<size_t>(from), [&](size_t pos) { return modeAt(pos) != 0; });
+    return at == std::string_view::npos ? 0 : modeAt(at);
 }
 
 Outcome assignmentOrSyntaxError(Interpreter& in, int start, int end)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
-    bool quoted = false;
-    bool hasEquals = false;
-    for (size_t pos = static_cast<size_t>(start); pos < text.size(); ++pos) {
-        if (text[pos] == '"')
-            quoted = !quoted;
-        else if (text[pos] == '=' && !quoted) {
-            hasEquals = true;
-            break;
-        }
-    }
+    bool hasEquals = findOutsideQuotes(text, "=", static_cast<size_t>(start)) != std::string_view::npos;
     if (!hasEquals)
         return in.raise(ErrorId::SyntaxError);
     int pos = start;
@@ -92,11 +71,8 @@ int rewriteQuestionMark(Interpreter& in, int& pos, int& end)
     int entry = in.run().currentIndex;
     if (!ProgramStore::isValidEntry(entry))
         return in.raise(ErrorId::SyntaxError);
-    auto& text = in.program().mutableText(entry);
-    auto mark = text.find('?');
-    if (mark == std::string::npos)
+    if (rewriteQuestionMarks(in.program().mutableText(entry), QuestionMarks::FirstOnly) == 0)
         return in.raise(ErrorId::SyntaxError);
-    text.replace(mark, 1, "PRINT ");
     TRY_BASIC(loadEntryIntoBuffer(in, entry));
     pos = 0;
     end = in.buffer().length();

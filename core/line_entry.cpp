@@ -8,9 +8,11 @@
 #include "core/executor.h"
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
+#include "core/rounding.h"
 #include "core/run_loop.h"
 #include "core/upper_case_pass.h"
 #include "core/statements.h"
+#include "core/text_scan.h"
 #include "expr/statements.h"
 
 namespace tessaly::core {
@@ -33,21 +35,8 @@ bool isNumberedLine(std::string_view text)
         return false;
     if (head.find_first_of("xXnN", first) < static_cast<size_t>(end - head.c_str()))
         return false;
-    return std::trunc(value + 0.5) > 0;
+    return roundHalfUpTruncated(value) > 0;
 }
-
-namespace {
-
-std::string_view trimBlanks(std::string_view text)
-{
-    auto first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos)
-        return {};
-    auto last = text.find_last_not_of(' ');
-    return text.substr(first, last - first + 1);
-}
-
-} // namespace
 
 void enterLine(Interpreter& in, std::string_view typed)
 {

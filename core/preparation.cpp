@@ -2,16 +2,16 @@
 // entries, and collecting labels. Lookups in the result are core/prepared_program.cpp.
 #include "core/preparation.h"
 
+#include <algorithm>
 #include <vector>
 
+#include "core/char_class.h"
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 
 namespace tessaly::core {
 
 namespace {
-
-bool isUpperLetter(char c) { return c >= 'A' && c <= 'Z'; }
 
 // The end of the line number at the start of an entry's text (leading blanks and digits).
 size_t numberEnd(std::string_view text)
@@ -41,7 +41,7 @@ void trimTrailing(std::string& text)
 
 // Position of the first of the given stops outside quotes, from pos; text.size() when none.
 // Sets openQuote when the text ends inside quotes.
-size_t findOutsideQuotes(std::string_view text, size_t pos, std::string_view stops, bool withRem, bool& openQuote)
+size_t findStopOutsideQuotes(std::string_view text, size_t pos, std::string_view stops, bool withRem, bool& openQuote)
 {
     bool endsQuoted = false;
     size_t found = findOutsideQuotesIf(text, pos, [&](size_t at) {
@@ -101,7 +101,7 @@ std::vector<std::string_view> splitPieces(std::string_view body)
     size_t pos = 0;
     while (pos <= body.size()) {
         bool open = false;
-        size_t stop = findOutsideQuotes(body, pos, ":'\r\n", false, open);
+        size_t stop = findStopOutsideQuotes(body, pos, ":'\r\n", false, open);
         auto piece = body.substr(pos, stop - pos);
         auto first = piece.find_first_not_of(' ');
         if (first != std::string_view::npos)
@@ -136,7 +136,7 @@ void separateLabel(std::string& copy)
 bool hasColonOutsideQuotes(std::string_view text)
 {
     bool open = false;
-    size_t pos = findOutsideQuotes(text, 0, ":", false, open);
+    size_t pos = findStopOutsideQuotes(text, 0, ":", false, open);
     return pos < text.size();
 }
 
@@ -174,23 +174,15 @@ bool branchText(std::string_view statement, size_t keywordEnd, bool thenBranch, 
     size_t pos = keywordEnd;
     if (pos < statement.size() && statement[pos] == ' ')
         ++pos;
-    size_t stop = pos;
-    bool quoted = false;
-    for (; stop < statement.size(); ++stop) {
-        char c = statement[stop];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
-        if (c == ':' || c == '\'' || c == '\r' || c == '\n')
-            break;
-        if (thenBranch && (statement.compare(stop, 4, "ELSE") == 0 || statement.compare(stop, 3, "REM") == 0))
-            break;
-    }
-    if (quoted)
+    bool endsQuoted = false;
+    size_t stop = findOutsideQuotesIf(statement, pos, [&](size_t at) {
+        char c = statement[at];
+        return c == ':' || c == '\'' || c == '\r' || c == '\n' ||
+               (thenBranch && (statement.compare(at, 4, "ELSE") == 0 || statement.compare(at, 3, "REM") == 0));
+    }, &endsQuoted);
+    if (endsQuoted)
         return false;
+    stop = std::min(stop, statement.size());
     branch.assign(statement.substr(pos, stop - pos));
     // A branch that is a line number or a label jumps there: THEN 100 ELSE *DONE means
     // THEN GOTO 100 ELSE GOTO *DONE.
@@ -207,21 +199,6 @@ bool branchText(std::string_view statement, size_t keywordEnd, bool thenBranch, 
     return true;
 }
 
-// Finds a keyword outside quotes in a statement, from pos; npos when absent.
-size_t findKeyword(std::string_view statement, std::string_view keyword, size_t pos)
-{
-    bool quoted = false;
-    for (; pos < statement.size(); ++pos) {
-        if (statement[pos] == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (!quoted && statement.compare(pos, keyword.size(), keyword) == 0)
-            return pos;
-    }
-    return std::string_view::npos;
-}
-
 // Turns the IF statement of entry into IF k with four branch entries; follows an ELSE IF chain.
 int compileIf(Interpreter& in, EntryAllocator& entries, int entry, int line, int continuation)
 {
@@ -232,7 +209,7 @@ int compileIf(Interpreter& in, EntryAllocator& entries, int entry, int line, int
             return 0;
         if (prepared.ifCount() + 1 >= kMaxIfStatements)
             return in.raiseAt(line, ErrorId::OutOfMemory);
-        size_t thenAt = findKeyword(statement, "THEN", 3);
+        size_t thenAt = findOutsideQuotes(statement, "THEN", 3);
         if (thenAt == std::string::npos)
             return in.raiseAt(line, ErrorId::SyntaxError);
         std::string thenBranch;
@@ -240,7 +217,7 @@ int compileIf(Interpreter& in, EntryAllocator& entries, int entry, int line, int
             return in.raiseAt(line, ErrorId::SyntaxError);
         std::string elseBranch;
         bool hasElse = false;
-        size_t elseAt = findKeyword(statement, "ELSE", thenAt + 4);
+        size_t elseAt = findOutsideQuotes(statement, "ELSE", thenAt + 4);
         if (elseAt != std::string::npos) {
             hasElse = true;
             if (!branchText(statement, elseAt + 4, false, elseBranch))
@@ -316,80 +293,56 @@ bool checkIfStructure(std::string_view lineText)
     std::string text = " ";
     text += lineText;
     int state = 0;
-    bool quoted = false;
-    for (size_t pos = 0; pos < text.size(); ++pos) {
+    bool misplaced = false;
+    // The walk stops at a comment, or at the first word out of place.
+    size_t stop = findOutsideQuotesIf(text, 0, [&](size_t pos) {
         char c = text[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
         if (c == '\'' || text.compare(pos, 3, "REM") == 0)
-            break;
+            return true;
         auto endsWith = [&](std::string_view word) {
             return pos + 1 >= word.size() && text.compare(pos + 1 - word.size(), word.size(), word) == 0;
         };
         if (endsWith("IF")) {
-            if (state != 0 && state != 3)
-                return false;
+            misplaced = state != 0 && state != 3;
             state = 1;
         } else if (endsWith("THEN")) {
-            if (state != 1)
-                return false;
+            misplaced = state != 1;
             state = 2;
         } else if (endsWith("ELSE")) {
-            if (state != 2)
-                return false;
+            misplaced = state != 2;
             state = 3;
         } else if (c == ':' && state != 0) {
-            if (state == 1)
-                return false;
+            misplaced = state == 1;
             state = 4;
         }
-    }
+        return misplaced;
+    });
+    if (stop != std::string::npos && misplaced)
+        return false;
     return state != 1;
 }
 
 bool normaliseStatements(std::string& text)
 {
-    bool quoted = false;
-    for (size_t pos = 0; pos < text.size(); ++pos) {
-        char c = text[pos];
-        if (c == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
-        if (c == '\'' || text.compare(pos, 3, "REM") == 0) {
+    // Each walk starts outside quotes, at a comment or NEXT found outside them by the one before.
+    for (size_t pos = 0;; ++pos) {
+        bool endsQuoted = false;
+        pos = findOutsideQuotesIf(text, pos, [&](size_t at) {
+            return text[at] == '\'' || text.compare(at, 3, "REM") == 0 || text.compare(at, 4, "NEXT") == 0;
+        }, &endsQuoted);
+        if (pos == std::string::npos)
+            return !endsQuoted;
+        if (text[pos] == '\'' || text.compare(pos, 3, "REM") == 0) {
             text.erase(pos);
-            break;
+            return true;
         }
-        if (text.compare(pos, 4, "NEXT") != 0)
-            continue;
-        // NEXT I,J becomes NEXT I :NEXT J.
-        int depth = 0;
-        bool inner = false;
-        for (size_t scan = pos + 4; scan < text.size(); ++scan) {
-            char s = text[scan];
-            if (s == '"')
-                inner = !inner;
-            if (inner)
-                continue;
-            if (s == ':' || s == '\'')
-                break;
-            if (s == '(')
-                ++depth;
-            else if (s == ')')
-                --depth;
-            else if (s == ',' && depth == 0) {
-                text.replace(scan, 1, " :NEXT ");
-                break;
-            }
-        }
+        // NEXT I,J becomes NEXT I :NEXT J; the new NEXT is found by the next walk.
+        size_t comma = findAtTopLevel(text, pos + 4, [](char c, int depth) {
+            return c == ':' || c == '\'' || (c == ',' && depth == 0);
+        });
+        if (comma != std::string::npos && text[comma] == ',')
+            text.replace(comma, 1, " :NEXT ");
     }
-    return !quoted;
 }
 
 int prepareProgram(Interpreter& in)
@@ -476,7 +429,7 @@ int prepareDirect(Interpreter& in)
         return in.raiseWithoutLine(ErrorId::OutOfMemory);
 
     std::string command(in.buffer().view());
-    rewriteQuestionMarks(command);
+    rewriteQuestionMarks(command, QuestionMarks::OutsideQuotes);
     EntryAllocator entries(in, base + 1);
     int commandEntry = entries.allocate(base + 1, command);
     int endEntry = entries.allocate(base + 2, "END");

@@ -6,6 +6,8 @@
 #include <functional>
 #include <numeric>
 
+#include "core/text_scan.h"
+
 namespace tessaly::core {
 
 ProgramStore::ProgramStore()
@@ -28,17 +30,20 @@ int32_t leadingNumber(std::string_view text)
     return static_cast<int32_t>(value);
 }
 
-void rewriteQuestionMarks(std::string& text)
+int rewriteQuestionMarks(std::string& text, QuestionMarks which)
 {
-    bool quoted = false;
-    for (size_t pos = 0; pos < text.size(); ++pos) {
-        if (text[pos] == '"') {
-            quoted = !quoted;
-        } else if (text[pos] == '?' && !quoted) {
-            text.replace(pos, 1, "PRINT ");
-            pos += 5;
-        }
+    static constexpr std::string_view kPrint = "PRINT ";
+    int count = 0;
+    size_t mark = which == QuestionMarks::FirstOnly ? text.find('?') : findOutsideQuotes(text, "?", 0);
+    while (mark != std::string::npos) {
+        text.replace(mark, 1, kPrint);
+        ++count;
+        if (which == QuestionMarks::FirstOnly)
+            break;
+        // The rewrite holds no quote, so the scan goes on outside quotes after it.
+        mark = findOutsideQuotes(text, "?", mark + kPrint.size());
     }
+    return count;
 }
 
 StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view numberText)
@@ -50,7 +55,7 @@ StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view num
     auto& entry = m_texts[static_cast<size_t>(m_count)];
     auto lineEnd = text.find_first_of("\r\n");
     entry.assign(text.substr(0, lineEnd));
-    rewriteQuestionMarks(entry);
+    rewriteQuestionMarks(entry, QuestionMarks::OutsideQuotes);
     entry += "\r\n";
     m_numbers[static_cast<size_t>(m_count)] = leadingNumber(numberText);
     ++m_revision;

@@ -74,8 +74,19 @@ private:
     std::vector<std::string> m_texts;
 };
 
-// Replaces every "?" outside double quotes with "PRINT " (the rewrite of line entry).
-void rewriteQuestionMarks(std::string& text);
+// Which "?" of a text rewriteQuestionMarks writes out as "PRINT ".
+enum class QuestionMarks : uint8_t {
+    // Every "?" outside double quotes: a line typed in or a direct command, before it is stored.
+    OutsideQuotes,
+    // Only the first "?", quoted or not: a stored entry whose statement is "?" (a line read from a
+    // program file keeps its "?"). Loading an entry starts at its first "?", "*", apostrophe or
+    // letter after the number, so a statement "?" loaded from it is that first "?", wherever the
+    // quotes of a malformed line stand.
+    FirstOnly,
+};
+
+// "?" is short for PRINT: writes "PRINT " in place of the chosen "?" of text. Returns how many.
+int rewriteQuestionMarks(std::string& text, QuestionMarks which);
 // The decimal value of the leading digits of text (after leading blanks); 0 when there are none.
 int32_t leadingNumber(std::string_view text);
 

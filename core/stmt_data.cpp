@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/find_target.h"
+#include "core/char_class.h"
 #include "core/interpreter.h"
 #include "core/program_walk.h"
 #include "core/statements.h"
@@ -113,7 +114,7 @@ std::string convertAmpersand(const std::string& item)
     for (char c : item) {
         if (c == '&' || c == 'H' || c == 'h' || c == ' ')
             continue;
-        char u = (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+        char u = toUpperAscii(c);
         int digit = (u >= '0' && u <= '9') ? u - '0' : (u >= 'A' && u <= 'F') ? u - 'A' + 10 : 99;
         if (digit >= (hex ? 16 : 8))
             break;

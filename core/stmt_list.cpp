@@ -5,6 +5,7 @@
 
 #include "core/interpreter.h"
 #include "core/statements.h"
+#include "core/text_scan.h"
 #include "io/shift_jis.h"
 
 namespace tessaly::core {
@@ -24,21 +25,14 @@ RangeText splitRange(std::string_view argument)
     auto stop = argument.find_first_of(":'\r\n");
     argument = argument.substr(0, stop);
     auto dash = argument.find('-');
-    auto trim = [](std::string_view text) {
-        auto first = text.find_first_not_of(' ');
-        if (first == std::string_view::npos)
-            return std::string();
-        auto last = text.find_last_not_of(' ');
-        return std::string(text.substr(first, last - first + 1));
-    };
     if (dash == std::string_view::npos) {
-        range.from = trim(argument);
+        range.from = trimBlanks(argument);
         range.to = range.from;
         return range;
     }
     range.hasDash = true;
-    range.from = trim(argument.substr(0, dash));
-    range.to = trim(argument.substr(dash + 1));
+    range.from = trimBlanks(argument.substr(0, dash));
+    range.to = trimBlanks(argument.substr(dash + 1));
     return range;
 }
 

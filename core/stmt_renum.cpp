@@ -2,8 +2,10 @@
 #include <map>
 #include <string>
 
+#include "core/char_class.h"
 #include "core/interpreter.h"
 #include "core/statements.h"
+#include "core/text_scan.h"
 
 namespace tessaly::core {
 
@@ -14,8 +16,6 @@ constexpr int kHighestRenumber = 65529;
 // The words after which line numbers stand.
 constexpr std::string_view kReferenceWords[] = {"THEN ", "ELSE ", "GOTO ", "GO TO ", "GOSUB ", "RETURN ", "LIST ",
     "LLIST ", "RESTORE ", "RESUME ", "RUN ", "DELETE ", "EDIT "};
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 class ReferenceRewriter {
 public:
@@ -33,32 +33,23 @@ public:
         // The line's own number is not a reference.
         while (pos < text.size() && (text[pos] == ' ' || isDigit(text[pos])))
             out += text[pos++];
-        bool quoted = false;
-        while (pos < text.size()) {
-            char c = text[pos];
-            if (c == '"') {
-                quoted = !quoted;
-                out += text[pos++];
-                continue;
-            }
-            if (quoted) {
-                out += text[pos++];
-                continue;
-            }
-            if (c == '\'' || text.compare(pos, 3, "REM") == 0) {
+        // Each walk starts outside quotes: after a reference word and its numbers.
+        for (;;) {
+            size_t word = 0;
+            size_t found = findOutsideQuotesIf(text, pos, [&](size_t at) {
+                if (text[at] == '\'' || text.compare(at, 3, "REM") == 0)
+                    return true;
+                word = matchWord(text, at);
+                return word > 0;
+            });
+            if (found == std::string_view::npos || word == 0) {
+                // The rest of the line, a comment among it, is kept as it is.
                 out.append(text.substr(pos));
-                break;
+                return out;
             }
-            size_t word = matchWord(text, pos);
-            if (word > 0) {
-                out.append(text.substr(pos, word));
-                pos += word;
-                pos = rewriteNumbers(text, pos, out, lineNumber);
-                continue;
-            }
-            out += text[pos++];
+            out.append(text.substr(pos, found - pos + word));
+            pos = rewriteNumbers(text, found + word, out, lineNumber);
         }
-        return out;
     }
 
 private:

@@ -6,6 +6,7 @@
 #include "core/executor.h"
 #include "core/interpreter.h"
 #include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 #include "core/keyword_table.h"
 #include "core/preparation.h"
 #include "core/run_loop.h"
@@ -26,13 +27,7 @@ std::string plainArgument(const expr::Value& value)
     } else if (!value.empty) {
         text = std::to_string(expr::integerOf(value));
     }
-    std::string plain;
-    for (char c : text) {
-        if (c == '"' || c == ' ')
-            continue;
-        plain += (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
-    }
-    return plain;
+    return upperCased(withoutBytes(text, "\" "));
 }
 
 // RUN "file" and RUN "file",R are LOAD with the same arguments; RUN "file" itself keeps the screen

@@ -1,11 +1,34 @@
 // Small scans over statement text that many statements share: trimming, searching outside string
-// literals, matching parentheses, the characters of a name.
+// literals, matching parentheses. The classes of single characters are core/char_class.h.
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "core/char_class.h"
+
 namespace tessaly::core {
+
+// Follows string literals through text taken one byte at a time: each double quote opens or
+// closes one. Nothing else ends a literal here; the scans that also end one at a line end say so.
+class QuoteState {
+public:
+    // Takes the next byte; true when it is a double quote, which has then opened or closed a literal.
+    bool takesQuote(char c)
+    {
+        if (c != '"')
+            return false;
+        m_inside = !m_inside;
+        return true;
+    }
+    // Inside a literal after the bytes taken so far.
+    [[nodiscard]] bool inside() const { return m_inside; }
+    // A line end: for the scans in which it ends an open literal.
+    void endLine() { m_inside = false; }
+
+private:
+    bool m_inside = false;
+};
 
 [[nodiscard]] inline std::string trimBlanks(std::string_view text)
 {
@@ -22,17 +45,13 @@ namespace tessaly::core {
 template <typename Stop>
 [[nodiscard]] size_t findOutsideQuotesIf(std::string_view text, size_t from, Stop stop, bool* endsQuoted = nullptr)
 {
-    bool quoted = false;
+    QuoteState quotes;
     for (size_t pos = from; pos < text.size(); ++pos) {
-        if (text[pos] == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (!quoted && stop(pos))
+        if (!quotes.takesQuote(text[pos]) && !quotes.inside() && stop(pos))
             return pos;
     }
     if (endsQuoted != nullptr)
-        *endsQuoted = quoted;
+        *endsQuoted = quotes.inside();
     return std::string_view::npos;
 }
 
@@ -49,19 +68,13 @@ template <typename Stop>
 [[nodiscard]] inline size_t matchingParen(std::string_view text, size_t open)
 {
     int depth = 0;
-    bool quoted = false;
-    for (size_t pos = open; pos < text.size(); ++pos) {
-        char c = text[pos];
-        if (c == '"')
-            quoted = !quoted;
-        if (quoted)
-            continue;
-        if (c == '(')
+    return findOutsideQuotesIf(text, open, [&](size_t pos) {
+        if (text[pos] == '(')
             ++depth;
-        else if (c == ')' && --depth == 0)
-            return pos;
-    }
-    return std::string_view::npos;
+        else if (text[pos] == ')' && --depth == 0)
+            return true;
+        return false;
+    });
 }
 
 // The first position at or after from, outside double quotes, whose byte satisfies
@@ -102,23 +115,15 @@ bool splitAtTopLevel(std::string_view text, IsSeparator isSeparator, Piece piece
     }
 }
 
-[[nodiscard]] constexpr char toUpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-// The text with its ASCII letters upper-cased (other bytes, Shift-JIS among them, as they are).
-[[nodiscard]] inline std::string upperCased(std::string_view text)
+// The text without the bytes listed in dropped.
+[[nodiscard]] inline std::string withoutBytes(std::string_view text, std::string_view dropped)
 {
-    std::string out(text);
-    for (char& c : out)
-        c = toUpperAscii(c);
+    std::string out;
+    for (char c : text) {
+        if (dropped.find(c) == std::string_view::npos)
+            out += c;
+    }
     return out;
-}
-
-[[nodiscard]] constexpr bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-
-// A character that continues a variable name: letters, digits, ".", "_" and the type marks.
-[[nodiscard]] constexpr bool isNameChar(char c)
-{
-    return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '%' || c == '!' || c == '#' || c == '$';
 }
 
 } // namespace tessaly::core

@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "core/text_scan.h"
+
 namespace tessaly::core {
 
 namespace {
@@ -24,7 +26,7 @@ bool startsKeptText(std::string_view text, size_t pos, CaseRules rules)
 void upperCaseOutsideStrings(std::string& text, CaseRules rules)
 {
     const bool keepsWords = rules != CaseRules::AllOutsideStrings;
-    bool inString = false;
+    QuoteState strings;
     bool keptToColon = false; // REM text, DATA items, and in a file an apostrophe comment
     bool keptToLineEnd = false; // a typed line's apostrophe comment
     bool secondByteNext = false;
@@ -32,13 +34,13 @@ void upperCaseOutsideStrings(std::string& text, CaseRules rules)
         auto byte = static_cast<uint8_t>(text[pos]);
         bool secondByte = secondByteNext;
         secondByteNext = !secondByte && startsDoubleByte(byte);
-        if (byte == '"') {
-            inString = !inString;
-        } else if (byte == '\r') {
-            inString = false;
+        if (strings.takesQuote(text[pos]))
+            continue;
+        if (byte == '\r') {
+            strings.endLine();
             keptToColon = false;
             keptToLineEnd = false;
-        } else if (inString || keptToLineEnd) {
+        } else if (strings.inside() || keptToLineEnd) {
             continue;
         } else if (byte == '\'' && keepsWords) {
             if (rules == CaseRules::TypedLine)
@@ -48,8 +50,7 @@ void upperCaseOutsideStrings(std::string& text, CaseRules rules)
         } else if (byte == ':') {
             keptToColon = false;
         } else if (!keptToColon && !secondByte) {
-            if (byte >= 'a' && byte <= 'z')
-                text[pos] = static_cast<char>(byte - 'a' + 'A');
+            text[pos] = toUpperAscii(text[pos]);
             if (keepsWords && startsKeptText(text, pos, rules))
                 keptToColon = true;
         }

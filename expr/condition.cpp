@@ -18,22 +18,15 @@ constexpr std::string_view kLogicalWords[] = {" AND", " OR", " XOR", " IMP", " E
 // The first logical word (with its blank) outside quotes from pos; npos when none.
 size_t findLogical(std::string_view text, size_t pos, size_t& length)
 {
-    bool quoted = false;
-    for (; pos < text.size(); ++pos) {
-        if (text[pos] == '"') {
-            quoted = !quoted;
-            continue;
-        }
-        if (quoted)
-            continue;
+    return core::findOutsideQuotesIf(text, pos, [&](size_t at) {
         for (auto word : kLogicalWords) {
-            if (text.compare(pos, word.size(), word) == 0) {
+            if (text.compare(at, word.size(), word) == 0) {
                 length = word.size();
-                return pos;
+                return true;
             }
         }
-    }
-    return std::string_view::npos;
+        return false;
+    });
 }
 
 struct Relation {

@@ -6,7 +6,9 @@
 #include <cmath>
 #include <string>
 
+#include "core/char_class.h"
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "expr/functions.h"
 #include "expr/number_text.h"
 #include "expr/expression_scratch.h"
@@ -19,17 +21,16 @@ namespace {
 
 using core::ErrorId;
 
-bool isLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-bool isNameChar(char c) { return isLetter(c) || isDigit(c) || c == '.' || c == '_' || c == '%' || c == '!' || c == '#' || c == '$'; }
-char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
+using core::isDigit;
+using core::isLetter;
+using core::isNameChar;
 
 bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
 {
     if (pos + word.size() > text.size())
         return false;
     for (size_t k = 0; k < word.size(); ++k) {
-        if (upper(text[pos + k]) != word[k])
+        if (core::toUpperAscii(text[pos + k]) != word[k])
             return false;
     }
     return true;
@@ -359,7 +360,7 @@ int Parser::parseNumber(Value& value)
         while (isDigit(peek()))
             ++m_pos;
     }
-    char e = upper(peek());
+    char e = core::toUpperAscii(peek());
     if (e == 'E' || e == 'D') {
         size_t mark = m_pos + 1;
         if (mark < m_text.size() && (m_text[mark] == '+' || m_text[mark] == '-'))
@@ -385,7 +386,7 @@ int Parser::parseHexOrOctal(Value& value)
 {
     ++m_pos;
     int base = 8;
-    char kind = upper(peek());
+    char kind = core::toUpperAscii(peek());
     if (kind == 'H') {
         base = 16;
         ++m_pos;
@@ -396,7 +397,7 @@ int Parser::parseHexOrOctal(Value& value)
     }
     uint32_t number = 0;
     for (;;) {
-        char c = upper(peek());
+        char c = core::toUpperAscii(peek());
         int digit = isDigit(c) ? c - '0' : (c >= 'A' && c <= 'F' ? c - 'A' + 10 : 99);
         if (digit >= base)
             break;
@@ -485,7 +486,7 @@ int Parser::parseVarptr(Value& value)
         ++m_pos;
     std::string name(m_text.substr(start, m_pos - start));
     for (char& c : name)
-        c = upper(c);
+        c = core::toUpperAscii(c);
     skipBlanks();
     bool isArray = peek() == '(';
     std::vector<int32_t> subscripts;
@@ -521,7 +522,7 @@ int Parser::parseName(Value& value, bool& substituted, ValueType& substitutedTyp
         ++m_pos;
     std::string name(m_text.substr(start, m_pos - start));
     for (char& c : name)
-        c = upper(c);
+        c = core::toUpperAscii(c);
     substituted = true;
 
     if (name.size() > 2 && name.starts_with("FN")) {
@@ -605,7 +606,7 @@ int32_t integerOf(const Value& value)
 int32_t roundedIntegerOf(const Value& value)
 {
     Value rounded = value;
-    rounded.number = value.number >= 0 ? std::trunc(value.number + 0.5) : std::trunc(value.number - 0.5);
+    rounded.number = core::roundHalfAwayFromZero(value.number);
     return integerOf(rounded);
 }
 

@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "io/file_functions.h"
 #include "io/memory.h"
 #include "core/keyword_table.h"
@@ -428,10 +429,10 @@ int callNumericFunction(core::Interpreter& in, int code, const std::vector<Value
     case Abs: return result16(in, std::fabs(x), result);
     case Sgn: return result16(in, x > 0 ? 1 : (x < 0 ? -1 : 0), result);
     case Cint: {
-        double r = x >= 0 ? x + 0.5 : x - 0.5;
+        double r = core::roundHalfAwayFromZero(x);
         if (r >= 32768 || r <= -32769)
             return in.raise(ErrorId::Overflow);
-        return result16(in, std::trunc(r), result);
+        return result16(in, r, result);
     }
     case Csng: return result16(in, static_cast<float>(x), result);
     case Cdbl: return result16(in, x, result);

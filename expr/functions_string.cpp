@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "expr/evaluator.h"
 #include "expr/functions.h"
 #include "expr/number_text.h"
@@ -38,8 +39,6 @@ int stringArg(core::Interpreter& in, const std::vector<Value>& args, size_t k, c
     s = &args[k].text;
     return 0;
 }
-
-double rounded(double x) { return x >= 0 ? std::trunc(x + 0.5) : std::trunc(x - 0.5); }
 
 std::string inBase(uint32_t value, int base)
 {
@@ -92,7 +91,7 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
     switch (code) {
     case Chr:
         TRY_BASIC(numberArg(in, args, 0, n));
-        n = rounded(n);
+        n = core::roundHalfAwayFromZero(n);
         if (n < 0 || n > 255)
             return illegal();
         return text(std::string(1, static_cast<char>(static_cast<int>(n))));
@@ -125,14 +124,14 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
     case Space:
     case Spc:
         TRY_BASIC(numberArg(in, args, 0, n));
-        n = rounded(n);
+        n = core::roundHalfAwayFromZero(n);
         if (n < 0 || n > 255)
             return illegal();
         return text(std::string(static_cast<size_t>(n), ' '));
     case Hex:
     case Oct:
         TRY_BASIC(numberArg(in, args, 0, n));
-        n = rounded(n);
+        n = core::roundHalfAwayFromZero(n);
         if (n < -32768 || n > 65535)
             return illegal();
         if (n < 0)
@@ -140,7 +139,7 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
         return text(inBase(static_cast<uint32_t>(n), code == Hex ? 16 : 8));
     case Mki: {
         TRY_BASIC(numberArg(in, args, 0, n));
-        n = rounded(n);
+        n = core::roundHalfAwayFromZero(n);
         if (n < -32768 || n > 32767)
             return illegal();
         auto v = static_cast<int16_t>(n);
@@ -172,7 +171,7 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
     }
     case StringOf: {
         TRY_BASIC(numberArg(in, args, 0, n));
-        n = rounded(n);
+        n = core::roundHalfAwayFromZero(n);
         if (n < 1 || n > 255)
             return illegal();
         if (args.size() < 2)
@@ -183,7 +182,7 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
                 return illegal();
             c = args[1].text[0];
         } else {
-            double k = rounded(args[1].number);
+            double k = core::roundHalfAwayFromZero(args[1].number);
             if (k < 0 || k > 255)
                 return illegal();
             c = static_cast<char>(static_cast<int>(k));
@@ -201,14 +200,14 @@ int callStringFunction(core::Interpreter& in, int code, const std::vector<Value>
     }
     case Tab: {
         TRY_BASIC(numberArg(in, args, 0, n));
-        double blanks = rounded(n) - in.run().printColumn;
+        double blanks = core::roundHalfAwayFromZero(n) - in.run().printColumn;
         if (blanks > 255)
             return illegal();
         return text(blanks > 0 ? std::string(static_cast<size_t>(blanks), ' ') : std::string());
     }
     case InputOf: {
         TRY_BASIC(numberArg(in, args, 0, n));
-        n = rounded(n);
+        n = core::roundHalfAwayFromZero(n);
         if (n < 1 || n > 255)
             return illegal();
         auto count = static_cast<size_t>(n);

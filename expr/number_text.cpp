@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "core/char_class.h"
+
 namespace tessaly::expr {
 
 namespace {
@@ -312,20 +314,20 @@ double ReadNumberText(std::string_view text)
     size_t pos = 0;
     while (pos < text.size() && text[pos] == ' ')
         ++pos;
+    // Appends the digits from at to out; true when there was one.
+    auto takeDigits = [&](size_t& at, std::string& out) {
+        size_t start = at;
+        while (at < text.size() && core::isDigit(text[at]))
+            out += text[at++];
+        return at > start;
+    };
     std::string number;
     if (pos < text.size() && (text[pos] == '-' || text[pos] == '+'))
         number += text[pos++];
-    bool digits = false;
-    while (pos < text.size() && text[pos] >= '0' && text[pos] <= '9') {
-        number += text[pos++];
-        digits = true;
-    }
+    bool digits = takeDigits(pos, number);
     if (pos < text.size() && text[pos] == '.') {
         number += text[pos++];
-        while (pos < text.size() && text[pos] >= '0' && text[pos] <= '9') {
-            number += text[pos++];
-            digits = true;
-        }
+        digits = takeDigits(pos, number) || digits;
     }
     if (!digits)
         return 0.0;
@@ -334,12 +336,7 @@ double ReadNumberText(std::string_view text)
         std::string exponent = "e";
         if (mark < text.size() && (text[mark] == '-' || text[mark] == '+'))
             exponent += text[mark++];
-        bool exponentDigits = false;
-        while (mark < text.size() && text[mark] >= '0' && text[mark] <= '9') {
-            exponent += text[mark++];
-            exponentDigits = true;
-        }
-        if (exponentDigits)
+        if (takeDigits(mark, exponent))
             number += exponent;
     }
     return std::strtod(number.c_str(), nullptr);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "expr/number_text.h"
 
 namespace tessaly::expr {
@@ -18,7 +19,7 @@ int code(Op op) { return static_cast<int>(op); }
 // Rounded half away from zero to a 32-bit integer.
 bool roundTo32(double x, int64_t& out)
 {
-    double rounded = x >= 0 ? std::trunc(x + 0.5) : std::trunc(x - 0.5);
+    double rounded = core::roundHalfAwayFromZero(x);
     if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0))
         return false;
     out = static_cast<int64_t>(rounded);
@@ -54,7 +55,7 @@ int power(core::Interpreter& in, double a, double b, double& result)
     }
     result = std::exp(std::log(a) * b);
     if (b > 0 && integralB && std::trunc(a) == a)
-        result = std::trunc(result + 0.5);
+        result = core::roundHalfAwayFromZero(result);
     return 0;
 }
 

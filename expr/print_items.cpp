@@ -7,35 +7,28 @@ namespace tessaly::expr {
 
 namespace {
 
-bool isNameChar(char c)
-{
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '.' || c == '$';
-}
-
 // SPC( and TAB( are the string functions SPC$( and TAB$(; blanks before the "(" go.
 std::string rewriteSpacing(std::string_view item)
 {
     std::string out;
-    bool quoted = false;
-    for (size_t pos = 0; pos < item.size(); ++pos) {
-        char c = item[pos];
-        if (c == '"')
-            quoted = !quoted;
-        if (!quoted && (item.compare(pos, 3, "SPC") == 0 || item.compare(pos, 3, "TAB") == 0) &&
-            (pos == 0 || !isNameChar(item[pos - 1]))) {
-            size_t after = pos + 3;
-            while (after < item.size() && item[after] == ' ')
-                ++after;
-            if (after < item.size() && item[after] == '(') {
-                out.append(item.substr(pos, 3));
-                out += '$';
-                pos = after - 1;
-                continue;
-            }
+    size_t paren = 0;
+    // Each walk starts outside quotes: at the start, or at the "(" after a spacing word.
+    for (size_t pos = 0;;) {
+        size_t word = core::findOutsideQuotesIf(item, pos, [&](size_t at) {
+            if (!(item.compare(at, 3, "SPC") == 0 || item.compare(at, 3, "TAB") == 0) ||
+                (at > 0 && core::isPrintItemNameChar(item[at - 1])))
+                return false;
+            paren = item.find_first_not_of(' ', at + 3);
+            return paren != std::string_view::npos && item[paren] == '(';
+        });
+        if (word == std::string_view::npos) {
+            out.append(item.substr(pos));
+            return out;
         }
-        out += c;
+        out.append(item.substr(pos, word + 3 - pos));
+        out += '$';
+        pos = paren;
     }
-    return out;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // DEF FN: keeps a function's definition text for FN calls (expr/user_functions.cpp).
 #include "core/interpreter.h"
+#include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
@@ -10,11 +12,7 @@ Outcome stmtDefFn(core::Interpreter& in, int begin, int end)
     auto stop = text.find_first_of("(=");
     if (stop == std::string_view::npos)
         return in.raise(core::ErrorId::SyntaxError);
-    std::string name;
-    for (char c : text.substr(0, stop)) {
-        if (c != ' ')
-            name += (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
-    }
+    std::string name = core::upperCased(core::withoutBytes(text.substr(0, stop), " "));
     if (name.empty() || name[0] < 'A' || name[0] > 'Z')
         return in.raise(core::ErrorId::SyntaxError);
     if (text.find('=', stop) == std::string_view::npos)

@@ -1,4 +1,5 @@
 // DEFINT, DEFSNG, DEFDBL, DEFSTR (letter ranges) and CLEAR, with the variable reset they share.
+#include "core/char_class.h"
 #include "core/interpreter.h"
 #include "core/statements.h"
 #include "expr/statements.h"
@@ -8,8 +9,6 @@ namespace tessaly::expr {
 namespace {
 
 using core::ErrorId;
-
-char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
 
 int defineLetters(core::Interpreter& in, int begin, int end, ValueType type)
 {
@@ -25,7 +24,7 @@ int defineLetters(core::Interpreter& in, int begin, int end, ValueType type)
     };
     for (;;) {
         skip();
-        char first = upper(buffer.at(pos));
+        char first = core::toUpperAscii(buffer.at(pos));
         if (pos >= end || first < 'A' || first > 'Z')
             return in.raise(ErrorId::SyntaxError);
         ++pos;
@@ -34,7 +33,7 @@ int defineLetters(core::Interpreter& in, int begin, int end, ValueType type)
         if (pos < end && buffer.at(pos) == '-') {
             ++pos;
             skip();
-            last = upper(buffer.at(pos));
+            last = core::toUpperAscii(buffer.at(pos));
             if (pos >= end || last < 'A' || last > 'Z')
                 return in.raise(ErrorId::SyntaxError);
             ++pos;

@@ -48,17 +48,15 @@ std::vector<std::string> variableList(std::string_view text)
 std::vector<std::string> splitFields(std::string_view text, size_t count)
 {
     std::vector<std::string> fields(count);
-    size_t field = 0;
-    bool quoted = false;
-    for (char c : text) {
-        if (c == '"')
-            quoted = !quoted;
-        if (c == ',' && !quoted) {
-            ++field;
-            continue;
-        }
-        if (field < count)
-            fields[field] += c;
+    // The fields are the pieces between the commas outside quotes, quotes and all; those past
+    // count are dropped.
+    size_t start = 0;
+    for (size_t field = 0; field < count; ++field) {
+        size_t comma = core::findOutsideQuotes(text, ",", start);
+        fields[field].assign(text.substr(start, comma == std::string_view::npos ? comma : comma - start));
+        if (comma == std::string_view::npos)
+            break;
+        start = comma + 1;
     }
     return fields;
 }

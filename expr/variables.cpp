@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "core/char_class.h"
+#include "core/rounding.h"
 #include "expr/cell_bytes.h"
 #include "expr/number_text.h"
 
@@ -26,7 +28,7 @@ StoreStatus convertForStore(const Value& value, ValueType target, double& stored
         return StoreStatus::Overflow;
     switch (target) {
     case ValueType::Integer: {
-        double rounded = x >= 0 ? std::trunc(x + 0.5) : std::trunc(x - 0.5);
+        double rounded = core::roundHalfAwayFromZero(x);
         double low = value.unsignedLiteral ? 0 : -32768;
         double high = value.unsignedLiteral ? 65535 : 32767;
         if (rounded < low || rounded > high)
@@ -101,8 +103,7 @@ void VariableStore::resetKeeping(const std::vector<std::string>& names)
 
 ValueType VariableStore::defaultType(char letter) const
 {
-    if (letter >= 'a' && letter <= 'z')
-        letter = static_cast<char>(letter - 'a' + 'A');
+    letter = core::toUpperAscii(letter);
     if (letter < 'A' || letter > 'Z')
         return ValueType::Single;
     auto type = m_defTypes[static_cast<size_t>(letter - '@')];

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 
 namespace tessaly::io {
 
@@ -78,11 +79,7 @@ std::string ProgramFileName(std::string_view text)
         name.erase(0, 1);
     if (!name.empty() && name.back() == '"')
         name.pop_back();
-    auto first = name.find_first_not_of(' ');
-    if (first == std::string::npos)
-        return {};
-    auto last = name.find_last_not_of(' ');
-    return name.substr(first, last - first + 1);
+    return core::trimBlanks(name);
 }
 
 std::string WithProgramExtension(std::string name)

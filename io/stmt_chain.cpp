@@ -7,6 +7,7 @@
 #include "core/preparation.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 #include "io/basic_path.h"
 #include "io/program_document.h"
 #include "io/program_merge.h"

@@ -6,6 +6,7 @@
 
 #include "core/interpreter.h"
 #include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
 #include "io/basic_path.h"

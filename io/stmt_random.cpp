@@ -6,6 +6,7 @@
 
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
+#include "core/rounding.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/print_items.h"
@@ -19,18 +20,8 @@ namespace {
 
 using core::ErrorId;
 
-bool isLetter(char c) { return c >= 'A' && c <= 'Z'; }
-
 // The text without its blanks: field names are compared as written, spacing aside.
-std::string withoutBlanks(std::string_view text)
-{
-    std::string out;
-    out.reserve(text.size());
-    for (char c : text)
-        if (c != ' ')
-            out += c;
-    return out;
-}
+std::string withoutBlanks(std::string_view text) { return core::withoutBytes(text, " "); }
 
 // The text of the statement's argument.
 std::string_view argumentText(core::Interpreter& in, int begin, int end)
@@ -42,14 +33,12 @@ std::string_view argumentText(core::Interpreter& in, int begin, int end)
 // string), optionally followed by subscripts in parentheses.
 bool isStringVariable(core::Interpreter& in, const std::string& name)
 {
-    if (name.empty() || !isLetter(name[0]))
+    if (name.empty() || !core::isUpperLetter(name[0]))
         return false;
     size_t paren = name.find('(');
     std::string base = name.substr(0, paren);
     for (char c : base) {
-        bool nameChar = isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '%' || c == '!' ||
-                        c == '#' || c == '$';
-        if (!nameChar)
+        if (!core::isUpperCaseNameChar(c))
             return false;
     }
     if (paren != std::string::npos && name.back() != ')')
@@ -111,7 +100,7 @@ int readField(core::Interpreter& in, std::string_view clause, int offset, Record
         return in.raise(ErrorId::SyntaxError);
     if (width.isString())
         return in.raise(ErrorId::TypeMismatch);
-    double rounded = width.number >= 0 ? std::trunc(width.number + 0.5) : std::trunc(width.number - 0.5);
+    double rounded = core::roundHalfAwayFromZero(width.number);
     if (!(rounded >= 1 && rounded <= kMaxRecordLength))
         return in.raise(ErrorId::IllegalFunctionCall);
     field.width = static_cast<int>(rounded);

@@ -152,19 +152,18 @@ Outcome stmtInputFile(core::Interpreter& in, int begin, int end)
         TRY_BASIC(expr::parseTarget(in, pos, end, target));
         bool isString = target.type == expr::ValueType::String;
         std::string item;
-        bool quoted = false;
+        core::QuoteState quotes;
         bool started = false;
         for (;;) {
             char byte = 0;
             int got = readByte(*channel, byte);
             if (got <= 0)
                 return in.raise(ErrorId::DiskIoError);
-            if (byte == '"') {
-                quoted = !quoted;
+            if (quotes.takesQuote(byte)) {
                 started = true;
                 continue;
             }
-            if (quoted) {
+            if (quotes.inside()) {
                 item += byte;
                 continue;
             }
@@ -202,7 +201,7 @@ Outcome stmtLineInputFile(core::Interpreter& in, int begin, int end)
         return expr::stmtInput(in, pos, end);
     }
     std::string line;
-    bool quoted = false;
+    core::QuoteState quotes;
     for (;;) {
         char byte = 0;
         int got = readByte(*channel, byte);
@@ -210,11 +209,9 @@ Outcome stmtLineInputFile(core::Interpreter& in, int begin, int end)
             return in.raise(ErrorId::DiskIoError);
         if (got == 0)
             break; // the end of the file ends the line
-        if (byte == '"') {
-            quoted = !quoted;
+        if (quotes.takesQuote(byte))
             continue;
-        }
-        if (byte == '\r' && !quoted) {
+        if (byte == '\r' && !quotes.inside()) {
             char next = 0;
             int more = readByte(*channel, next);
             if (more < 0)

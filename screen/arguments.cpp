@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "screen/statements.h"
@@ -32,7 +33,7 @@ int argumentOr(const std::vector<expr::Value>& values, size_t k, int omitted)
 {
     if (k >= values.size() || values[k].empty || values[k].isString())
         return omitted;
-    double x = std::trunc(values[k].number + 0.5);
+    double x = core::roundHalfUpTruncated(values[k].number);
     if (x > 2147483647.0 || x < -2147483647.0)
         return x > 0 ? 2147483647 : -2147483647;
     return static_cast<int>(x);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "core/rounding.h"
 #include "screen/draw_state.h"
 
 namespace tessaly::screen {
@@ -26,6 +27,23 @@ inline constexpr int kDeviceLimit = 1 << 24;
     if (whole < -kDeviceLimit)
         return -kDeviceLimit;
     return static_cast<int>(whole);
+}
+
+// A device coordinate rounded half away from zero, within the device limit.
+[[nodiscard]] inline int devicePixel(double value) { return deviceCoordinate(core::roundHalfAwayFromZero(value)); }
+
+// A device coordinate rounded as the value plus one half, truncated toward zero (-0.7 gives 0),
+// within the device limit.
+[[nodiscard]] inline int devicePixelHalfUp(double value) { return deviceCoordinate(core::roundHalfUpTruncated(value)); }
+
+// A number rounded half away from zero to an int; beyond the int range, or NaN, the largest int
+// of the value's sign (NaN gives the negative one).
+[[nodiscard]] inline int roundHalfAway(double value)
+{
+    double rounded = core::roundHalfAwayFromZero(value);
+    if (!(rounded > -2147483648.0 && rounded < 2147483647.0))
+        return value > 0 ? 2147483647 : -2147483647;
+    return static_cast<int>(rounded);
 }
 
 struct GraphicScreen {
@@ -52,10 +70,10 @@ struct GraphicScreen {
     [[nodiscard]] float worldWidth() const { return worldRight - worldLeft; }
     [[nodiscard]] float worldHeight() const { return worldBottom - worldTop; }
 
-    [[nodiscard]] int toDeviceX(double x) const { return deviceCoordinate((x - worldLeft) / scaleX + viewLeft + 0.5); }
-    [[nodiscard]] int toDeviceY(double y) const { return deviceCoordinate((y - worldTop) / scaleY + viewTop + 0.5); }
-    [[nodiscard]] int toDeviceDistanceX(double x) const { return deviceCoordinate(x / scaleX + 0.5); }
-    [[nodiscard]] int toDeviceDistanceY(double y) const { return deviceCoordinate(y / scaleY + 0.5); }
+    [[nodiscard]] int toDeviceX(double x) const { return devicePixelHalfUp((x - worldLeft) / scaleX + viewLeft); }
+    [[nodiscard]] int toDeviceY(double y) const { return devicePixelHalfUp((y - worldTop) / scaleY + viewTop); }
+    [[nodiscard]] int toDeviceDistanceX(double x) const { return devicePixelHalfUp(x / scaleX); }
+    [[nodiscard]] int toDeviceDistanceY(double y) const { return devicePixelHalfUp(y / scaleY); }
     [[nodiscard]] double toWorldX(int px) const { return (px - viewLeft) * scaleX + worldLeft; }
     [[nodiscard]] double toWorldY(int py) const { return (py - viewTop) * scaleY + worldTop; }
 
@@ -81,23 +99,5 @@ struct GraphicScreen {
         displayPageValue = 1;
     }
 };
-
-// A device coordinate rounded half away from zero, within the device limit.
-[[nodiscard]] inline int devicePixel(double value)
-{
-    return deviceCoordinate(value >= 0 ? value + 0.5 : value - 0.5);
-}
-
-// A device coordinate rounded as the value plus one half, truncated toward zero (-0.7 gives 0),
-// within the device limit.
-[[nodiscard]] inline int devicePixelHalfUp(double value) { return deviceCoordinate(value + 0.5); }
-
-[[nodiscard]] inline int roundHalfAway(double value)
-{
-    double rounded = value >= 0 ? std::trunc(value + 0.5) : std::trunc(value - 0.5);
-    if (!(rounded > -2147483648.0 && rounded < 2147483647.0))
-        return value > 0 ? 2147483647 : -2147483647;
-    return static_cast<int>(rounded);
-}
 
 } // namespace tessaly::screen

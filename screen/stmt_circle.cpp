@@ -107,8 +107,8 @@ Outcome stmtCircle(core::Interpreter& in, int begin, int end)
         box.ry = ratio <= 1 ? g.toDeviceDistanceY(r * ratio) : g.toDeviceDistanceY(r);
     } else {
         int radius = devicePixel(r);
-        box.rx = ratio <= 1 ? radius : deviceCoordinate(radius / ratio + 0.5);
-        box.ry = ratio <= 1 ? deviceCoordinate(radius * ratio + 0.5) : radius;
+        box.rx = ratio <= 1 ? radius : devicePixelHalfUp(radius / ratio);
+        box.ry = ratio <= 1 ? devicePixelHalfUp(radius * ratio) : radius;
     }
     if (box.rx < 0)
         return in.raise(ErrorId::SyntaxError);

@@ -7,6 +7,7 @@
 
 #include "core/interpreter.h"
 #include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 #include "expr/evaluator.h"
 #include "screen/paint_brush.h"
 #include "screen/renderer.h"
@@ -22,18 +23,7 @@ using core::ErrorId;
 constexpr int kMostRestarts = 255;
 constexpr size_t kMostDrawBytes = 4096;
 
-bool isCommandLetter(char c) { return c >= 'A' && c <= 'Z'; }
-
-std::string upperWithoutQuotes(std::string_view text)
-{
-    std::string out;
-    for (char c : text) {
-        if (c == '"')
-            continue;
-        out += core::toUpperAscii(c);
-    }
-    return out;
-}
+std::string upperWithoutQuotes(std::string_view text) { return core::upperCased(core::withoutBytes(text, "\"")); }
 
 class DrawInterpreter {
 public:
@@ -73,7 +63,7 @@ private:
     std::string argumentAt(size_t pos) const
     {
         size_t end = pos + 1;
-        while (end < m_text.size() && !isCommandLetter(m_text[end]))
+        while (end < m_text.size() && !core::isUpperLetter(m_text[end]))
             ++end;
         return m_text.substr(pos + 1, end - pos - 1);
     }
@@ -193,7 +183,7 @@ private:
     long long step(size_t pos)
     {
         char command = m_text[pos];
-        if (!isCommandLetter(command))
+        if (!core::isUpperLetter(command))
             return static_cast<long long>(pos) + 1;
         std::string argument = argumentAt(pos);
         long long next = static_cast<long long>(pos + 1 + argument.size());

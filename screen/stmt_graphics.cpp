@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
@@ -86,7 +87,7 @@ int selector(core::Interpreter& in, const std::vector<expr::Value>& args, size_t
 {
     if (k >= args.size() || args[k].isString() || args[k].empty)
         return in.raise(ErrorId::IllegalFunctionCall);
-    n = static_cast<int>(std::trunc(args[k].number + 0.5));
+    n = static_cast<int>(core::roundHalfUpTruncated(args[k].number));
     if (n < 0 || n > 3)
         return in.raise(ErrorId::IllegalFunctionCall);
     return 0;
@@ -266,8 +267,8 @@ int graphicsFunction(core::Interpreter& in, GraphicsFunction function, const std
         float v = static_cast<float>(args[0].number);
         double value = n == 0 ? g.toDeviceX(v)
             : n == 1          ? g.toDeviceY(v)
-            : n == 2          ? static_cast<float>(g.toWorldX(static_cast<int>(std::trunc(args[0].number + 0.5))))
-                              : static_cast<float>(g.toWorldY(static_cast<int>(std::trunc(args[0].number + 0.5))));
+            : n == 2          ? static_cast<float>(g.toWorldX(static_cast<int>(core::roundHalfUpTruncated(args[0].number))))
+                              : static_cast<float>(g.toWorldY(static_cast<int>(core::roundHalfUpTruncated(args[0].number))));
         result = number(value);
         return 0;
     }

@@ -12,6 +12,7 @@
 
 #include "core/interpreter.h"
 #include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 #include "expr/cell_bytes.h"
 #include "expr/evaluator.h"
 #include "screen/figure_arguments.h"

@@ -4,7 +4,9 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "core/text_scan.h"
+#include "core/upper_case_pass.h"
 #include "expr/evaluator.h"
 #include "screen/figure_arguments.h"
 #include "screen/paint_brush.h"
@@ -134,8 +136,8 @@ Outcome stmtLine(core::Interpreter& in, int begin, int end)
         page.line(x2, y2, x2, y1, pen, pattern);
         page.line(x2, y1, x1, y1, pen, pattern);
         if (mode == 2) {
-            int seedX = static_cast<int>(std::trunc((x1 + x2) * 0.5 + 0.5));
-            int seedY = static_cast<int>(std::trunc((y1 + y2) * 0.5 + 0.5));
+            int seedX = static_cast<int>(core::roundHalfUpTruncated((x1 + x2) * 0.5));
+            int seedY = static_cast<int>(core::roundHalfUpTruncated((y1 + y2) * 0.5));
             Brush brush = Brush::solid(colours.palette[static_cast<size_t>(colours.paintColour)]);
             if (tile)
                 TRY_BASIC(makeBrush(in, g.tileText, brush));

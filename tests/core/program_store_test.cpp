@@ -140,5 +140,34 @@ TEST(ProgramStore, LeadingNumberReadsDigitsAfterBlanks)
     EXPECT_EQ(leadingNumber("99999999999999999999"), 999999999);
 }
 
+struct QuestionCase {
+    const char* text;
+    QuestionMarks which;
+    const char* rewritten;
+    int count;
+};
+
+class QuestionMarkRewrite : public testing::TestWithParam<QuestionCase> {};
+
+TEST_P(QuestionMarkRewrite, WritesPrintForTheChosenMarks)
+{
+    std::string text = GetParam().text;
+    EXPECT_EQ(rewriteQuestionMarks(text, GetParam().which), GetParam().count) << GetParam().text;
+    EXPECT_EQ(text, GetParam().rewritten);
+}
+
+constexpr auto kAll = QuestionMarks::OutsideQuotes;
+constexpr auto kFirst = QuestionMarks::FirstOnly;
+
+INSTANTIATE_TEST_SUITE_P(Texts, QuestionMarkRewrite,
+    testing::Values(QuestionCase {"10 ?\"?\":?A", kAll, "10 PRINT \"?\":PRINT A", 2},
+        QuestionCase {"??", kAll, "PRINT PRINT ", 2}, QuestionCase {"\"?", kAll, "\"?", 0},
+        // A comment is no literal: its "?" is rewritten too.
+        QuestionCase {"? 1 'why?", kAll, "PRINT  1 'whyPRINT ", 2},
+        QuestionCase {"10 \"?\"?", kFirst, "10 \"PRINT \"?", 1}, QuestionCase {"? ?", kFirst, "PRINT  ?", 1},
+        QuestionCase {"PRINT", kFirst, "PRINT", 0},
+        // A Shift-JIS character before the mark; 0x3F is never a second byte.
+        QuestionCase {"\x83\x61?", kAll, "\x83\x61PRINT ", 1}));
+
 } // namespace
 } // namespace tessaly::core

@@ -1,4 +1,4 @@
-// The top-level scans that statements share: separators inside quotes or parentheses do not count.
+// The scans that statements share: separators inside quotes or parentheses do not count.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -46,6 +46,72 @@ TEST(FindAtTopLevel, ReportsTheDepthWhereItStopped)
     EXPECT_EQ(findAtTopLevel("\":\"", 0, stop, &depth), std::string_view::npos);
     EXPECT_EQ(depth, 0);
     EXPECT_EQ(findAtTopLevel("A:B:C", 2, stop), 3U);
+}
+
+TEST(QuoteState, EachQuoteOpensOrClosesAndALineEndCloses)
+{
+    QuoteState quotes;
+    std::string inside;
+    std::string taken;
+    for (char c : std::string("A\"B\"\"C")) {
+        taken += quotes.takesQuote(c) ? 'q' : '.';
+        inside += quotes.inside() ? 'i' : 'o';
+    }
+    EXPECT_EQ(taken, ".q.qq.");
+    EXPECT_EQ(inside, "oiioii");
+    quotes.endLine();
+    EXPECT_FALSE(quotes.inside());
+}
+
+struct FindCase {
+    const char* text;
+    size_t from;
+    size_t found;
+    bool endsQuoted;
+};
+
+class FindOutsideQuotes : public testing::TestWithParam<FindCase> {};
+
+// Looks for "=" or a quote mark: the quote marks themselves are never offered.
+TEST_P(FindOutsideQuotes, SkipsLiteralsAndTheirQuotes)
+{
+    const auto& c = GetParam();
+    std::string_view text = c.text;
+    bool endsQuoted = false;
+    auto found = findOutsideQuotesIf(text, c.from, [&](size_t pos) { return text[pos] == '=' || text[pos] == '"'; }, &endsQuoted);
+    EXPECT_EQ(found, c.found) << c.text;
+    EXPECT_EQ(endsQuoted, c.endsQuoted) << c.text;
+    EXPECT_EQ(findOutsideQuotes(text, "=", c.from), c.found) << c.text;
+}
+
+constexpr size_t kNone = std::string_view::npos;
+
+INSTANTIATE_TEST_SUITE_P(Texts, FindOutsideQuotes,
+    testing::Values(FindCase {"A=1", 0, 1, false}, FindCase {"\"=\"=", 0, 3, false}, FindCase {"\"=", 0, kNone, true},
+        FindCase {"\"a\"\"=\"", 0, kNone, false},
+        // Starting inside a literal reads it as outside: the scan knows only what it has seen.
+        FindCase {"\"=\"=", 2, kNone, true}, FindCase {"X=1", 9, kNone, false},
+        // Shift-JIS bytes, second bytes like "a" (0x61) and "=" (0x3D is no second byte) among them.
+        FindCase {"\x83\x61\"\x82\xa0=\"=", 0, 7, false}, FindCase {"\x83\x61=", 0, 2, false}));
+
+TEST(MatchingParen, CountsDepthOutsideQuotes)
+{
+    EXPECT_EQ(matchingParen("(A(B)C)", 0), 6U);
+    EXPECT_EQ(matchingParen("(A(B)C)", 2), 4U);
+    EXPECT_EQ(matchingParen("(\")\")", 0), 4U);
+    EXPECT_EQ(matchingParen("(\"(\")", 0), 4U);
+    EXPECT_EQ(matchingParen("((A)", 0), kNone);
+    EXPECT_EQ(matchingParen("X)", 0), kNone);
+}
+
+TEST(TextPieces, TrimBlanksAndDropBytes)
+{
+    EXPECT_EQ(trimBlanks("  A B  "), "A B");
+    EXPECT_EQ(trimBlanks("   "), "");
+    EXPECT_EQ(trimBlanks(""), "");
+    EXPECT_EQ(trimBlanks("\tA "), "\tA");
+    EXPECT_EQ(withoutBytes(" \"A b\" ", "\" "), "Ab");
+    EXPECT_EQ(withoutBytes("\x82\xa0 \x82\x20", " "), "\x82\xa0\x82");
 }
 
 } // namespace
