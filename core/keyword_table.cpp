@@ -27,7 +27,7 @@ struct StatementEntry {
 };
 
 constexpr StatementEntry kStatementEntries[] = {
-#define X(name, code, text) {code, text},
+#define X(name, code, text, area, handler) {code, text},
 #include "core/keywords.def"
 #undef X
 };

@@ -10,14 +10,12 @@ namespace tessaly::core {
 
 enum class Stmt : uint8_t {
     None = 0,
-#define X(name, code, text) name = code,
+#define X(name, code, text, area, handler) name = code,
 #include "core/keywords.def"
 #undef X
-    // The WRITE handler with printer output (a WRITE # to the printer device).
-    WritePrinter = 130,
-    // GET and PUT followed by "@" or "(": screen images, not records.
-    GetImage = 131,
-    PutImage = 132,
+#define X(name, code, area, handler) name = code,
+#include "core/internal_statements.def"
+#undef X
 };
 
 inline constexpr int kStatementSlots = 120;

@@ -127,6 +127,11 @@ Outcome stmtNothing(Interpreter&, int, int)
     return kDone;
 }
 
+Outcome stmtUnavailable(Interpreter& in, int, int)
+{
+    return in.raise(ErrorId::SyntaxError);
+}
+
 Outcome stmtBeep(Interpreter& in, int begin, int end)
 {
     auto argument = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));

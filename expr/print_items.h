@@ -15,11 +15,6 @@ class Interpreter;
 
 namespace tessaly::expr {
 
-using core::Failure;
-using core::Flow;
-using core::kDone;
-using core::Outcome;
-
 struct PrintItem {
     std::string text;     // the expression (SPC( and TAB( already written as SPC$( and TAB$()
     char separator = 0;   // ';', ',' or 0 after the last item
@@ -30,7 +25,7 @@ enum class PrintTarget : uint8_t { Screen, Printer };
 
 // Hands a finished line of PRINT or PRINT USING to the screen (through the output text) or to the
 // printer (with a line end when the row is finished). Returns the statement code.
-Outcome deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target);
+core::Outcome deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target);
 
 // The text that the item list of PRINT, PRINT USING or WRITE at begin..end makes, for a file:
 // zones count from the start of the text and the screen's row state is left alone. endsLine is

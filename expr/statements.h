@@ -1,5 +1,5 @@
-// Handlers of the statements about values: LET and assignment, SWAP, DEFINT and its kin, CLEAR,
-// DIM, ERASE, OPTION BASE, RANDOMIZE, DEF FN, the MID$ statement, DATE$ and TIME$.
+// What the statements about values share: the handlers other statements run (LET for INPUT and
+// PEN, PRINT and WRITE for their file forms), targets of assignments, RANDOMIZE's question.
 #pragma once
 
 #include "core/outcome.h"
@@ -17,34 +17,15 @@ class Interpreter;
 
 namespace tessaly::expr {
 
-using core::Failure;
-using core::Flow;
-using core::kDone;
-using core::Outcome;
-
-Outcome stmtLet(core::Interpreter&, int begin, int end);        // expr/stmt_let.cpp
-Outcome stmtSwap(core::Interpreter&, int begin, int end);       // expr/stmt_let.cpp
-Outcome stmtDefint(core::Interpreter&, int begin, int end);     // expr/stmt_deftype.cpp
-Outcome stmtDefsng(core::Interpreter&, int begin, int end);
-Outcome stmtDefdbl(core::Interpreter&, int begin, int end);
-Outcome stmtDefstr(core::Interpreter&, int begin, int end);
-Outcome stmtClear(core::Interpreter&, int begin, int end);      // expr/stmt_deftype.cpp
-Outcome stmtDim(core::Interpreter&, int begin, int end);        // expr/stmt_dim.cpp
-Outcome stmtErase(core::Interpreter&, int begin, int end);
-Outcome stmtOptionBase(core::Interpreter&, int begin, int end);
-Outcome stmtRandomize(core::Interpreter&, int begin, int end);  // expr/stmt_randomize.cpp
-Outcome stmtDefFn(core::Interpreter&, int begin, int end);      // expr/stmt_def_fn.cpp
-Outcome stmtMid(core::Interpreter&, int begin, int end);        // expr/stmt_mid.cpp
-Outcome stmtDate(core::Interpreter&, int begin, int end);       // expr/stmt_date_time.cpp
-Outcome stmtTime(core::Interpreter&, int begin, int end);
-Outcome stmtPrint(core::Interpreter&, int begin, int end);      // expr/stmt_print.cpp
-Outcome stmtLprint(core::Interpreter&, int begin, int end);
-Outcome stmtWrite(core::Interpreter&, int begin, int end);      // expr/stmt_write.cpp
-Outcome stmtInput(core::Interpreter&, int begin, int end);      // expr/stmt_input.cpp
-Outcome stmtPrintUsing(core::Interpreter&, int begin, int end); // expr/stmt_print_using.cpp
-Outcome stmtLprintUsing(core::Interpreter&, int begin, int end);
+core::Outcome stmtLet(core::Interpreter& interpreter, int begin, int end);        // expr/stmt_let.cpp
+core::Outcome stmtPrint(core::Interpreter& interpreter, int begin, int end);      // expr/stmt_print.cpp
+core::Outcome stmtLprint(core::Interpreter& interpreter, int begin, int end);
+core::Outcome stmtWrite(core::Interpreter& interpreter, int begin, int end);      // expr/stmt_write.cpp
+core::Outcome stmtInput(core::Interpreter& interpreter, int begin, int end);      // expr/stmt_input.cpp
+core::Outcome stmtPrintUsing(core::Interpreter& interpreter, int begin, int end); // expr/stmt_print_using.cpp
+core::Outcome stmtLprintUsing(core::Interpreter& interpreter, int begin, int end);
 // RANDOMIZE without a seed asks for it on the screen.
-Outcome randomizeFromKeyboard(core::Interpreter&);
+core::Outcome randomizeFromKeyboard(core::Interpreter& interpreter);
 // The reply to a waiting INPUT, LINE INPUT or RANDOMIZE when Enter has gathered enteredLine on the
 // cursor row: the logical line from the cell where the prompt ended, trimmed of blanks.
 std::string inputReply(core::Interpreter& in, std::string_view enteredLine);

@@ -4,9 +4,13 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -1,10 +1,14 @@
 // DEF FN: keeps a function's definition text for FN calls (expr/user_functions.cpp).
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::kDone;
+using core::Outcome;
 
 Outcome stmtDefFn(core::Interpreter& in, int begin, int end)
 {

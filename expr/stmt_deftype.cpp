@@ -1,10 +1,14 @@
 // DEFINT, DEFSNG, DEFDBL, DEFSTR (letter ranges) and CLEAR, with the variable reset they share.
 #include "core/char_class.h"
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/statements.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

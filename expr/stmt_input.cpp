@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "core/outcome.h"
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "core/keyword_table.h"
@@ -11,6 +12,10 @@
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::Flow;
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -2,12 +2,16 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/name_reading.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -3,10 +3,14 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::kDone;
+using core::Outcome;
 
 Outcome stmtMid(core::Interpreter& in, int begin, int end)
 {

@@ -2,12 +2,16 @@
 #include <utility>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
 #include "expr/print_items.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

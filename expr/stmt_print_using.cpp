@@ -1,12 +1,15 @@
 // PRINT USING and LPRINT USING: the items formatted into the fields of the format, the format used
 // again while items remain.
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "expr/evaluator.h"
 #include "expr/print_items.h"
 #include "expr/print_using.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::Outcome;
 
 namespace {
 

@@ -1,9 +1,13 @@
 // RANDOMIZE n: seeds the random numbers of RND.
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {
+
+using core::kDone;
+using core::Outcome;
 
 Outcome stmtRandomize(core::Interpreter& in, int begin, int end)
 {

@@ -2,8 +2,6 @@
 // PEEK, DEFUSER, SEGPTR, VARPTR, INP and USR. The address space is described in io/user_memory.h.
 #pragma once
 
-#include "core/outcome.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -17,10 +15,6 @@ class Interpreter;
 
 namespace tessaly::io {
 
-using core::Failure;
-using core::Flow;
-using core::kDone;
-using core::Outcome;
 
 // io/memory_map.cpp
 // The length bytes at address, when the program owns all of them (for writing: none of them a
@@ -32,15 +26,7 @@ int reachBytes(core::Interpreter& in, int64_t address, size_t length, bool forWr
 int variableAddress(core::Interpreter& in, std::string_view name, bool isArray,
     const std::vector<int32_t>& subscripts, uint32_t& address);
 
-// io/stmt_memory.cpp
-Outcome stmtDefSeg(core::Interpreter&, int begin, int end);
-Outcome stmtPoke(core::Interpreter&, int begin, int end);
-Outcome stmtBsave(core::Interpreter&, int begin, int end);
-Outcome stmtBload(core::Interpreter&, int begin, int end);
-Outcome stmtCall(core::Interpreter&, int begin, int end);
 
-// io/stmt_ports.cpp
-Outcome stmtOut(core::Interpreter&, int begin, int end);
 
 // io/memory_functions.cpp
 enum class MemoryFunction : uint8_t { Peek, Defuser, Segptr, Inp };

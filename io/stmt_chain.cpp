@@ -4,6 +4,7 @@
 
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
+#include "core/outcome.h"
 #include "core/preparation.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
@@ -11,9 +12,12 @@
 #include "io/basic_path.h"
 #include "io/program_document.h"
 #include "io/program_merge.h"
-#include "io/statements.h"
 
 namespace tessaly::io {
+
+using core::Flow;
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

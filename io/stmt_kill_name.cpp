@@ -4,11 +4,14 @@
 #include <sys/stat.h>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "io/basic_path.h"
 #include "io/program_document.h"
-#include "io/statements.h"
 
 namespace tessaly::io {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

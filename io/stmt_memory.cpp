@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "io/basic_path.h"
@@ -12,6 +13,9 @@
 #include "io/user_memory.h"
 
 namespace tessaly::io {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -5,14 +5,18 @@
 #include <unistd.h>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
 #include "io/basic_path.h"
-#include "io/statements.h"
 
 namespace tessaly::io {
+
+using core::Failure;
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

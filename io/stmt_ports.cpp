@@ -2,11 +2,15 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "io/memory.h"
 
 namespace tessaly::io {
+
+using core::kDone;
+using core::Outcome;
 
 // The host decides whether ports can be reached (the window: the machine's ports where the system
 // grants access; the headless runner and tests: a simulated port space). Where it grants none, OUT

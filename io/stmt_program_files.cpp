@@ -3,15 +3,19 @@
 
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
+#include "core/outcome.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "io/basic_path.h"
 #include "io/program_document.h"
 #include "io/program_merge.h"
-#include "io/statements.h"
 
 namespace tessaly::io {
+
+using core::Failure;
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -6,15 +6,18 @@
 
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
+#include "core/outcome.h"
 #include "core/rounding.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/print_items.h"
 #include "expr/statements.h"
 #include "io/file_functions.h"
-#include "io/statements.h"
 
 namespace tessaly::io {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

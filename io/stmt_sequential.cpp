@@ -6,13 +6,16 @@
 
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/number_text.h"
 #include "expr/print_items.h"
 #include "expr/statements.h"
-#include "io/statements.h"
 
 namespace tessaly::io {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "screen/ellipse.h"
@@ -13,6 +14,9 @@
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -1,8 +1,12 @@
 // CLS: clears the text window (1), the graphics page (2) or both (3).
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 void clearScreen(core::Interpreter& in, int n)
 {

@@ -1,10 +1,14 @@
 // COLOR t,b,r,f,m and COLOR =(p,k): the colours of text, background, border and graphics, the colour
 // mode and single palette entries.
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "expr/evaluator.h"
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

@@ -1,8 +1,12 @@
 // CONSOLE top,rows,f,s: the scroll window, the function-key line and the colour switch.
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

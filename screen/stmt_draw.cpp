@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
 #include "expr/evaluator.h"
@@ -14,6 +15,9 @@
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

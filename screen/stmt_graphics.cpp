@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/rounding.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
@@ -13,6 +14,9 @@
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

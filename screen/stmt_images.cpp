@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
 #include "expr/cell_bytes.h"
@@ -20,6 +21,9 @@
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

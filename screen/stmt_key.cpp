@@ -1,28 +1,14 @@
 // KEY n, text sets a function-key text; KEY LIST writes the ten texts on the screen.
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
+#include "core/outcome.h"
 #include "io/shift_jis.h"
 #include "screen/statements.h"
 
 namespace tessaly::screen {
 
-Outcome stmtKey(core::Interpreter& in, int begin, int end)
-{
-    // KEY LIST is recognised as KEY; its own handler takes it from here.
-    auto rest = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
-    auto first = rest.find_first_not_of(' ');
-    if (first != std::string_view::npos && rest.substr(first).starts_with("LIST")) {
-        in.run().statementCode = static_cast<int>(core::Stmt::KeyList);
-        return stmtKeyList(in, begin + static_cast<int>(first) + 4, end);
-    }
-    std::vector<expr::Value> values;
-    TRY_BASIC(evaluateStatementArguments(in, begin, end, values));
-    int n = argumentOr(values, 0, -1);
-    if (n < 1 || n > 10 || values.size() < 2 || !values[1].isString())
-        return in.raise(core::ErrorId::SyntaxError);
-    in.functionKeys().texts[static_cast<size_t>(n - 1)] = values[1].text;
-    return kDone;
-}
+using core::kDone;
+using core::Outcome;
 
 Outcome stmtKeyList(core::Interpreter& in, int, int)
 {
@@ -55,6 +41,24 @@ Outcome stmtKeyList(core::Interpreter& in, int, int)
     }
     screen.RedrawRows();
     in.run().statementEcho = 0;
+    return kDone;
+}
+
+Outcome stmtKey(core::Interpreter& in, int begin, int end)
+{
+    // KEY LIST is recognised as KEY; its own handler takes it from here.
+    auto rest = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
+    auto first = rest.find_first_not_of(' ');
+    if (first != std::string_view::npos && rest.substr(first).starts_with("LIST")) {
+        in.run().statementCode = static_cast<int>(core::Stmt::KeyList);
+        return stmtKeyList(in, begin + static_cast<int>(first) + 4, end);
+    }
+    std::vector<expr::Value> values;
+    TRY_BASIC(evaluateStatementArguments(in, begin, end, values));
+    int n = argumentOr(values, 0, -1);
+    if (n < 1 || n > 10 || values.size() < 2 || !values[1].isString())
+        return in.raise(core::ErrorId::SyntaxError);
+    in.functionKeys().texts[static_cast<size_t>(n - 1)] = values[1].text;
     return kDone;
 }
 

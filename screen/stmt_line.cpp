@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/rounding.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
@@ -14,6 +15,9 @@
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 namespace {
 

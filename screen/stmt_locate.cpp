@@ -1,8 +1,12 @@
 // LOCATE x,y,s: moves the cursor and switches the caret; out-of-range values are replaced, never refused.
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 Outcome stmtLocate(core::Interpreter& in, int begin, int end)
 {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "screen/figure_arguments.h"
@@ -12,6 +13,9 @@
 #include "screen/statements.h"
 
 namespace tessaly::screen {
+
+using core::kDone;
+using core::Outcome;
 
 using core::ErrorId;
 
