@@ -6,13 +6,16 @@
 Seeds are the programs and typed inputs under examples/ and tests/. Each run mutates one seed
 (bytes flipped, keywords and numbers swapped in, lines duplicated, cut or moved, Shift-JIS bytes
 inserted), runs it as a file or as typed input in a folder of its own, and sends Ctrl+C (SIGINT)
-after three seconds. A finding is a sanitizer report, a crash (a signal), an exit status other
-than 0, 1 or 2, or a process that SIGINT did not end within fifteen more seconds (a sanitizer build under load is slow to exit). Findings are
+after three seconds, again every five seconds up to six times (typed input can start a new endless
+loop after each break). A finding is a sanitizer report, a crash (a signal), an exit status other
+than 0, 1 or 2, or a process that six SIGINTs did not end. Findings are
 kept in fuzz-findings/ with their input. Prints the counts at the end.
 """
 import os, random, re, signal, subprocess, sys, tempfile, shutil, pathlib
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+kInterrupts = 6      # SIGINTs sent to a run that has not ended after three seconds
+kInterruptWait = 5   # seconds between two of them (a sanitizer build under load is slow)
 KEYWORDS = ("PRINT GOTO GOSUB RETURN FOR NEXT TO STEP WHILE WEND IF THEN ELSE INPUT LINE CIRCLE "
             "PAINT DRAW PSET PRESET LOCATE COLOR CLS DIM ERASE READ DATA RESTORE ON ERROR RESUME "
             "OPEN CLOSE FIELD GET PUT LSET RSET MID$ LEFT$ RIGHT$ CHR$ STR$ VAL INT SIN LOG EXP "
@@ -84,11 +87,18 @@ def main():
             try:
                 _, err = p.communicate(stdin_data, timeout=3)
             except subprocess.TimeoutExpired:
+                # Each SIGINT breaks one run; typed input may start another endless loop after
+                # it, so Ctrl+C is pressed again, as a user would, up to kInterrupts times.
                 counts["breaks"] += 1
-                p.send_signal(signal.SIGINT)
-                try:
-                    _, err = p.communicate(timeout=15)
-                except subprocess.TimeoutExpired:
+                err = None
+                for _ in range(kInterrupts):
+                    p.send_signal(signal.SIGINT)
+                    try:
+                        _, err = p.communicate(timeout=kInterruptWait)
+                        break
+                    except subprocess.TimeoutExpired:
+                        continue
+                if err is None:
                     p.kill(); _, err = p.communicate()
                     err = b"NOT ENDED BY SIGINT\n" + err
             status = p.returncode
