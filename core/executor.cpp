@@ -79,6 +79,86 @@ int rewriteQuestionMark(Interpreter& in, int& pos, int& end)
     return 0;
 }
 
+constexpr int codeOf(Stmt code) { return static_cast<int>(code); }
+
+// "#" after the keyword (blanks skipped) makes the file form of a statement: pos moves to the "#".
+bool takesFileForm(const StatementBuffer& buffer, int& pos, int end)
+{
+    int at = skipBlanks(buffer, pos, end);
+    if (buffer.at(at) != '#')
+        return false;
+    pos = at;
+    return true;
+}
+
+// PRINT and LPRINT: PRINT #, and the USING forms.
+int refinePrint(Interpreter& in, int code, int& pos, int end)
+{
+    auto& buffer = in.buffer();
+    char next = buffer.at(pos);
+    if (!(pos >= end || next == ' ' || next == '"' || next == '('))
+        return in.raise(ErrorId::SyntaxError);
+    if (takesFileForm(buffer, pos, end))
+        return codeOf(Stmt::PrintFile);
+    int at = skipBlanks(buffer, pos, end);
+    if (at > pos && buffer.view().substr(0, static_cast<size_t>(end)).substr(static_cast<size_t>(at)).starts_with("USING")) {
+        pos = at + 5;
+        return codeOf(code == codeOf(Stmt::Print) ? Stmt::PrintUsing : Stmt::LprintUsing);
+    }
+    return code;
+}
+
+// LINE followed by INPUT anywhere after it is LINE INPUT (of a file when a "#" follows).
+int refineLine(Interpreter& in, int code, int& pos, int end)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    auto input = text.find("INPUT", static_cast<size_t>(pos));
+    if (input == std::string_view::npos)
+        return code;
+    pos = static_cast<int>(input) + 5;
+    if (text.find('#', input) != std::string_view::npos)
+        return codeOf(Stmt::LineInputFile);
+    in.run().lineInputMode = true;
+    return codeOf(Stmt::Input);
+}
+
+int refineInput(Interpreter& in, int code, int& pos, int end)
+{
+    char next = in.buffer().at(pos);
+    if (!in.run().lineInputMode && !(next == ' ' || next == '"')) {
+        in.run().statementCode = 0;
+        return in.raise(ErrorId::SyntaxError);
+    }
+    return takesFileForm(in.buffer(), pos, end) ? codeOf(Stmt::InputFile) : code;
+}
+
+// ON ERROR GOTO, ON KEY GOSUB and the other trap forms, written with or without blanks.
+int refineOn(std::string_view text, int code)
+{
+    static constexpr std::pair<std::string_view, Stmt> kForms[] = {
+        {"ONERRORGOTO", Stmt::OnErrorGoto}, {"ONKEYGOSUB", Stmt::OnKeyGosub},
+        {"ONSTOPGOSUB", Stmt::OnStopGosub}, {"ONTIME$", Stmt::OnTimeGosub},
+        {"ONPEN", Stmt::OnPenGosub},        {"ONCOM", Stmt::OnComGosub},
+    };
+    for (const auto& [prefix, form] : kForms) {
+        if (startsWithoutBlanks(text, prefix))
+            return codeOf(form);
+    }
+    return code;
+}
+
+// KEY, STOP and TIME$ followed by ON, OFF or STOP switch their event source.
+int refineSwitch(Interpreter& in, std::string_view text, int code, int pos)
+{
+    int mode = switchMode(text, pos);
+    if (mode == 0)
+        return code;
+    in.run().switchMode = mode;
+    if (code == codeOf(Stmt::Key))
+        return codeOf(Stmt::KeySwitch);
+    return codeOf(code == codeOf(Stmt::Stop) ? Stmt::StopSwitch : Stmt::TimeSwitch);
+}
+
 // The checks and code changes that look past the keyword. Returns the (possibly new) code,
 // or kFailed after raising.
 int refine(Interpreter& in, int code, int& pos, int end)
@@ -87,91 +167,32 @@ int refine(Interpreter& in, int code, int& pos, int end)
     auto text = buffer.view().substr(0, static_cast<size_t>(end));
     switch (static_cast<Stmt>(code)) {
     case Stmt::Print:
-    case Stmt::Lprint: {
-        char next = buffer.at(pos);
-        if (!(pos >= end || next == ' ' || next == '"' || next == '('))
-            return in.raise(ErrorId::SyntaxError);
-        int at = skipBlanks(buffer, pos, end);
-        if (buffer.at(at) == '#') {
-            pos = at;
-            return static_cast<int>(Stmt::PrintFile);
-        }
-        if (at > pos && text.substr(static_cast<size_t>(at)).starts_with("USING")) {
-            pos = at + 5;
-            return static_cast<int>(code == static_cast<int>(Stmt::Print) ? Stmt::PrintUsing : Stmt::LprintUsing);
-        }
-        return code;
-    }
-    case Stmt::Line: {
-        auto input = text.find("INPUT", static_cast<size_t>(pos));
-        if (input == std::string_view::npos)
-            return code;
-        pos = static_cast<int>(input) + 5;
-        if (text.find('#', input) != std::string_view::npos)
-            return static_cast<int>(Stmt::LineInputFile);
+    case Stmt::Lprint:
+        return refinePrint(in, code, pos, end);
+    case Stmt::Line:
+        return refineLine(in, code, pos, end);
+    case Stmt::LineInput:
+        if (takesFileForm(buffer, pos, end))
+            return codeOf(Stmt::LineInputFile);
         in.run().lineInputMode = true;
-        return static_cast<int>(Stmt::Input);
-    }
-    case Stmt::LineInput: {
-        int at = skipBlanks(buffer, pos, end);
-        if (buffer.at(at) == '#') {
-            pos = at;
-            return static_cast<int>(Stmt::LineInputFile);
-        }
-        in.run().lineInputMode = true;
-        return static_cast<int>(Stmt::Input);
-    }
-    case Stmt::Input: {
-        char next = buffer.at(pos);
-        if (!in.run().lineInputMode && !(next == ' ' || next == '"')) {
-            in.run().statementCode = 0;
-            return in.raise(ErrorId::SyntaxError);
-        }
-        int at = skipBlanks(buffer, pos, end);
-        if (buffer.at(at) == '#') {
-            pos = at;
-            return static_cast<int>(Stmt::InputFile);
-        }
-        return code;
-    }
-    case Stmt::Write: {
-        int at = skipBlanks(buffer, pos, end);
-        if (buffer.at(at) == '#') {
-            pos = at;
-            return static_cast<int>(Stmt::WriteFile);
-        }
-        return code;
-    }
-    case Stmt::On: {
-        static constexpr std::pair<std::string_view, Stmt> kForms[] = {
-            {"ONERRORGOTO", Stmt::OnErrorGoto}, {"ONKEYGOSUB", Stmt::OnKeyGosub},
-            {"ONSTOPGOSUB", Stmt::OnStopGosub}, {"ONTIME$", Stmt::OnTimeGosub},
-            {"ONPEN", Stmt::OnPenGosub},        {"ONCOM", Stmt::OnComGosub},
-        };
-        for (const auto& [prefix, form] : kForms) {
-            if (startsWithoutBlanks(text, prefix))
-                return static_cast<int>(form);
-        }
-        return code;
-    }
+        return codeOf(Stmt::Input);
+    case Stmt::Input:
+        return refineInput(in, code, pos, end);
+    case Stmt::Write:
+        return takesFileForm(buffer, pos, end) ? codeOf(Stmt::WriteFile) : code;
+    case Stmt::On:
+        return refineOn(text, code);
     case Stmt::Get:
     case Stmt::Put: {
         int at = skipBlanks(buffer, pos, end);
         if (buffer.at(at) != '@' && buffer.at(at) != '(')
             return code;
-        return static_cast<int>(code == static_cast<int>(Stmt::Get) ? Stmt::GetImage : Stmt::PutImage);
+        return codeOf(code == codeOf(Stmt::Get) ? Stmt::GetImage : Stmt::PutImage);
     }
     case Stmt::Key:
     case Stmt::Stop:
-    case Stmt::TimeStatement: {
-        int mode = switchMode(text, pos);
-        if (mode == 0)
-            return code;
-        in.run().switchMode = mode;
-        if (code == static_cast<int>(Stmt::Key))
-            return static_cast<int>(Stmt::KeySwitch);
-        return static_cast<int>(code == static_cast<int>(Stmt::Stop) ? Stmt::StopSwitch : Stmt::TimeSwitch);
-    }
+    case Stmt::TimeStatement:
+        return refineSwitch(in, text, code, pos);
     default:
         return code;
     }
