@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/shift_jis.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
-#include "io/shift_jis.h"
 
 namespace tessaly::core {
 
@@ -106,7 +106,7 @@ void listLines(Interpreter& in, int from, int to)
         std::vector<std::string_view> pieces;
         for (size_t pos = 0; pos < text.size() || pieces.empty();) {
             size_t take = std::min<size_t>(80, text.size() - pos);
-            if (take == 80 && pos + 80 < text.size() && io::IsLeadByte(static_cast<uint8_t>(text[pos + 79])))
+            if (take == 80 && pos + 80 < text.size() && core::IsLeadByte(static_cast<uint8_t>(text[pos + 79])))
                 take = 81;
             pieces.push_back(text.substr(pos, take));
             pos += take;

@@ -24,7 +24,7 @@ enum class CaseRules : uint8_t {
 };
 
 // A byte after which the next byte is the second half of a double-byte character, for this pass.
-// Wider than io::IsLeadByte (0x81..0x9F, 0xE0..0xFC): 0x80 and 0xFD..0xFF count too, so a letter
+// Wider than core::IsLeadByte (0x81..0x9F, 0xE0..0xFC): 0x80 and 0xFD..0xFF count too, so a letter
 // after one of them keeps its case, as it always has in program text.
 [[nodiscard]] constexpr bool startsDoubleByte(uint8_t b) { return (b >= 0x80 && b <= 0x9F) || b >= 0xE0; }
 

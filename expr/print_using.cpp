@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 namespace tessaly::expr {
 
@@ -192,7 +192,7 @@ Field locateField(std::string_view text, size_t from)
             pos += 2;
             continue;
         }
-        if (io::IsLeadByte(static_cast<uint8_t>(c))) {
+        if (core::IsLeadByte(static_cast<uint8_t>(c))) {
             pos += 2;
             continue;
         }

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 namespace tessaly::screen {
 
@@ -110,7 +110,7 @@ Font::Glyph Font::glyphForShiftJis(uint16_t code) const
             bytes = {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
         else
             bytes = std::string(1, static_cast<char>(code));
-        std::string utf8 = io::ShiftJisToUtf8(bytes);
+        std::string utf8 = core::ShiftJisToUtf8(bytes);
         uint32_t codepoint = firstCodepoint(utf8);
         // The cursor-movement bytes 0x1C..0x1F show as the arrows they stand for (right, left,
         // up, down); the other control bytes show the font's control-code box.
@@ -128,7 +128,7 @@ void Font::drawText(Plane& plane, int x, int y, std::string_view sjis, Pixel col
         auto byte = static_cast<uint8_t>(sjis[pos]);
         uint16_t code = byte;
         int cells = 1;
-        if (io::IsLeadByte(byte) && pos + 1 < sjis.size()) {
+        if (core::IsLeadByte(byte) && pos + 1 < sjis.size()) {
             code = static_cast<uint16_t>(byte << 8 | static_cast<uint8_t>(sjis[pos + 1]));
             cells = 2;
             ++pos;

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 namespace tessaly::screen {
 
@@ -61,7 +61,7 @@ void Renderer::drawText(int column, int row, std::string_view bytes)
     std::string text(bytes);
     for (size_t k = 0; k < text.size(); ++k) {
         auto byte = static_cast<uint8_t>(text[k]);
-        if (io::IsLeadByte(byte)) {
+        if (core::IsLeadByte(byte)) {
             ++k;
             continue;
         }

@@ -5,7 +5,7 @@
 
 #include "core/interpreter.h"
 #include "core/run_loop.h"
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 namespace tessaly::screen {
 
@@ -101,7 +101,7 @@ void typeCharacter(core::Interpreter& in, int ch)
         glyph = std::string_view(drawn, 2);
         drawColumn = column - 1;
         editor.pendingLeadByte = 0;
-    } else if (io::IsLeadByte(static_cast<uint8_t>(byte))) {
+    } else if (core::IsLeadByte(static_cast<uint8_t>(byte))) {
         editor.pendingLeadByte = (ch & 0xFF) << 8;
         glyph = {};
     }

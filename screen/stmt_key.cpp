@@ -2,7 +2,7 @@
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/outcome.h"
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 #include "screen/statements.h"
 
 namespace tessaly::screen {
@@ -21,7 +21,7 @@ Outcome stmtKeyList(core::Interpreter& in, int, int)
         std::string_view rest = text;
         do {
             size_t take = std::min<size_t>(80, rest.size());
-            if (take == 80 && rest.size() > 80 && (rest[79] == '\0' || io::IsLeadByte(static_cast<uint8_t>(rest[79]))))
+            if (take == 80 && rest.size() > 80 && (rest[79] == '\0' || core::IsLeadByte(static_cast<uint8_t>(rest[79]))))
                 take = 81;
             pieces.push_back(rest.substr(0, take));
             rest.remove_prefix(take);

@@ -10,7 +10,7 @@
 
 #include "app/desktop/beeper.h"
 #include "app/desktop/virtual_keys.h"
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 namespace tessaly::desktop {
 
@@ -60,7 +60,7 @@ std::string QtHost::clipboardText() { return shiftJisOf(QApplication::clipboard(
 
 void QtHost::setClipboardText(std::string_view text)
 {
-    QApplication::clipboard()->setText(QString::fromStdString(io::ShiftJisToUtf8(text)));
+    QApplication::clipboard()->setText(QString::fromStdString(core::ShiftJisToUtf8(text)));
 }
 
 void QtHost::setClipboardImage(const uint32_t* pixels, int width, int height)
@@ -73,7 +73,7 @@ void QtHost::clearClipboard() { QApplication::clipboard()->clear(); }
 
 core::MessageAnswer QtHost::messageBox(std::string_view text, core::MessageButtons buttons)
 {
-    QString message = QString::fromStdString(io::ShiftJisToUtf8(text));
+    QString message = QString::fromStdString(core::ShiftJisToUtf8(text));
     QWidget* parent = QApplication::activeWindow();
     switch (buttons) {
     case core::MessageButtons::Ok:

@@ -3,7 +3,7 @@
 
 #include <QKeyEvent>
 
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 namespace tessaly::desktop {
 
@@ -65,7 +65,7 @@ int virtualKeyFor(int qtKey)
 std::string shiftJisOf(const QString& text)
 {
     QByteArray utf8 = text.toUtf8();
-    return io::Utf8ToShiftJis(std::string_view(utf8.constData(), static_cast<size_t>(utf8.size())));
+    return core::Utf8ToShiftJis(std::string_view(utf8.constData(), static_cast<size_t>(utf8.size())));
 }
 
 std::string characterBytesFor(const QKeyEvent& event)

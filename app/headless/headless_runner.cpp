@@ -17,10 +17,10 @@
 #include "app/headless/png_writer.h"
 #include "app/headless/standard_input.h"
 #include "core/interpreter.h"
-#include "screen/renderer.h"
+#include "core/shift_jis.h"
 #include "io/program_file.h"
-#include "io/shift_jis.h"
 #include "io/simulated_ports.h"
+#include "screen/renderer.h"
 
 namespace tessaly::app {
 
@@ -162,7 +162,7 @@ private:
                 break;
             utf8 += next;
         }
-        m_pending = io::Utf8ToShiftJis(utf8);
+        m_pending = core::Utf8ToShiftJis(utf8);
         return !m_pending.empty();
     }
 
@@ -189,7 +189,7 @@ public:
         if (m_echoOpen)
             echoRowBreak();
         if (m_enabled)
-            write(io::ShiftJisToUtf8(bytes));
+            write(core::ShiftJisToUtf8(bytes));
     }
     void rowAdvanced() override
     {
@@ -277,7 +277,7 @@ void dumpScreen(core::Interpreter& interpreter)
         text.erase(end == std::string::npos ? 0 : end + 1);
         if (!text.empty())
             lastUsed = r;
-        rows[r] = controlPictures(io::ShiftJisToUtf8(text));
+        rows[r] = controlPictures(core::ShiftJisToUtf8(text));
     }
     for (int r = 0; r <= lastUsed; ++r) {
         std::fwrite(rows[r].data(), 1, rows[r].size(), stdout);
@@ -326,9 +326,9 @@ void typeEchoed(Runner& r, std::string_view bytes)
 {
     auto& screen = r.interpreter.screen();
     for (size_t at = 0; at < bytes.size();) {
-        size_t length = io::IsLeadByte(static_cast<uint8_t>(bytes[at])) && at + 1 < bytes.size() ? 2 : 1;
+        size_t length = core::IsLeadByte(static_cast<uint8_t>(bytes[at])) && at + 1 < bytes.size() ? 2 : 1;
         if (!r.terminal)
-            r.stream.echo(io::ShiftJisToUtf8(bytes.substr(at, length)));
+            r.stream.echo(core::ShiftJisToUtf8(bytes.substr(at, length)));
         bool wrapped = false;
         for (size_t k = 0; k < length; ++k) {
             int column = screen.cursorColumn();
@@ -346,7 +346,7 @@ void enterInputLine(Runner& r, const std::string& line)
 {
     if (r.terminal)
         r.stream.suppressNextRowAdvance();
-    typeEchoed(r, io::Utf8ToShiftJis(line));
+    typeEchoed(r, core::Utf8ToShiftJis(line));
     r.interpreter.onChar(screen::vk::kEnter);
     driveUntilIdle(r);
     r.stream.flush();

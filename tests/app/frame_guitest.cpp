@@ -113,7 +113,7 @@ private slots:
         w.frame().runCommand(cmd::kCopyText);
         QString copied = QApplication::clipboard()->text();
         QVERIFY(copied.contains(QStringLiteral("PRINT \"日本\"\r\n日本")));
-        QCOMPARE(copied, QString::fromStdString(io::ShiftJisToUtf8(screen::textScreenForClipboard(w.interpreter().screen()))));
+        QCOMPARE(copied, QString::fromStdString(core::ShiftJisToUtf8(screen::textScreenForClipboard(w.interpreter().screen()))));
         w.typeLine(QStringLiteral("PSET (5,5),2"));
         QCOMPARE(w.view().renderer().page(0).pixel(5, 5), 0xFF0000u);
         w.frame().runCommand(cmd::kCopyGraphics);

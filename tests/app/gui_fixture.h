@@ -20,7 +20,7 @@
 #include "app/desktop/tessaly_app.h"
 #include "app/desktop/tessaly_doc.h"
 #include "app/desktop/tessaly_view.h"
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 namespace tessaly::desktop::test {
 
@@ -110,7 +110,7 @@ struct Window {
     // Row r of the text screen as UTF-8, without the blanks that pad it.
     QString row(int r)
     {
-        QString text = QString::fromStdString(io::ShiftJisToUtf8(interpreter().screen().row(r)));
+        QString text = QString::fromStdString(core::ShiftJisToUtf8(interpreter().screen().row(r)));
         while (text.endsWith(QLatin1Char(' ')))
             text.chop(1);
         return text;

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace tessaly::io {
+namespace tessaly::core {
 
 // A lead byte of a double-byte character: 0x81..0x9F or 0xE0..0xFC.
 [[nodiscard]] constexpr bool IsLeadByte(uint8_t b) { return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC); }
@@ -18,4 +18,4 @@ namespace tessaly::io {
 // ASCII stays as it is; U+00A5 (yen) and U+203E (overline) become 0x5C and 0x7E.
 [[nodiscard]] std::string Utf8ToShiftJis(std::string_view utf8);
 
-} // namespace tessaly::io
+} // namespace tessaly::core

@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
-namespace tessaly::io {
+namespace tessaly::core {
 namespace {
 
 using namespace std::string_literals;
@@ -54,4 +54,4 @@ TEST(ShiftJis, LeadBytes)
 }
 
 } // namespace
-} // namespace tessaly::io
+} // namespace tessaly::core

@@ -1,10 +1,10 @@
 // Shift-JIS <-> UTF-8 through glibc's iconv ("CP932"), one character at a time, ASCII copied as is.
 // Which bytes are lead bytes for the interpreter's own text handling is decided by its callers.
-#include "io/shift_jis.h"
+#include "core/shift_jis.h"
 
 #include <iconv.h>
 
-namespace tessaly::io {
+namespace tessaly::core {
 
 namespace {
 
@@ -149,4 +149,4 @@ std::string Utf8ToShiftJis(std::string_view utf8)
     return result;
 }
 
-} // namespace tessaly::io
+} // namespace tessaly::core
