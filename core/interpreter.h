@@ -78,6 +78,9 @@ public:
     // shown as at start, VIEW and WINDOW off, every plane cleared, every file closed (File New, a
     // program opened from the recent files or the command line, dropped, or loaded by LOAD).
     void resetScreen();
+    // The whole screen composed again from its planes, as when the window regains the focus
+    // (after a program was loaded in its place).
+    void recomposeScreen();
     // The "OK" prompt on the next row, as after a command.
     void showOk();
     // Runs one statement given as text (the CLS menu commands), as if it stood in a direct

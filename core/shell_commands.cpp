@@ -22,6 +22,12 @@ void Interpreter::resetScreen()
     m_files.closeAll();
 }
 
+void Interpreter::recomposeScreen()
+{
+    if (m_renderer != nullptr)
+        m_renderer->focusGained();
+}
+
 void Interpreter::showOk()
 {
     if (isBusy())

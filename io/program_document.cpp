@@ -9,7 +9,6 @@
 #include "core/interpreter.h"
 #include "io/program_file.h"
 #include "io/replace_file.h"
-#include "screen/renderer.h"
 
 namespace tessaly::io {
 
@@ -72,8 +71,7 @@ LoadOutcome LoadProgramDocument(core::Interpreter& in, const std::string& path, 
     in.run().continueIndex = -1;
     // A cut program is not the file: it counts as changed, so that closing asks before it is lost.
     in.host().setDocumentModified(cut);
-    if (auto* renderer = in.renderer())
-        renderer->focusGained();
+    in.recomposeScreen();
     return cut ? LoadOutcome::Cut : LoadOutcome::Loaded;
 }
 
