@@ -89,6 +89,11 @@ ArrayStatus ArrayStore::locate(std::string_view name, ValueType type, const std:
     return ArrayStatus::Ok;
 }
 
+double ArrayStore::storedAt(const Array& array, size_t cell) const
+{
+    return readCell(m_data.data() + array.start + cell * cellSize(array.type), array.type);
+}
+
 ArrayStatus ArrayStore::read(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Value& value)
 {
     Array* array = nullptr;
@@ -99,7 +104,7 @@ ArrayStatus ArrayStore::read(std::string_view name, ValueType type, const std::v
     if (array->type == ValueType::String)
         value = Value::makeString(array->strings[cell]);
     else
-        value = cellValue(array->type, readCell(m_data.data() + array->start + cell * cellSize(array->type), array->type));
+        value = cellValue(array->type, storedAt(*array, cell));
     return ArrayStatus::Ok;
 }
 
@@ -113,7 +118,7 @@ ArrayStatus ArrayStore::readStored(std::string_view name, ValueType type, const 
         return status;
     if (array->type == ValueType::String)
         return ArrayStatus::TypeMismatch;
-    stored = readCell(m_data.data() + array->start + cell * cellSize(array->type), array->type);
+    stored = storedAt(*array, cell);
     return ArrayStatus::Ok;
 }
 

@@ -71,6 +71,8 @@ private:
     void place(Array& array);
     ArrayStatus locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Array*& array,
         size_t& cell);
+    // The number a numeric array's cell holds.
+    [[nodiscard]] double storedAt(const Array& array, size_t cell) const;
 
     std::unordered_map<std::string, Array, NameHash, std::equal_to<>> m_index;
     std::vector<uint8_t> m_data;

@@ -166,14 +166,17 @@ int VariableStore::create(std::string_view name, ValueType type)
     return index;
 }
 
-bool VariableStore::read(std::string_view name, ValueType type, Value& value)
+int VariableStore::findOrCreate(std::string_view name, ValueType type)
 {
     int index = find(name);
-    if (index < 0) {
-        index = create(name, type);
-        if (index < 0)
-            return false;
-    }
+    return index >= 0 ? index : create(name, type);
+}
+
+bool VariableStore::read(std::string_view name, ValueType type, Value& value)
+{
+    int index = findOrCreate(name, type);
+    if (index < 0)
+        return false;
     const auto& scalar = m_entries[static_cast<size_t>(index)];
     if (scalar.type == ValueType::String)
         value = Value::makeString(m_stringPool[scalar.poolNumber - 1u]);
@@ -184,12 +187,9 @@ bool VariableStore::read(std::string_view name, ValueType type, Value& value)
 
 bool VariableStore::readStored(std::string_view name, ValueType type, double& stored)
 {
-    int index = find(name);
-    if (index < 0) {
-        index = create(name, type);
-        if (index < 0)
-            return false;
-    }
+    int index = findOrCreate(name, type);
+    if (index < 0)
+        return false;
     const auto& scalar = m_entries[static_cast<size_t>(index)];
     stored = scalar.type == ValueType::String ? 0.0 : readCell(m_cells.data() + scalar.offset, scalar.type);
     return true;

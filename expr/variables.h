@@ -81,6 +81,8 @@ private:
         uint16_t poolNumber;
     };
     int create(std::string_view name, ValueType type);
+    // The entry of a variable, made as on first use; -1 when no room is left.
+    int findOrCreate(std::string_view name, ValueType type);
 
     std::array<ValueType, 27> m_defTypes {};
     std::vector<Scalar> m_entries;

@@ -258,6 +258,18 @@ Outcome stmtField(core::Interpreter& in, int begin, int end)
     return kDone;
 }
 
+namespace {
+
+// The channel of GET # and PUT #; their screen-image forms are not taken here.
+int recordChannelOf(core::Interpreter& in, std::string_view text, FileChannel*& channel, size_t& afterComma)
+{
+    if (isImageForm(text))
+        return in.raise(ErrorId::SyntaxError);
+    return channelOf(in, text, channel, afterComma);
+}
+
+} // namespace
+
 Outcome stmtLset(core::Interpreter& in, int begin, int end) { return setField(in, begin, end, false); }
 
 Outcome stmtRset(core::Interpreter& in, int begin, int end) { return setField(in, begin, end, true); }
@@ -265,11 +277,9 @@ Outcome stmtRset(core::Interpreter& in, int begin, int end) { return setField(in
 Outcome stmtGetRecord(core::Interpreter& in, int begin, int end)
 {
     auto text = argumentText(in, begin, end);
-    if (isImageForm(text))
-        return in.raise(ErrorId::SyntaxError); // screen images are not offered here
     FileChannel* channel = nullptr;
     size_t afterComma = 0;
-    TRY_BASIC(channelOf(in, text, channel, afterComma));
+    TRY_BASIC(recordChannelOf(in, text, channel, afterComma));
     if (channel->device == DeviceKind::Keyboard)
         return getFromKeyboard(in, *channel);
     if (channel->device != DeviceKind::Disk || channel->mode != FileMode::Random)
@@ -292,11 +302,9 @@ Outcome stmtGetRecord(core::Interpreter& in, int begin, int end)
 Outcome stmtPutRecord(core::Interpreter& in, int begin, int end)
 {
     auto text = argumentText(in, begin, end);
-    if (isImageForm(text))
-        return in.raise(ErrorId::SyntaxError); // screen images are not offered here
     FileChannel* channel = nullptr;
     size_t afterComma = 0;
-    TRY_BASIC(channelOf(in, text, channel, afterComma));
+    TRY_BASIC(recordChannelOf(in, text, channel, afterComma));
     auto length = static_cast<size_t>(channel->recordLength);
     if (channel->device == DeviceKind::Screen || channel->device == DeviceKind::Printer) {
         // The screen shows the record as a line of PRINT would; the printer prints it.
