@@ -1,0 +1,55 @@
+// The handlers of the built-in functions, one for each handler named in expr/numeric_functions.def
+// and expr/string_functions.def, and the argument readers they share. Each returns 0 with the
+// result set, or kFailed with the error raised.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/basic_error.h"
+#include "expr/functions.h"
+
+namespace tessaly::expr::builtin {
+
+#define X(name, code, text, shape, handler) \
+    int handler(core::Interpreter& interpreter, const FunctionCall& call, Value& result);
+#include "expr/numeric_functions.def"
+#include "expr/string_functions.def"
+#undef X
+
+// Argument k as a number; a missing or empty argument counts as 0, a string is a type mismatch.
+int numberOrZero(core::Interpreter& interpreter, const std::vector<Value>& args, size_t k, double& x);
+// Argument k as a number; missing or empty is a syntax error, a string a type mismatch.
+int requiredNumber(core::Interpreter& interpreter, const std::vector<Value>& args, size_t k, double& x);
+// Argument k as a string; missing or a number is a syntax error.
+int requiredString(core::Interpreter& interpreter, const std::vector<Value>& args, size_t k,
+    const std::string*& text);
+// A numeric function's result, kept to 16 digits; Overflow when it is not finite.
+int numberResult(core::Interpreter& interpreter, double x, Value& result);
+// A string function's result.
+int stringResult(std::string bytes, Value& result);
+
+// Below this size a divisor or a logarithm's argument counts as zero.
+inline constexpr double kNearZero = 1e-30;
+
+// A function of one number (its first argument, 0 when missing) with a 16-digit result.
+template <typename Compute>
+int ofNumber(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Compute compute)
+{
+    double x = 0;
+    TRY_BASIC(numberOrZero(interpreter, call.arguments, 0, x));
+    return numberResult(interpreter, compute(x), result);
+}
+
+// The same for a function with a domain: compute(x, y) sets y, or returns the error it raised.
+template <typename Compute>
+int ofNumberInDomain(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Compute compute)
+{
+    double x = 0;
+    TRY_BASIC(numberOrZero(interpreter, call.arguments, 0, x));
+    double y = 0;
+    TRY_BASIC(compute(x, y));
+    return numberResult(interpreter, y, result);
+}
+
+} // namespace tessaly::expr::builtin
