@@ -3,10 +3,12 @@
 // result set, or kFailed with the error raised.
 #pragma once
 
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "core/basic_error.h"
+#include "core/interpreter.h"
 #include "expr/functions.h"
 
 namespace tessaly::expr::builtin {
@@ -41,7 +43,28 @@ int ofNumber(core::Interpreter& interpreter, const FunctionCall& call, Value& re
     return numberResult(interpreter, compute(x), result);
 }
 
-// The same for a function with a domain: compute(x, y) sets y, or returns the error it raised.
+// The same for a function with a domain: compute(x) where refused(x) is false, else the error.
+template <typename Refused, typename Compute>
+int ofNumberUnless(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Refused refused,
+    core::ErrorId error, Compute compute)
+{
+    double x = 0;
+    TRY_BASIC(numberOrZero(interpreter, call.arguments, 0, x));
+    if (refused(x))
+        return interpreter.raise(error);
+    return numberResult(interpreter, compute(x), result);
+}
+
+// 1 / divisor(x); Division by zero where divisor(x) is near zero.
+template <typename Divisor>
+int reciprocalOf(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Divisor divisor)
+{
+    return ofNumberUnless(
+        interpreter, call, result, [&](double x) { return std::fabs(divisor(x)) < kNearZero; },
+        core::ErrorId::DivisionByZero, [&](double x) { return 1 / divisor(x); });
+}
+
+// The same for a function with several checks: compute(x, y) sets y, or returns the error it raised.
 template <typename Compute>
 int ofNumberInDomain(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Compute compute)
 {

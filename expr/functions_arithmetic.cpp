@@ -49,22 +49,16 @@ double roundDecimals(double x, int n)
 
 int naturalLogarithm(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (x < kZeroThreshold)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::log(x);
-        return 0;
-    });
+    return ofNumberUnless(
+        in, call, result, [](double x) { return x < kZeroThreshold; }, ErrorId::IllegalFunctionCall,
+        [](double x) { return std::log(x); });
 }
 
 int squareRoot(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (x < -kZeroThreshold)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = x < 0 ? 0 : std::sqrt(x);
-        return 0;
-    });
+    return ofNumberUnless(
+        in, call, result, [](double x) { return x < -kZeroThreshold; }, ErrorId::IllegalFunctionCall,
+        [](double x) { return x < 0 ? 0 : std::sqrt(x); });
 }
 
 int exponential(core::Interpreter& in, const FunctionCall& call, Value& result)

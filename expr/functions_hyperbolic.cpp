@@ -30,22 +30,12 @@ int hyperbolicSecant(core::Interpreter& in, const FunctionCall& call, Value& res
 
 int hyperbolicCosecant(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (std::fabs(std::sinh(x)) < kNearZero)
-            return in.raise(ErrorId::DivisionByZero);
-        y = 1 / std::sinh(x);
-        return 0;
-    });
+    return reciprocalOf(in, call, result, [](double x) { return std::sinh(x); });
 }
 
 int hyperbolicCotangent(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (std::fabs(std::tanh(x)) < kNearZero)
-            return in.raise(ErrorId::DivisionByZero);
-        y = 1 / std::tanh(x);
-        return 0;
-    });
+    return reciprocalOf(in, call, result, [](double x) { return std::tanh(x); });
 }
 
 int hyperbolicArcSine(core::Interpreter& in, const FunctionCall& call, Value& result)

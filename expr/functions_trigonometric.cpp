@@ -9,6 +9,13 @@ namespace tessaly::expr::builtin {
 
 using core::ErrorId;
 
+namespace {
+
+bool outsideOne(double x) { return x < -1 || x > 1; }
+bool insideOne(double x) { return x > -1 && x < 1; }
+
+} // namespace
+
 int sine(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
     return ofNumber(in, call, result, [](double x) { return std::sin(x); });
@@ -21,12 +28,9 @@ int cosine(core::Interpreter& in, const FunctionCall& call, Value& result)
 
 int tangent(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (std::fabs(std::cos(x)) < kNearZero)
-            return in.raise(ErrorId::DivisionByZero);
-        y = std::tan(x);
-        return 0;
-    });
+    return ofNumberUnless(
+        in, call, result, [](double x) { return std::fabs(std::cos(x)) < kNearZero; }, ErrorId::DivisionByZero,
+        [](double x) { return std::tan(x); });
 }
 
 int arcTangent(core::Interpreter& in, const FunctionCall& call, Value& result)
@@ -36,82 +40,48 @@ int arcTangent(core::Interpreter& in, const FunctionCall& call, Value& result)
 
 int secant(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (std::fabs(std::cos(x)) < kNearZero)
-            return in.raise(ErrorId::DivisionByZero);
-        y = 1 / std::cos(x);
-        return 0;
-    });
+    return reciprocalOf(in, call, result, [](double x) { return std::cos(x); });
 }
 
 int cosecant(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (std::fabs(std::sin(x)) < kNearZero)
-            return in.raise(ErrorId::DivisionByZero);
-        y = 1 / std::sin(x);
-        return 0;
-    });
+    return reciprocalOf(in, call, result, [](double x) { return std::sin(x); });
 }
 
 int cotangent(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (std::fabs(std::tan(x)) < kNearZero)
-            return in.raise(ErrorId::DivisionByZero);
-        y = 1 / std::tan(x);
-        return 0;
-    });
+    return reciprocalOf(in, call, result, [](double x) { return std::tan(x); });
 }
 
 int arcSine(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (x < -1 || x > 1)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::asin(x);
-        return 0;
-    });
+    return ofNumberUnless(in, call, result, outsideOne, ErrorId::IllegalFunctionCall,
+        [](double x) { return std::asin(x); });
 }
 
 int arcCosine(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (x < -1 || x > 1)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::acos(x);
-        return 0;
-    });
+    return ofNumberUnless(in, call, result, outsideOne, ErrorId::IllegalFunctionCall,
+        [](double x) { return std::acos(x); });
 }
 
 int arcSecant(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (x > -1 && x < 1)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::acos(1 / x);
-        return 0;
-    });
+    return ofNumberUnless(in, call, result, insideOne, ErrorId::IllegalFunctionCall,
+        [](double x) { return std::acos(1 / x); });
 }
 
 int arcCosecant(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (x > -1 && x < 1)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::asin(1 / x);
-        return 0;
-    });
+    return ofNumberUnless(in, call, result, insideOne, ErrorId::IllegalFunctionCall,
+        [](double x) { return std::asin(1 / x); });
 }
 
 int arcCotangent(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
-        if (x < kNearZero)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::atan(1 / x);
-        return 0;
-    });
+    return ofNumberUnless(
+        in, call, result, [](double x) { return x < kNearZero; }, ErrorId::IllegalFunctionCall,
+        [](double x) { return std::atan(1 / x); });
 }
 
 } // namespace tessaly::expr::builtin
