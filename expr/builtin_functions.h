@@ -64,7 +64,7 @@ int reciprocalOf(core::Interpreter& interpreter, const FunctionCall& call, Value
         core::ErrorId::DivisionByZero, [&](double x) { return 1 / divisor(x); });
 }
 
-// The same for a function with several checks: compute(x, y) sets y, or returns the error it raised.
+// A function of one number with several checks: compute(x, y) sets y, or returns the error it raised.
 template <typename Compute>
 int ofNumberInDomain(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Compute compute)
 {
