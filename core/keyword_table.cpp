@@ -2,46 +2,74 @@
 // Refinements that look past the keyword are done by the executor (core/executor.cpp).
 #include "core/keyword_table.h"
 
+#include <limits>
+
 namespace tessaly::core {
 
 namespace {
 
-constexpr std::array<std::string_view, kNumericFunctionCount> kNumericNames = {
-    "SIN", "COS", "TAN", "LOG", "SQR", "ABS", "EXP", "ATN", "SGN", "CINT", "CSNG", "CDBL", "ASC", "CSRLIN",
-    "POS", "CVI", "CVS", "CVD", "VAL", "POINT", "FIX", "INT", "RND", "INSTR", "EOF", "LEN", "PEEK", "DEFUSER",
-    "VARPTR", "INP", "USR", "FN", "ERL", "ERR", "SEC", "CSC", "COT", "ARCSIN", "ARCCOS", "ARCSEC", "ARCCSC",
-    "ARCCOT", "SINH", "COSH", "TANH", "SECH", "CSCH", "COTH", "ARCSINH", "ARCCOSH", "ARCTANH", "ARCSECH",
-    "ARCCSCH", "ARCCOTH", "COSEC", "ASIN", "ACOS", "ASEC", "ACSC", "ACOSEC", "ACOT", "COSECH", "ASINH", "ACOSH",
-    "ATANH", "ASECH", "ACSCH", "ACOSECH", "ACOTH", "MAP", "VIEW", "WINDOW", "LOF", "PEN", "ROUND", "SEGPTR",
-    "LOC",
-};
-
-constexpr std::array<std::string_view, kStringFunctionCount> kStringNames = {
-    "CHR$", "LEFT$", "RIGHT$", "MID$", "SPACE$", "HEX$", "OCT$", "MKI$", "MKS$",
-    "MKD$", "STR$", "STRING$", "INKEY$", "SPC$", "TAB$", "INPUT$", "DATE$", "TIME$",
-};
-
-struct StatementEntry {
+struct KeywordEntry {
     int code;
     std::string_view text;
 };
 
-constexpr StatementEntry kStatementEntries[] = {
+constexpr KeywordEntry kStatementEntries[] = {
 #define X(name, code, text, area, handler) {code, text},
 #include "core/keywords.def"
 #undef X
 };
-static_assert(std::size(kStatementEntries) == kStatementCount, "every statement code has one keyword");
 
-constexpr bool codesAreInOrder()
+constexpr KeywordEntry kNumericEntries[] = {
+#define X(name, code, text, shape, handler) {code, text},
+#include "core/numeric_functions.def"
+#undef X
+};
+
+constexpr KeywordEntry kStringEntries[] = {
+#define X(name, code, text, shape, handler) {code, text},
+#include "core/string_functions.def"
+#undef X
+};
+
+// A list's codes run 1, 2, 3 ... in list order: a code is its keyword's place in the list.
+template <size_t Count>
+constexpr bool codesAreInOrder(const KeywordEntry (&entries)[Count])
 {
-    for (size_t i = 0; i < std::size(kStatementEntries); ++i) {
-        if (kStatementEntries[i].code != static_cast<int>(i) + 1)
+    for (size_t i = 0; i < Count; ++i) {
+        if (entries[i].code != static_cast<int>(i) + 1)
             return false;
     }
     return true;
 }
-static_assert(codesAreInOrder(), "keyword codes run 1..110 in list order");
+
+static_assert(std::size(kStatementEntries) == kStatementCount, "every statement code has one keyword");
+static_assert(std::size(kNumericEntries) == kNumericFunctionCount, "every numeric function code has one name");
+static_assert(std::size(kStringEntries) == kStringFunctionCount, "every string function code has one name");
+static_assert(codesAreInOrder(kStatementEntries), "statement codes run 1..110 in list order");
+static_assert(codesAreInOrder(kNumericEntries), "numeric function codes run 1..77 in list order");
+static_assert(codesAreInOrder(kStringEntries), "string function codes run 1..18 in list order");
+// Slot 0 of each list stands for no keyword, so the highest code needs count + 1 slots.
+static_assert(kStatementCount < kStatementSlots, "the statement list fits its slots");
+static_assert(kNumericFunctionCount < kFunctionSlots, "the numeric function list fits its slots");
+static_assert(kStringFunctionCount < kFunctionSlots, "the string function list fits its slots");
+
+// The first-byte index holds statement codes in its bytes, at most kCodesPerFirstByte per byte
+// with a 0 after the last.
+static_assert(kStatementCount <= std::numeric_limits<uint8_t>::max(), "statement codes fit the index's bytes");
+
+constexpr size_t mostKeywordsWithOneFirstByte()
+{
+    size_t most = 0;
+    for (const auto& entry : kStatementEntries) {
+        size_t count = 0;
+        for (const auto& other : kStatementEntries)
+            count += other.text[0] == entry.text[0] ? 1 : 0;
+        most = count > most ? count : most;
+    }
+    return most;
+}
+static_assert(mostKeywordsWithOneFirstByte() < KeywordTable::kCodesPerFirstByte,
+    "the keywords that share a first byte fit its row of the index, 0-terminated");
 
 } // namespace
 
@@ -56,10 +84,10 @@ KeywordTable::KeywordTable()
         // like every other slot, since the first-match order must not change.
         m_byFirstByte[first][static_cast<size_t>(filled[first]++)] = static_cast<uint8_t>(entry.code);
     }
-    for (int i = 0; i < kNumericFunctionCount; ++i)
-        m_numericFunctions[static_cast<size_t>(i + 1)] = kNumericNames[static_cast<size_t>(i)];
-    for (int i = 0; i < kStringFunctionCount; ++i)
-        m_stringFunctions[static_cast<size_t>(i + 1)] = kStringNames[static_cast<size_t>(i)];
+    for (const auto& entry : kNumericEntries)
+        m_numericFunctions[static_cast<size_t>(entry.code)] = entry.text;
+    for (const auto& entry : kStringEntries)
+        m_stringFunctions[static_cast<size_t>(entry.code)] = entry.text;
 }
 
 std::string_view KeywordTable::statement(int code) const

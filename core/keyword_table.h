@@ -31,6 +31,9 @@ struct Recognition {
 
 class KeywordTable {
 public:
+    // The room for the statement codes of one first byte in the recognition index.
+    static constexpr size_t kCodesPerFirstByte = 16;
+
     KeywordTable();
 
     [[nodiscard]] std::string_view statement(int code) const;
@@ -48,7 +51,7 @@ private:
     std::array<std::string_view, kFunctionSlots> m_numericFunctions {};
     std::array<std::string_view, kFunctionSlots> m_stringFunctions {};
     // For each first byte, the codes whose keyword starts with it, in code order (0-terminated).
-    std::array<std::array<uint8_t, 16>, 256> m_byFirstByte {};
+    std::array<std::array<uint8_t, kCodesPerFirstByte>, 256> m_byFirstByte {};
 };
 
 // The one table, built once; it never changes.

@@ -57,15 +57,40 @@ public:
 private:
     enum class Stop { Top, CloseParen, Argument };
 
+    // A group being read: its tokens and, while a leading minus wraps it, its first term.
+    struct GroupReading {
+        std::vector<Token>& tokens;
+        std::vector<Token> firstTerm;
+        std::vector<Token>* current = nullptr; // where the next token goes
+        ValueType type = ValueType::Double;
+        bool negateNext = false;
+        bool signSeen = false;
+        bool wrapping = false;
+    };
+
     int parseGroup(Value& result, Stop stop, bool wrapLeadingMinus);
+    // Where an operand is due: a sign, NOT, or the operand itself.
+    int readOperandStep(GroupReading& group);
+    // Where an operator is due; a + or - ends a wrapped first term.
+    int readOperatorStep(GroupReading& group);
+    // The group's value once its end is reached.
+    int finishGroup(GroupReading& group, Value& result);
     int parseOperand(Value& value, bool& substituted, ValueType& substitutedType);
     int parseNumber(Value& value);
     int parseHexOrOctal(Value& value);
     int parseString(Value& value);
     int parseName(Value& value, bool& substituted, ValueType& substitutedType);
+    // FNname or FNname(args), after the name.
+    int parseUserFunctionCall(std::string_view name, Value& value, ValueType& substitutedType);
+    // A built-in function, after its name.
+    int parseFunctionCall(FunctionId function, std::string_view name, Value& value, ValueType& substitutedType);
+    // name(subscripts), after the "(".
+    int parseArrayElement(std::string_view name, ValueType type, Value& value);
     int parseCallArguments(std::vector<Value>& args, bool& hasParentheses);
     // VARPTR(name) and VARPTR(name(subscripts)): the address of the variable's cell.
     int parseVarptr(Value& value);
+    // Array arguments as subscripts: numbers truncated to 0..32767.
+    int toSubscripts(const std::vector<Value>& args, std::vector<int32_t>& subscripts);
     bool parseBinaryOperator(Op& op);
     int reduce(std::vector<Token>& tokens, ValueType& groupType);
     // The wrapped first term -(term) reduced as a group of its own and put in front of the group.
@@ -135,71 +160,76 @@ int Parser::parseGroup(Value& result, Stop stop, bool wrapLeadingMinus)
     auto& tokens = scratch.groups[static_cast<size_t>(scratch.depth)];
     tokens.clear();
 
-    ValueType groupType = ValueType::Double;
-    bool negateNext = false;
-    bool signSeen = false;
-    bool wrapping = false;
+    GroupReading group {tokens, {}, &tokens};
     if (wrapLeadingMinus) {
         ++m_pos; // the "-": its first term is reduced as a group of its own
-        wrapping = true;
+        group.wrapping = true;
+        group.current = &group.firstTerm;
     }
-    std::vector<Token>* current = &tokens;
-    std::vector<Token> firstTerm;
-    if (wrapping)
-        current = &firstTerm;
-
     for (;;) {
         skipBlanks();
-        bool expectOperand = current->empty() || current->back().isOperator;
-        if (expectOperand) {
-            if (atGroupEnd(stop))
-                break;
-            char c = peek();
-            if (c == '+' || c == '-') {
-                if (c == '-')
-                    negateNext = !negateNext;
-                signSeen = true;
-                ++m_pos;
-                continue;
-            }
-            if (startsWithWord(m_text, m_pos, "NOT")) {
-                m_pos += 3;
-                current->push_back({true, Op::Not, {}});
-                continue;
-            }
-            Token token {false, Op::Add, {}};
-            bool substituted = false;
-            ValueType substitutedType = ValueType::Double;
-            TRY_BASIC(parseOperand(token.value, substituted, substitutedType));
-            if (substituted)
-                groupType = substitutedType;
-            if (negateNext) {
-                if (token.value.isString())
-                    return m_in.raise(ErrorId::SyntaxError);
-                negate(token.value);
-            }
-            negateNext = false;
-            signSeen = false;
-            current->push_back(std::move(token));
-            continue;
-        }
         if (atGroupEnd(stop))
             break;
-        Op op {};
-        if (!parseBinaryOperator(op))
-            return m_in.raise(ErrorId::SyntaxError);
-        if (wrapping && (op == Op::Add || op == Op::Subtract)) {
-            // The first term ends at the first + or - of this group.
-            TRY_BASIC(closeFirstTerm(firstTerm, tokens));
-            current = &tokens;
-            wrapping = false;
-        }
-        current->push_back({true, op, {}});
+        bool expectOperand = group.current->empty() || group.current->back().isOperator;
+        TRY_BASIC(expectOperand ? readOperandStep(group) : readOperatorStep(group));
     }
-    if (signSeen)
+    return finishGroup(group, result);
+}
+
+int Parser::readOperandStep(GroupReading& group)
+{
+    char c = peek();
+    if (c == '+' || c == '-') {
+        if (c == '-')
+            group.negateNext = !group.negateNext;
+        group.signSeen = true;
+        ++m_pos;
+        return 0;
+    }
+    if (startsWithWord(m_text, m_pos, "NOT")) {
+        m_pos += 3;
+        group.current->push_back({true, Op::Not, {}});
+        return 0;
+    }
+    Token token {false, Op::Add, {}};
+    bool substituted = false;
+    ValueType substitutedType = ValueType::Double;
+    TRY_BASIC(parseOperand(token.value, substituted, substitutedType));
+    if (substituted)
+        group.type = substitutedType;
+    if (group.negateNext) {
+        if (token.value.isString())
+            return m_in.raise(ErrorId::SyntaxError);
+        negate(token.value);
+    }
+    group.negateNext = false;
+    group.signSeen = false;
+    group.current->push_back(std::move(token));
+    return 0;
+}
+
+int Parser::readOperatorStep(GroupReading& group)
+{
+    Op op {};
+    if (!parseBinaryOperator(op))
         return m_in.raise(ErrorId::SyntaxError);
-    if (wrapping)
-        TRY_BASIC(closeFirstTerm(firstTerm, tokens));
+    if (group.wrapping && (op == Op::Add || op == Op::Subtract)) {
+        // The first term ends at the first + or - of this group.
+        TRY_BASIC(closeFirstTerm(group.firstTerm, group.tokens));
+        group.current = &group.tokens;
+        group.wrapping = false;
+    }
+    group.current->push_back({true, op, {}});
+    return 0;
+}
+
+int Parser::finishGroup(GroupReading& group, Value& result)
+{
+    if (group.signSeen)
+        return m_in.raise(ErrorId::SyntaxError);
+    if (group.wrapping)
+        TRY_BASIC(closeFirstTerm(group.firstTerm, group.tokens));
+    auto& tokens = group.tokens;
     if (tokens.empty()) {
         result = Value {};
         result.empty = true;
@@ -207,10 +237,10 @@ int Parser::parseGroup(Value& result, Stop stop, bool wrapLeadingMinus)
     }
     if (tokens.back().isOperator)
         return m_in.raise(ErrorId::SyntaxError);
-    TRY_BASIC(reduce(tokens, groupType));
+    TRY_BASIC(reduce(tokens, group.type));
     result = std::move(tokens.front().value);
     if (!result.isString())
-        result.type = groupType;
+        result.type = group.type;
     return 0;
 }
 
@@ -238,7 +268,6 @@ int Parser::closeFirstTerm(std::vector<Token>& firstTerm, std::vector<Token>& to
 
 int Parser::reduce(std::vector<Token>& tokens, ValueType& groupType)
 {
-    bool onlyOperand = tokens.size() == 1;
     while (tokens.size() > 1) {
         int pending = -1;
         int chosen = -1;
@@ -277,7 +306,6 @@ int Parser::reduce(std::vector<Token>& tokens, ValueType& groupType)
             groupType = ValueType::Integer;
         tokens.erase(tokens.begin() + static_cast<std::ptrdiff_t>(at), tokens.begin() + static_cast<std::ptrdiff_t>(at) + 2);
     }
-    (void)onlyOperand;
     return 0;
 }
 
@@ -496,14 +524,8 @@ int Parser::parseVarptr(Value& value)
         TRY_BASIC(parseArguments(args));
         // NAME() stands for the first element.
         bool none = args.size() == 1 && args[0].empty;
-        for (size_t k = 0; k < args.size() && !none; ++k) {
-            if (args[k].isString())
-                return m_in.raise(ErrorId::TypeMismatch);
-            double s = std::trunc(args[k].number);
-            if (!(s >= 0 && s <= 32767))
-                return m_in.raise(ErrorId::SubscriptOutOfRange);
-            subscripts.push_back(static_cast<int32_t>(s));
-        }
+        if (!none)
+            TRY_BASIC(toSubscripts(args, subscripts));
         skipBlanks();
     }
     if (peek() != ')')
@@ -512,6 +534,19 @@ int Parser::parseVarptr(Value& value)
     uint32_t address = 0;
     TRY_BASIC(io::variableAddress(m_in, name, isArray, subscripts, address));
     value = Value::makeNumber(address, NumberForm::Computed16);
+    return 0;
+}
+
+int Parser::toSubscripts(const std::vector<Value>& args, std::vector<int32_t>& subscripts)
+{
+    for (const auto& arg : args) {
+        if (arg.isString())
+            return m_in.raise(ErrorId::TypeMismatch);
+        double s = std::trunc(arg.number);
+        if (!(s >= 0 && s <= 32767))
+            return m_in.raise(ErrorId::SubscriptOutOfRange);
+        subscripts.push_back(static_cast<int32_t>(s));
+    }
     return 0;
 }
 
@@ -524,69 +559,63 @@ int Parser::parseName(Value& value, bool& substituted, ValueType& substitutedTyp
     for (char& c : name)
         c = core::toUpperAscii(c);
     substituted = true;
-
-    if (name.size() > 2 && name.starts_with("FN")) {
-        std::vector<Value> args;
-        bool parens = false;
-        TRY_BASIC(parseCallArguments(args, parens));
-        TRY_BASIC(callUserFunction(m_in, name.substr(2), args, parens, value));
-        substitutedType = value.isString() ? ValueType::String : value.type;
-        return 0;
-    }
+    if (name.size() > 2 && name.starts_with("FN"))
+        return parseUserFunctionCall(name, value, substitutedType);
     auto function = findFunction(name);
-    if (function.kind == FunctionKind::Numeric && function.code == kVarptrCode) {
-        substitutedType = ValueType::Double;
-        return parseVarptr(value);
-    }
-    if (function.kind == FunctionKind::Numeric && function.code == kUsrCode) {
-        std::vector<Value> args;
-        bool parens = false;
-        TRY_BASIC(parseCallArguments(args, parens));
-        return io::usrFunction(m_in, name.size() == 4 ? name[3] - '0' : 0, value);
-    }
-    if (function.kind != FunctionKind::None) {
-        std::vector<Value> args;
-        bool parens = false;
-        TRY_BASIC(parseCallArguments(args, parens));
-        if (function.kind == FunctionKind::Numeric) {
-            TRY_BASIC(callNumericFunction(m_in, function.code, args, parens, value));
-            substitutedType = ValueType::Double;
-        } else {
-            TRY_BASIC(callStringFunction(m_in, function.code, args, value));
-            substitutedType = ValueType::String;
-        }
-        return 0;
-    }
+    if (function.kind != FunctionKind::None)
+        return parseFunctionCall(function, name, value, substitutedType);
     ValueType type = m_in.variables().typeOfName(name);
     substitutedType = type;
     size_t mark = m_pos;
     skipBlanks();
     if (peek() == '(') {
         ++m_pos;
-        std::vector<Value> args;
-        TRY_BASIC(parseArguments(args));
-        std::vector<int32_t> subscripts;
-        for (const auto& arg : args) {
-            if (arg.isString())
-                return m_in.raise(ErrorId::TypeMismatch);
-            double s = std::trunc(arg.number);
-            if (!(s >= 0 && s <= 32767))
-                return m_in.raise(ErrorId::SubscriptOutOfRange);
-            subscripts.push_back(static_cast<int32_t>(s));
-        }
-        switch (m_in.arrays().read(name, type, subscripts, value)) {
-        case ArrayStatus::Ok:
-            return 0;
-        case ArrayStatus::OutOfMemory:
-            return m_in.raise(ErrorId::OutOfMemory);
-        default:
-            return m_in.raise(ErrorId::SubscriptOutOfRange);
-        }
+        return parseArrayElement(name, type, value);
     }
     m_pos = mark;
     if (!m_in.variables().read(name, type, value))
         return m_in.raise(ErrorId::OutOfMemory);
     return 0;
+}
+
+int Parser::parseUserFunctionCall(std::string_view name, Value& value, ValueType& substitutedType)
+{
+    std::vector<Value> args;
+    bool parens = false;
+    TRY_BASIC(parseCallArguments(args, parens));
+    TRY_BASIC(callUserFunction(m_in, name.substr(2), args, parens, value));
+    substitutedType = value.isString() ? ValueType::String : value.type;
+    return 0;
+}
+
+int Parser::parseFunctionCall(FunctionId function, std::string_view name, Value& value, ValueType& substitutedType)
+{
+    if (function.shape == ArgumentShape::Variable) {
+        substitutedType = ValueType::Double;
+        return parseVarptr(value);
+    }
+    std::vector<Value> args;
+    bool parens = false;
+    TRY_BASIC(parseCallArguments(args, parens));
+    TRY_BASIC(callFunction(m_in, function, FunctionCall {name, args, parens}, value));
+    substitutedType = function.kind == FunctionKind::String ? ValueType::String : ValueType::Double;
+    return 0;
+}
+
+int Parser::parseArrayElement(std::string_view name, ValueType type, Value& value)
+{
+    std::vector<Value> args;
+    TRY_BASIC(parseArguments(args));
+    std::vector<int32_t> subscripts;
+    TRY_BASIC(toSubscripts(args, subscripts));
+    switch (m_in.arrays().read(name, type, subscripts, value)) {
+    case ArrayStatus::Ok:
+        return 0;
+    case ArrayStatus::OutOfMemory:
+        return m_in.raise(ErrorId::OutOfMemory);
+    default:
+        return m_in.raise(ErrorId::SubscriptOutOfRange);
+    }
 }
 
 } // namespace

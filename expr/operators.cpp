@@ -1,4 +1,4 @@
-// Operator precedence and the operations: arithmetic with its 16-digit results, integer division
+// The operations: arithmetic with its 16-digit results, integer division
 // and MOD, 16-bit logical and relational operations, string joining and comparison.
 #include "expr/operators.h"
 
@@ -13,8 +13,6 @@ namespace tessaly::expr {
 namespace {
 
 constexpr double kZeroThreshold = 1e-50;
-
-int code(Op op) { return static_cast<int>(op); }
 
 // Rounded half away from zero to a 32-bit integer.
 bool roundTo32(double x, int64_t& out)
@@ -108,27 +106,6 @@ int16_t toInt16(double value)
     if (wrapped < 0)
         wrapped += 65536.0;
     return static_cast<int16_t>(static_cast<uint16_t>(wrapped));
-}
-
-bool goesFirst(Op pending, Op found)
-{
-    int p = code(pending);
-    switch (found) {
-    case Op::Power: return p > 16;
-    case Op::Multiply:
-    case Op::Divide: return p > 14;
-    case Op::IntDivide: return p > 13;
-    case Op::Mod: return p > 12;
-    case Op::Add:
-    case Op::Subtract: return p >= 11;
-    case Op::Not: return p > 6;
-    case Op::Or: return p > 5;
-    case Op::And: return p > 4;
-    case Op::Xor: return p > 3;
-    case Op::Eqv: return p > 2;
-    case Op::Imp: return p > 1;
-    default: return false; // a relational operator takes the operand just before it
-    }
 }
 
 int applyNot(core::Interpreter& in, Value& operand)

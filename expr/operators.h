@@ -1,8 +1,10 @@
-// The operators of expressions: their codes, which of two neighbours is done first, and the
-// operations on numbers and strings with their errors.
+// The operators of expressions: their codes, their priorities (which of two neighbours is done
+// first), and the operations on numbers and strings with their errors.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 
 #include "expr/values.h"
 
@@ -12,17 +14,66 @@ class Interpreter;
 
 namespace tessaly::expr {
 
-// The code is also the precedence level; relational codes are above every arithmetic one.
 enum class Op : uint8_t {
-    Imp = 1, Eqv = 2, Xor = 3, And = 4, Or = 5, Not = 6,
-    Add = 11, Subtract = 12, Mod = 13, IntDivide = 14, Multiply = 15, Divide = 16, Power = 17,
-    Less = 21, Greater = 22, LessEqual = 23, GreaterEqual = 25, Equal = 27, NotEqual = 28,
+    Imp, Eqv, Xor, And, Or, Not,
+    Add, Subtract, Mod, IntDivide, Multiply, Divide, Power,
+    Less, Greater, LessEqual, GreaterEqual, Equal, NotEqual,
 };
 
-[[nodiscard]] constexpr bool isRelational(Op op) { return static_cast<int>(op) >= 21; }
+// Which of two neighbouring operators is done first. An operator waiting for its right operand
+// (pending) goes before the next one found when its level is above the found one's yieldAbove.
+struct OperatorPriority {
+    Op op;
+    uint8_t level;
+    uint8_t yieldAbove;
+};
+
+// A relational operator found after another takes the operand just before it; waiting, it goes
+// before anything found after it but another relational operator (1<2+3 compares first).
+inline constexpr uint8_t kNeverYields = 255;
+
+// Indexed by Op; an operator stands at its own place.
+inline constexpr OperatorPriority kOperatorPriorities[] = {
+    {Op::Imp, 1, 1},
+    {Op::Eqv, 2, 2},
+    {Op::Xor, 3, 3},
+    {Op::And, 4, 4},
+    {Op::Or, 5, 5},
+    {Op::Not, 6, 6},
+    {Op::Add, 11, 10},
+    {Op::Subtract, 12, 10},
+    {Op::Mod, 13, 12},
+    {Op::IntDivide, 14, 13},
+    {Op::Multiply, 15, 14},
+    {Op::Divide, 16, 14},
+    {Op::Power, 17, 16},
+    {Op::Less, 21, kNeverYields},
+    {Op::Greater, 21, kNeverYields},
+    {Op::LessEqual, 21, kNeverYields},
+    {Op::GreaterEqual, 21, kNeverYields},
+    {Op::Equal, 21, kNeverYields},
+    {Op::NotEqual, 21, kNeverYields},
+};
+
+[[nodiscard]] constexpr bool eachOperatorAtItsPlace()
+{
+    for (size_t k = 0; k < std::size(kOperatorPriorities); ++k) {
+        if (static_cast<size_t>(kOperatorPriorities[k].op) != k)
+            return false;
+    }
+    return std::size(kOperatorPriorities) == static_cast<size_t>(Op::NotEqual) + 1;
+}
+static_assert(eachOperatorAtItsPlace(), "one priority per operator, in the order of Op");
+
+[[nodiscard]] constexpr const OperatorPriority& priorityOf(Op op) { return kOperatorPriorities[static_cast<size_t>(op)]; }
+
+[[nodiscard]] constexpr bool isRelational(Op op) { return op >= Op::Less; }
 
 // Whether the pending operator is done before the newly found one.
-[[nodiscard]] bool goesFirst(Op pending, Op found);
+[[nodiscard]] constexpr bool goesFirst(Op pending, Op found)
+{
+    return priorityOf(pending).level > priorityOf(found).yieldAbove;
+}
 
 // left = left op right. Returns 0, or kFailed with the error raised.
 int applyBinary(core::Interpreter& interpreter, Op op, Value& left, const Value& right);

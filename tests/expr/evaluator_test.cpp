@@ -67,6 +67,18 @@ INSTANTIATE_TEST_SUITE_P(LogicalAndRelational, Expressions,
         Case {"5 EQV 3", "-7 "}, Case {"0 IMP 0", "-1 "}, Case {"1<2<3", " 0 "}, Case {"1<>2", "-1 "},
         Case {"2=<2", "-1 "}, Case {"3=>4", " 0 "}));
 
+// Each pair of operators next in priority, in both orders: the two groupings give different
+// values, so the value shows which operator was done first.
+INSTANTIATE_TEST_SUITE_P(PriorityPairs, Expressions,
+    ::testing::Values(Case {"6 IMP 3 EQV 5", "-7 "}, Case {"6 EQV 3 IMP 5", " 5 "}, Case {"6 XOR 3 AND 5", " 7 "},
+        Case {"6 AND 3 XOR 5", " 7 "}, Case {"6 AND 3 OR 5", " 6 "}, Case {"6 OR 3 AND 5", " 5 "},
+        Case {"NOT 6 OR 3", "-5 "}, Case {"NOT 6+3", "-10 "}, Case {"6-3+5", " 8 "}, Case {"9-7 MOD 4", " 6 "},
+        Case {"9 MOD 7-4", "-2 "}, Case {"9 MOD 7\\2", " 0 "}, Case {"9\\7 MOD 4", " 1 "}, Case {"6\\3*5", " 0 "},
+        Case {"6*3\\5", " 3 "}, Case {"9/7*4", " 5.142857142857144 "}, Case {"6/3^5", " 0.02469135802469136 "},
+        Case {"6^3/5", " 43.2 "}, Case {"2^3<4", " 0.5 "}, Case {"2<3^4", " 1 "}, Case {"6<3+5", " 5 "},
+        Case {"6+3<5", " 5 "}, Case {"6=3<5", " 0 "}, Case {"6<>3<5", "-1 "}, Case {"2<3 AND 4", " 4 "},
+        Case {"9 AND 7<4", " 0 "}));
+
 INSTANTIATE_TEST_SUITE_P(Strings, Expressions,
     ::testing::Values(Case {"\"AB\"+\"CD\"", "\"ABCD\""}, Case {"\"A\"<\"B\"", "-1 "}, Case {"\"B\"=\"B\"", "-1 "},
         Case {"\"\"", "\"\""}, Case {"\"A\"-\"B\"", "Syntax error in "}, Case {"\"open", "Illegal function call in "},

@@ -1,0 +1,78 @@
+// The handlers of the built-in functions, one for each handler named in core/numeric_functions.def
+// and core/string_functions.def, and the argument readers they share. Each returns 0 with the
+// result set, or kFailed with the error raised.
+#pragma once
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "core/basic_error.h"
+#include "core/interpreter.h"
+#include "expr/functions.h"
+
+namespace tessaly::expr::builtin {
+
+#define X(name, code, text, shape, handler) \
+    int handler(core::Interpreter& interpreter, const FunctionCall& call, Value& result);
+#include "core/numeric_functions.def"
+#include "core/string_functions.def"
+#undef X
+
+// Argument k as a number; a missing or empty argument counts as 0, a string is a type mismatch.
+int numberOrZero(core::Interpreter& interpreter, const std::vector<Value>& args, size_t k, double& x);
+// Argument k as a number; missing or empty is a syntax error, a string a type mismatch.
+int requiredNumber(core::Interpreter& interpreter, const std::vector<Value>& args, size_t k, double& x);
+// Argument k as a string; missing or a number is a syntax error.
+int requiredString(core::Interpreter& interpreter, const std::vector<Value>& args, size_t k,
+    const std::string*& text);
+// A numeric function's result, kept to 16 digits; Overflow when it is not finite.
+int numberResult(core::Interpreter& interpreter, double x, Value& result);
+// A string function's result.
+int stringResult(std::string bytes, Value& result);
+
+// Below this size a divisor or a logarithm's argument counts as zero.
+inline constexpr double kNearZero = 1e-30;
+
+// A function of one number (its first argument, 0 when missing) with a 16-digit result.
+template <typename Compute>
+int ofNumber(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Compute compute)
+{
+    double x = 0;
+    TRY_BASIC(numberOrZero(interpreter, call.arguments, 0, x));
+    return numberResult(interpreter, compute(x), result);
+}
+
+// The same for a function with a domain: compute(x) where refused(x) is false, else the error.
+template <typename Refused, typename Compute>
+int ofNumberUnless(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Refused refused,
+    core::ErrorId error, Compute compute)
+{
+    double x = 0;
+    TRY_BASIC(numberOrZero(interpreter, call.arguments, 0, x));
+    if (refused(x))
+        return interpreter.raise(error);
+    return numberResult(interpreter, compute(x), result);
+}
+
+// 1 / divisor(x); Division by zero where divisor(x) is near zero.
+template <typename Divisor>
+int reciprocalOf(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Divisor divisor)
+{
+    return ofNumberUnless(
+        interpreter, call, result, [&](double x) { return std::fabs(divisor(x)) < kNearZero; },
+        core::ErrorId::DivisionByZero, [&](double x) { return 1 / divisor(x); });
+}
+
+// A function of one number with several checks: compute(x, y) sets y, or returns the error it raised.
+template <typename Compute>
+int ofNumberInDomain(core::Interpreter& interpreter, const FunctionCall& call, Value& result, Compute compute)
+{
+    double x = 0;
+    TRY_BASIC(numberOrZero(interpreter, call.arguments, 0, x));
+    double y = 0;
+    TRY_BASIC(compute(x, y));
+    return numberResult(interpreter, y, result);
+}
+
+} // namespace tessaly::expr::builtin
