@@ -4,7 +4,9 @@
 #pragma once
 
 #include <cmath>
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/basic_error.h"
@@ -30,6 +32,14 @@ int requiredString(core::Interpreter& interpreter, const std::vector<Value>& arg
 int numberResult(core::Interpreter& interpreter, double x, Value& result);
 // A string function's result.
 int stringResult(std::string bytes, Value& result);
+
+// Answered by io/expression_answers.cpp, beside the files and the memory map:
+// VARPTR's address of a variable's cell (the variable made as on first use);
+int addressOfVariable(core::Interpreter& interpreter, std::string_view name, bool isArray,
+    const std::vector<int32_t>& subscripts, uint32_t& address);
+// INPUT$'s bytes from file number `file` (a number out of range is no open file) or from the keys.
+int bytesOfFile(core::Interpreter& interpreter, double file, size_t count, std::string& taken);
+int bytesTyped(core::Interpreter& interpreter, size_t count, std::string& taken);
 
 // Below this size a divisor or a logarithm's argument counts as zero.
 inline constexpr double kNearZero = 1e-30;

@@ -9,11 +9,11 @@
 #include "core/char_class.h"
 #include "core/interpreter.h"
 #include "core/rounding.h"
+#include "expr/builtin_functions.h"
 #include "expr/functions.h"
 #include "expr/number_text.h"
 #include "expr/expression_scratch.h"
 #include "expr/operators.h"
-#include "io/memory.h"
 
 namespace tessaly::expr {
 
@@ -532,7 +532,7 @@ int Parser::parseVarptr(Value& value)
         return m_in.raise(ErrorId::SyntaxError);
     ++m_pos;
     uint32_t address = 0;
-    TRY_BASIC(io::variableAddress(m_in, name, isArray, subscripts, address));
+    TRY_BASIC(builtin::addressOfVariable(m_in, name, isArray, subscripts, address));
     value = Value::makeNumber(address, NumberForm::Computed16);
     return 0;
 }

@@ -1,41 +1,15 @@
-// The numeric functions that read the machine's state: the cursor, the graphics screen, files,
-// memory and ports, the light pen, the last error; USR, and the names the evaluator reads itself.
+// The numeric functions that read the interpreter's own state: the cursor, the light pen, the last
+// error, and the names the evaluator reads itself. Those of the graphics screen are answered in
+// screen/expression_answers.cpp, those of files, memory and ports in io/expression_answers.cpp.
 #include <cmath>
 
 #include "core/event_traps.h"
 #include "core/interpreter.h"
 #include "expr/builtin_functions.h"
-#include "io/file_functions.h"
-#include "io/memory.h"
-#include "screen/statements.h"
 
 namespace tessaly::expr::builtin {
 
 using core::ErrorId;
-
-namespace {
-
-int graphics(core::Interpreter& in, screen::GraphicsFunction function, const FunctionCall& call, Value& result)
-{
-    return screen::graphicsFunction(in, function, call.arguments, call.hasParentheses, result);
-}
-
-int memory(core::Interpreter& in, io::MemoryFunction function, const FunctionCall& call, Value& result)
-{
-    return io::memoryFunction(in, function, call.arguments, result);
-}
-
-// EOF, LOF and LOC of the file whose number is the first argument.
-int fileAnswer(core::Interpreter& in, io::FileQuery query, const FunctionCall& call, Value& result)
-{
-    double number = 0;
-    TRY_BASIC(numberOrZero(in, call.arguments, 0, number));
-    double answer = 0;
-    TRY_BASIC(io::queryFile(in, query, static_cast<int>(std::trunc(number)), answer));
-    return numberResult(in, answer, result);
-}
-
-} // namespace
 
 int cursorRow(core::Interpreter& in, const FunctionCall&, Value& result)
 {
@@ -45,61 +19,6 @@ int cursorRow(core::Interpreter& in, const FunctionCall&, Value& result)
 int cursorColumn(core::Interpreter& in, const FunctionCall&, Value& result)
 {
     return numberResult(in, in.screen().cursorColumn(), result);
-}
-
-int pointColour(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return graphics(in, screen::GraphicsFunction::Point, call, result);
-}
-
-int mapCoordinate(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return graphics(in, screen::GraphicsFunction::Map, call, result);
-}
-
-int viewportCorner(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return graphics(in, screen::GraphicsFunction::View, call, result);
-}
-
-int windowCorner(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return graphics(in, screen::GraphicsFunction::Window, call, result);
-}
-
-int fileAtEnd(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return fileAnswer(in, io::FileQuery::AtEnd, call, result);
-}
-
-int fileLength(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return fileAnswer(in, io::FileQuery::Length, call, result);
-}
-
-int filePosition(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return fileAnswer(in, io::FileQuery::Position, call, result);
-}
-
-int memoryByte(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Peek, call, result);
-}
-
-int userMemoryBase(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Defuser, call, result);
-}
-
-int segmentBase(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Segptr, call, result);
-}
-
-int portByte(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Inp, call, result);
 }
 
 int penState(core::Interpreter& in, const FunctionCall& call, Value& result)
@@ -119,12 +38,6 @@ int errorCode(core::Interpreter& in, const FunctionCall&, Value& result)
 int errorLine(core::Interpreter& in, const FunctionCall&, Value& result)
 {
     return numberResult(in, in.error().line, result);
-}
-
-// USR and USR0 .. USR9: the digit of the name picks the routine; the arguments are not used.
-int userRoutine(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return io::usrFunction(in, call.name.size() == 4 ? call.name[3] - '0' : 0, result);
 }
 
 // FN with no name after it: its argument is read as a number, then the call is refused.

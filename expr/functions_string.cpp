@@ -8,8 +8,6 @@
 #include "core/rounding.h"
 #include "expr/builtin_functions.h"
 #include "expr/number_text.h"
-#include "io/file_functions.h"
-#include "io/file_table.h"
 
 namespace tessaly::expr::builtin {
 
@@ -224,11 +222,9 @@ int typedOrReadBytes(core::Interpreter& in, const FunctionCall& call, Value& res
     if (call.arguments.size() > 1) {
         double file = 0;
         TRY_BASIC(requiredNumber(in, call.arguments, 1, file));
-        file = std::trunc(file);
-        int number = file >= 0 && file <= io::kHighestFileNumber ? static_cast<int>(file) : 0;
-        TRY_BASIC(io::readFileBytes(in, number, count, taken));
+        TRY_BASIC(bytesOfFile(in, file, count, taken));
     } else {
-        TRY_BASIC(io::takeTypedKeys(in, count, taken));
+        TRY_BASIC(bytesTyped(in, count, taken));
     }
     return stringResult(std::move(taken), result);
 }
