@@ -5,6 +5,9 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
+#include "screen/graphics.h"
 #include "screen/renderer.h"
 
 namespace {

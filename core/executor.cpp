@@ -11,6 +11,7 @@
 #include "core/run_loop.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::core {
 

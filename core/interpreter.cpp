@@ -9,14 +9,58 @@
 #include "core/preparation.h"
 #include "core/run_loop.h"
 #include "core/statements.h"
+#include "expr/arrays.h"
+#include "expr/expression_scratch.h"
+#include "expr/function_state.h"
+#include "expr/input_state.h"
+#include "expr/variables.h"
+#include "io/chain_state.h"
+#include "io/file_table.h"
+#include "io/program_formats.h"
+#include "io/user_memory.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
+#include "screen/graphics.h"
+#include "screen/keyboard.h"
 #include "screen/renderer.h"
+#include "screen/screen_editor.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::core {
 
 Interpreter::Interpreter(Host& host)
     : m_host(host)
+    , m_screen(std::make_unique<screen::TextScreen>())
+    , m_keyboard(std::make_unique<screen::Keyboard>())
+    , m_colours(std::make_unique<screen::Colours>())
+    , m_functionKeys(std::make_unique<screen::FunctionKeys>())
+    , m_editor(std::make_unique<screen::EditorState>())
+    , m_graphics(std::make_unique<screen::GraphicScreen>())
+    , m_variables(std::make_unique<expr::VariableStore>())
+    , m_arrays(std::make_unique<expr::ArrayStore>())
+    , m_functionState(std::make_unique<expr::FunctionState>())
+    , m_expressionScratch(std::make_unique<expr::ExpressionScratch>())
+    , m_inputState(std::make_unique<expr::InputState>())
+    , m_programFormats(std::make_unique<io::ProgramFormats>())
+    , m_chainState(std::make_unique<io::ChainState>())
+    , m_files(std::make_unique<io::FileTable>())
+    , m_memory(std::make_unique<io::UserMemory>())
 {
     m_usrAddresses.fill(1);
+}
+
+Interpreter::~Interpreter() = default;
+
+void Interpreter::onChar(int ch) { screen::onChar(*this, ch); }
+void Interpreter::onKeyDown(int key) { screen::onKeyDown(*this, key); }
+void Interpreter::onKeyUp(int key) { screen::onKeyUp(*this, key); }
+void Interpreter::onLeftButtonDown(int x, int y) { screen::onLeftButtonDown(*this, x, y); }
+
+void Interpreter::typeLine(std::string_view bytes)
+{
+    for (char c : bytes)
+        onChar(static_cast<unsigned char>(c));
+    onChar(screen::vk::kEnter);
 }
 
 int Interpreter::sourceLineNumber(int entry) const
@@ -89,13 +133,13 @@ Failure Interpreter::raiseUserError(int code)
 void Interpreter::setRenderer(screen::Renderer* renderer)
 {
     m_renderer = renderer;
-    m_screen.setPlane(renderer);
+    m_screen->setPlane(renderer);
 }
 
 void Interpreter::idle()
 {
-    m_screen.setIdleCursorRow(m_screen.cursorRow());
-    auto& keys = m_keyboard;
+    m_screen->setIdleCursorRow(m_screen->cursorRow());
+    auto& keys = *m_keyboard;
     bool active = isBusy() || m_run.autoLine > 0;
     if (keys.lastKey == screen::vk::kEscape) {
         keys.lastKey = 0;
@@ -137,22 +181,22 @@ void Interpreter::runMenuCommand()
     if (m_run.runMode == RunMode::Running)
         return;
     // "RUN" is written at the start of the cursor row, which is then entered as if typed.
-    int row = m_screen.cursorRow();
-    std::string text = m_screen.row(row);
+    int row = m_screen->cursorRow();
+    std::string text = m_screen->row(row);
     text = text.size() > 3 ? "RUN" + text.substr(3) : std::string("RUN");
-    m_screen.setRow(row, text);
-    m_screen.setCursor(3, row);
+    m_screen->setRow(row, text);
+    m_screen->setCursor(3, row);
     auto end = text.find_last_not_of(' ');
     lineEntered(std::string_view(text).substr(0, end + 1));
 }
 
 void Interpreter::listMenuCommand()
 {
-    m_screen.ClearRows();
-    m_screen.setCursor(0, 0);
+    m_screen->ClearRows();
+    m_screen->setCursor(0, 0);
     m_data.reset();
     listLines(*this, 1, m_program.count() > 0 ? m_program.numberAt(m_program.count()) : 0);
-    m_screen.setCursor(std::min(m_screen.cursorColumn(), 79), std::min(m_screen.cursorRow(), 24));
+    m_screen->setCursor(std::min(m_screen->cursorColumn(), 79), std::min(m_screen->cursorRow(), 24));
 }
 
 void Interpreter::onTimer(TimerId id)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <string_view>
 
 #include "core/basic_error.h"
@@ -15,23 +16,29 @@
 #include "core/program_store.h"
 #include "core/run_state.h"
 #include "core/statement_buffer.h"
-#include "expr/arrays.h"
-#include "expr/expression_scratch.h"
-#include "expr/function_state.h"
-#include "expr/input_state.h"
-#include "expr/variables.h"
-#include "io/chain_state.h"
-#include "io/file_table.h"
-#include "io/program_formats.h"
-#include "io/user_memory.h"
-#include "screen/colours.h"
-#include "screen/function_keys.h"
-#include "screen/graphics.h"
-#include "screen/keyboard.h"
-#include "screen/screen_editor.h"
-#include "screen/text_screen.h"
 
+// The subsystems of the folders above are declared here and held by pointer, so that a change to
+// one of them rebuilds only the files that use it.
+namespace tessaly::expr {
+class VariableStore;
+class ArrayStore;
+struct FunctionState;
+struct ExpressionScratch;
+struct InputState;
+}
+namespace tessaly::io {
+struct ProgramFormats;
+struct ChainState;
+class FileTable;
+struct UserMemory;
+}
 namespace tessaly::screen {
+class TextScreen;
+struct Keyboard;
+struct Colours;
+struct FunctionKeys;
+struct EditorState;
+struct GraphicScreen;
 class Renderer;
 }
 
@@ -40,6 +47,7 @@ namespace tessaly::core {
 class Interpreter {
 public:
     explicit Interpreter(Host& host);
+    ~Interpreter();
     Interpreter(const Interpreter&) = delete;
     Interpreter& operator=(const Interpreter&) = delete;
 
@@ -49,17 +57,12 @@ public:
     // Enter on a logical line of the screen (already gathered from the rows).
     void lineEntered(std::string_view text);
     // Keys and clicks for the screen editor (Windows virtual-key codes, screen pixels).
-    void onChar(int ch) { screen::onChar(*this, ch); }
-    void onKeyDown(int key) { screen::onKeyDown(*this, key); }
-    void onKeyUp(int key) { screen::onKeyUp(*this, key); }
-    void onLeftButtonDown(int x, int y) { screen::onLeftButtonDown(*this, x, y); }
+    void onChar(int ch);
+    void onKeyDown(int key);
+    void onKeyUp(int key);
+    void onLeftButtonDown(int x, int y);
     // Types the bytes as characters, then Enter.
-    void typeLine(std::string_view bytes)
-    {
-        for (char c : bytes)
-            onChar(static_cast<unsigned char>(c));
-        onChar(screen::vk::kEnter);
-    }
+    void typeLine(std::string_view bytes);
     // The BREAK command (ESC, the BREAK menu, Ctrl+C in the headless runner).
     void breakProgram();
     void continueProgram();
@@ -109,24 +112,24 @@ public:
     ControlStacks& stacks() { return m_stacks; }
     DataState& dataState() { return m_data; }
     StatementBuffer& buffer() { return m_buffer; }
-    screen::TextScreen& screen() { return m_screen; }
-    screen::Keyboard& keyboard() { return m_keyboard; }
-    screen::Colours& colours() { return m_colours; }
-    screen::FunctionKeys& functionKeys() { return m_functionKeys; }
-    screen::EditorState& editor() { return m_editor; }
-    screen::GraphicScreen& graphics() { return m_graphics; }
+    screen::TextScreen& screen() { return *m_screen; }
+    screen::Keyboard& keyboard() { return *m_keyboard; }
+    screen::Colours& colours() { return *m_colours; }
+    screen::FunctionKeys& functionKeys() { return *m_functionKeys; }
+    screen::EditorState& editor() { return *m_editor; }
+    screen::GraphicScreen& graphics() { return *m_graphics; }
     // The pixel side, when the host shows pixels; nullptr when it does not.
     screen::Renderer* renderer() { return m_renderer; }
     void setRenderer(screen::Renderer* renderer);
-    expr::VariableStore& variables() { return m_variables; }
-    expr::ArrayStore& arrays() { return m_arrays; }
-    expr::FunctionState& functionState() { return m_functionState; }
-    expr::ExpressionScratch& expressionScratch() { return m_expressionScratch; }
-    expr::InputState& inputState() { return m_inputState; }
-    io::ProgramFormats& programFormats() { return m_programFormats; }
-    io::ChainState& chainState() { return m_chainState; }
-    io::FileTable& files() { return m_files; }
-    io::UserMemory& memory() { return m_memory; }
+    expr::VariableStore& variables() { return *m_variables; }
+    expr::ArrayStore& arrays() { return *m_arrays; }
+    expr::FunctionState& functionState() { return *m_functionState; }
+    expr::ExpressionScratch& expressionScratch() { return *m_expressionScratch; }
+    expr::InputState& inputState() { return *m_inputState; }
+    io::ProgramFormats& programFormats() { return *m_programFormats; }
+    io::ChainState& chainState() { return *m_chainState; }
+    io::FileTable& files() { return *m_files; }
+    io::UserMemory& memory() { return *m_memory; }
     Host& host() { return m_host; }
     std::array<int32_t, 10>& usrAddresses() { return m_usrAddresses; }
 
@@ -158,22 +161,22 @@ private:
     ControlStacks m_stacks;
     DataState m_data;
     StatementBuffer m_buffer;
-    screen::TextScreen m_screen;
-    screen::Keyboard m_keyboard;
-    screen::Colours m_colours;
-    screen::FunctionKeys m_functionKeys;
-    screen::EditorState m_editor;
-    screen::GraphicScreen m_graphics;
+    std::unique_ptr<screen::TextScreen> m_screen;
+    std::unique_ptr<screen::Keyboard> m_keyboard;
+    std::unique_ptr<screen::Colours> m_colours;
+    std::unique_ptr<screen::FunctionKeys> m_functionKeys;
+    std::unique_ptr<screen::EditorState> m_editor;
+    std::unique_ptr<screen::GraphicScreen> m_graphics;
     screen::Renderer* m_renderer = nullptr;
-    expr::VariableStore m_variables;
-    expr::ArrayStore m_arrays;
-    expr::FunctionState m_functionState;
-    expr::ExpressionScratch m_expressionScratch;
-    expr::InputState m_inputState;
-    io::ProgramFormats m_programFormats;
-    io::ChainState m_chainState;
-    io::FileTable m_files;
-    io::UserMemory m_memory;
+    std::unique_ptr<expr::VariableStore> m_variables;
+    std::unique_ptr<expr::ArrayStore> m_arrays;
+    std::unique_ptr<expr::FunctionState> m_functionState;
+    std::unique_ptr<expr::ExpressionScratch> m_expressionScratch;
+    std::unique_ptr<expr::InputState> m_inputState;
+    std::unique_ptr<io::ProgramFormats> m_programFormats;
+    std::unique_ptr<io::ChainState> m_chainState;
+    std::unique_ptr<io::FileTable> m_files;
+    std::unique_ptr<io::UserMemory> m_memory;
     std::array<int32_t, 10> m_usrAddresses {};
 };
 

@@ -14,6 +14,7 @@
 #include "core/statements.h"
 #include "core/text_scan.h"
 #include "expr/statements.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::core {
 

@@ -12,6 +12,9 @@
 #include "core/preparation.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
+#include "screen/colours.h"
+#include "screen/keyboard.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::core {
 

@@ -6,20 +6,22 @@
 #include "core/interpreter.h"
 #include "core/run_loop.h"
 #include "core/statements.h"
+#include "io/file_table.h"
+#include "io/program_formats.h"
 #include "screen/renderer.h"
 
 namespace tessaly::core {
 
 void Interpreter::resetScreen()
 {
-    m_screen.ClearRows();
-    m_screen.setCursor(0, 0);
-    m_screen.setCursorSwitch(1);
-    m_graphics.resetView();
-    m_graphics.resetPages();
+    m_screen->ClearRows();
+    m_screen->setCursor(0, 0);
+    m_screen->setCursorSwitch(1);
+    m_graphics->resetView();
+    m_graphics->resetPages();
     if (m_renderer != nullptr)
         m_renderer->setUp();
-    m_files.closeAll();
+    m_files->closeAll();
 }
 
 void Interpreter::recomposeScreen()
@@ -33,7 +35,7 @@ void Interpreter::showOk()
     if (isBusy())
         return;
     // On an empty row at its start the prompt takes that row.
-    m_run.printNewline = m_screen.cursorColumn() == 0 && m_screen.row(m_screen.cursorRow()).empty();
+    m_run.printNewline = m_screen->cursorColumn() == 0 && m_screen->row(m_screen->cursorRow()).empty();
     showPrompt(*this, PromptKind::Ok);
 }
 
@@ -42,7 +44,7 @@ void Interpreter::newDocument()
     resetScreen();
     forgetProgram(*this);
     m_error.clear();
-    m_programFormats = {};
+    *m_programFormats = {};
     m_host.setDocumentModified(false);
 }
 
@@ -66,7 +68,7 @@ void Interpreter::showPendingError()
     if (!m_error.isPending() || isBusy())
         return;
     // As for an error raised by a key: the message goes on the next row.
-    m_screen.NewLine();
+    m_screen->NewLine();
     showPrompt(*this, PromptKind::Output);
 }
 

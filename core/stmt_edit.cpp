@@ -8,6 +8,7 @@
 #include "core/keyword_table.h"
 #include "core/run_loop.h"
 #include "core/statements.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::core {
 

@@ -7,6 +7,7 @@
 #include "core/shift_jis.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::core {
 

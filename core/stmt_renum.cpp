@@ -6,6 +6,7 @@
 #include "core/interpreter.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::core {
 

@@ -13,6 +13,9 @@
 #include "core/statements.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
+#include "screen/colours.h"
+#include "screen/graphics.h"
+#include "io/chain_state.h"
 
 namespace tessaly::core {
 

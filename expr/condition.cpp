@@ -6,6 +6,7 @@
 #include "core/interpreter.h"
 #include "expr/evaluator.h"
 #include "core/text_scan.h"
+#include "expr/function_state.h"
 
 namespace tessaly::expr {
 

@@ -14,6 +14,8 @@
 #include "expr/number_text.h"
 #include "expr/expression_scratch.h"
 #include "expr/operators.h"
+#include "expr/variables.h"
+#include "expr/arrays.h"
 
 namespace tessaly::expr {
 

@@ -6,6 +6,7 @@
 #include "core/event_traps.h"
 #include "core/interpreter.h"
 #include "expr/builtin_functions.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::expr::builtin {
 

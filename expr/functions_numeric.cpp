@@ -6,6 +6,7 @@
 
 #include "core/interpreter.h"
 #include "expr/builtin_functions.h"
+#include "expr/function_state.h"
 #include "expr/number_text.h"
 
 namespace tessaly::expr::builtin {

@@ -8,6 +8,7 @@
 #include "core/rounding.h"
 #include "expr/builtin_functions.h"
 #include "expr/number_text.h"
+#include "screen/keyboard.h"
 
 namespace tessaly::expr::builtin {
 

@@ -2,6 +2,7 @@
 #include <ctime>
 
 #include "core/interpreter.h"
+#include "expr/function_state.h"
 #include "expr/functions.h"
 
 namespace tessaly::expr {

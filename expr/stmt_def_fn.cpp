@@ -3,7 +3,9 @@
 #include "core/outcome.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
+#include "expr/function_state.h"
 #include "expr/statements.h"
+#include "expr/variables.h"
 
 namespace tessaly::expr {
 

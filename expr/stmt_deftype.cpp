@@ -3,7 +3,11 @@
 #include "core/interpreter.h"
 #include "core/outcome.h"
 #include "core/statements.h"
+#include "expr/arrays.h"
+#include "expr/function_state.h"
 #include "expr/statements.h"
+#include "expr/variables.h"
+#include "screen/screen_editor.h"
 
 namespace tessaly::expr {
 

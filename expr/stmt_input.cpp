@@ -10,6 +10,11 @@
 #include "core/run_state.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
+#include "screen/text_screen.h"
+#include "screen/keyboard.h"
+#include "expr/variables.h"
+#include "expr/function_state.h"
+#include "expr/input_state.h"
 
 namespace tessaly::expr {
 

@@ -4,9 +4,11 @@
 #include "core/interpreter.h"
 #include "core/outcome.h"
 #include "core/text_scan.h"
+#include "expr/arrays.h"
 #include "expr/evaluator.h"
 #include "expr/name_reading.h"
 #include "expr/statements.h"
+#include "expr/variables.h"
 
 namespace tessaly::expr {
 

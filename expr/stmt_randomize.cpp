@@ -2,6 +2,7 @@
 #include "core/interpreter.h"
 #include "core/outcome.h"
 #include "expr/evaluator.h"
+#include "expr/function_state.h"
 #include "expr/statements.h"
 
 namespace tessaly::expr {

@@ -5,8 +5,10 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
+#include "expr/function_state.h"
 #include "expr/functions.h"
 #include "expr/statements.h"
+#include "expr/variables.h"
 
 namespace tessaly::expr {
 

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include "core/interpreter.h"
+#include "io/file_table.h"
+#include "screen/keyboard.h"
 
 namespace tessaly::io {
 

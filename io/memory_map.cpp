@@ -1,5 +1,7 @@
 // Addresses to bytes: the user memory block and the cells of the variables (io/user_memory.h).
 #include "core/interpreter.h"
+#include "expr/arrays.h"
+#include "expr/variables.h"
 #include "io/memory.h"
 #include "io/user_memory.h"
 

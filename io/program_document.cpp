@@ -8,6 +8,7 @@
 
 #include "core/interpreter.h"
 #include "io/program_file.h"
+#include "io/program_formats.h"
 #include "io/replace_file.h"
 
 namespace tessaly::io {

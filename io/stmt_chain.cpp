@@ -9,7 +9,10 @@
 #include "core/statements.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
+#include "expr/arrays.h"
+#include "expr/variables.h"
 #include "io/basic_path.h"
+#include "io/chain_state.h"
 #include "io/program_document.h"
 #include "io/program_merge.h"
 

@@ -11,6 +11,7 @@
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
 #include "io/basic_path.h"
+#include "io/file_table.h"
 
 namespace tessaly::io {
 

@@ -9,7 +9,9 @@
 #include "expr/evaluator.h"
 #include "io/basic_path.h"
 #include "io/program_document.h"
+#include "io/program_formats.h"
 #include "io/program_merge.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::io {
 

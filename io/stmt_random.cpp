@@ -12,7 +12,9 @@
 #include "expr/evaluator.h"
 #include "expr/print_items.h"
 #include "expr/statements.h"
+#include "expr/variables.h"
 #include "io/file_functions.h"
+#include "io/file_table.h"
 
 namespace tessaly::io {
 

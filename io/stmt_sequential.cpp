@@ -11,6 +11,7 @@
 #include "expr/number_text.h"
 #include "expr/print_items.h"
 #include "expr/statements.h"
+#include "io/file_table.h"
 
 namespace tessaly::io {
 

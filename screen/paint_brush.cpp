@@ -8,6 +8,7 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
+#include "screen/colours.h"
 #include "screen/renderer.h"
 
 namespace tessaly::screen {

@@ -6,6 +6,9 @@
 #include "core/interpreter.h"
 #include "core/run_loop.h"
 #include "core/shift_jis.h"
+#include "screen/function_keys.h"
+#include "screen/keyboard.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::screen {
 

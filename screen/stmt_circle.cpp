@@ -8,8 +8,10 @@
 #include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
+#include "screen/colours.h"
 #include "screen/ellipse.h"
 #include "screen/figure_arguments.h"
+#include "screen/graphics.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
 

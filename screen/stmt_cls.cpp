@@ -1,7 +1,9 @@
 // CLS: clears the text window (1), the graphics page (2) or both (3).
 #include "core/interpreter.h"
 #include "core/outcome.h"
+#include "screen/colours.h"
 #include "screen/statements.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::screen {
 

@@ -3,6 +3,8 @@
 #include "core/interpreter.h"
 #include "core/outcome.h"
 #include "expr/evaluator.h"
+#include "screen/colours.h"
+#include "screen/graphics.h"
 #include "screen/statements.h"
 
 namespace tessaly::screen {

@@ -1,7 +1,10 @@
 // CONSOLE top,rows,f,s: the scroll window, the function-key line and the colour switch.
 #include "core/interpreter.h"
 #include "core/outcome.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
 #include "screen/statements.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::screen {
 

@@ -10,6 +10,8 @@
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
 #include "expr/evaluator.h"
+#include "screen/colours.h"
+#include "screen/graphics.h"
 #include "screen/paint_brush.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"

@@ -9,7 +9,9 @@
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
+#include "screen/colours.h"
 #include "screen/figure_arguments.h"
+#include "screen/graphics.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
 

@@ -14,9 +14,13 @@
 #include "core/outcome.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
+#include "expr/arrays.h"
 #include "expr/cell_bytes.h"
 #include "expr/evaluator.h"
+#include "expr/variables.h"
+#include "screen/colours.h"
 #include "screen/figure_arguments.h"
+#include "screen/graphics.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
 

@@ -3,7 +3,9 @@
 #include "core/keyword_table.h"
 #include "core/outcome.h"
 #include "core/shift_jis.h"
+#include "screen/function_keys.h"
 #include "screen/statements.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::screen {
 

@@ -2,6 +2,7 @@
 #include "core/interpreter.h"
 #include "core/outcome.h"
 #include "screen/statements.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::screen {
 

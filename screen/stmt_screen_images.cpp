@@ -9,8 +9,11 @@
 #include "core/outcome.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
+#include "screen/colours.h"
+#include "screen/graphics.h"
 #include "screen/renderer.h"
 #include "screen/statements.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::screen {
 

@@ -21,6 +21,7 @@
 #include "app/desktop/tessaly_doc.h"
 #include "app/desktop/tessaly_view.h"
 #include "app/desktop/tool_icons.h"
+#include "screen/keyboard.h"
 #include "screen/statements.h"
 
 namespace tessaly::desktop {

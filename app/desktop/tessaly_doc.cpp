@@ -9,6 +9,7 @@
 #include "app/desktop/recent_files.h"
 #include "app/desktop/tessaly_view.h"
 #include "io/program_document.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::desktop {
 

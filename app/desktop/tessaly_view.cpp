@@ -13,6 +13,11 @@
 #include <QWindow>
 
 #include "app/desktop/virtual_keys.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
+#include "screen/graphics.h"
+#include "screen/screen_editor.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::desktop {
 

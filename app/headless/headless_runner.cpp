@@ -20,7 +20,12 @@
 #include "core/shift_jis.h"
 #include "io/program_file.h"
 #include "io/simulated_ports.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
+#include "screen/graphics.h"
+#include "screen/keyboard.h"
 #include "screen/renderer.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::app {
 

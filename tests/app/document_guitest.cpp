@@ -251,3 +251,4 @@ private slots:
 
 QTEST_MAIN(DocumentTest)
 #include "document_guitest.moc"
+#include "screen/text_screen.h"

@@ -190,3 +190,4 @@ private slots:
 
 QTEST_MAIN(FrameTest)
 #include "frame_guitest.moc"
+#include "screen/text_screen.h"

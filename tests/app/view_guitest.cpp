@@ -154,4 +154,5 @@ private slots:
 };
 
 QTEST_MAIN(ViewTest)
+#include "screen/text_screen.h"
 #include "view_guitest.moc"

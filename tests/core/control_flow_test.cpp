@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "screen/text_screen.h"
 #include "support/test_host.h"
 
 namespace tessaly::core {

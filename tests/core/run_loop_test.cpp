@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "screen/keyboard.h"
+#include "screen/text_screen.h"
 #include "support/test_host.h"
 
 namespace tessaly::core {

@@ -7,7 +7,9 @@
 
 #include "core/interpreter.h"
 #include "expr/evaluator.h"
+#include "expr/function_state.h"
 #include "expr/number_text.h"
+#include "expr/variables.h"
 #include "support/test_host.h"
 
 namespace tessaly::expr {

@@ -6,6 +6,8 @@
 #include "core/interpreter.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
+#include "screen/keyboard.h"
+#include "screen/text_screen.h"
 #include "support/test_host.h"
 
 namespace tessaly::expr {

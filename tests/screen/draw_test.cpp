@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/interpreter.h"
+#include "screen/graphics.h"
 #include "support/graphics_session.h"
 
 namespace tessaly::screen {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "screen/graphics.h"
 #include "support/graphics_session.h"
 
 namespace tessaly::screen {

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "screen/colours.h"
+#include "screen/function_keys.h"
+#include "screen/graphics.h"
 #include "support/graphics_session.h"
 
 namespace tessaly::screen {

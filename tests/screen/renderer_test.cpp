@@ -3,7 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "core/interpreter.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
+#include "screen/graphics.h"
+#include "screen/keyboard.h"
 #include "screen/renderer.h"
+#include "screen/text_screen.h"
 #include "support/test_host.h"
 
 namespace tessaly::screen {

@@ -4,6 +4,10 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "expr/variables.h"
+#include "screen/keyboard.h"
+#include "screen/screen_editor.h"
+#include "screen/text_screen.h"
 #include "support/test_host.h"
 
 namespace tessaly::screen {

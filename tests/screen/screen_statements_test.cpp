@@ -4,7 +4,11 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "expr/variables.h"
+#include "screen/colours.h"
+#include "screen/function_keys.h"
 #include "screen/statements.h"
+#include "screen/text_screen.h"
 #include "support/test_host.h"
 
 namespace tessaly::screen {

@@ -3,6 +3,7 @@
 
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::test {
 

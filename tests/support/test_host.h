@@ -9,6 +9,7 @@
 
 #include "core/interpreter.h"
 #include "io/simulated_ports.h"
+#include "screen/text_screen.h"
 
 namespace tessaly::test {
 
