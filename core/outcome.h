@@ -31,7 +31,6 @@ public:
 
     [[nodiscard]] constexpr Flow flow() const { return m_flow; }
     [[nodiscard]] constexpr bool failed() const { return m_flow == Flow::Failed; }
-    constexpr bool operator==(const Outcome&) const = default;
 
 private:
     Flow m_flow;

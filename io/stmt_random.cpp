@@ -221,6 +221,14 @@ Outcome setField(core::Interpreter& in, int begin, int end, bool rightAlign)
     return kDone;
 }
 
+// The channel of GET # and PUT #; their screen-image forms are not taken here.
+int recordChannelOf(core::Interpreter& in, std::string_view text, FileChannel*& channel, size_t& afterComma)
+{
+    if (isImageForm(text))
+        return in.raise(ErrorId::SyntaxError);
+    return channelOf(in, text, channel, afterComma);
+}
+
 } // namespace
 
 Outcome stmtField(core::Interpreter& in, int begin, int end)
@@ -259,18 +267,6 @@ Outcome stmtField(core::Interpreter& in, int begin, int end)
     channel->recordBuffer.assign(kMaxRecordLength, ' ');
     return kDone;
 }
-
-namespace {
-
-// The channel of GET # and PUT #; their screen-image forms are not taken here.
-int recordChannelOf(core::Interpreter& in, std::string_view text, FileChannel*& channel, size_t& afterComma)
-{
-    if (isImageForm(text))
-        return in.raise(ErrorId::SyntaxError);
-    return channelOf(in, text, channel, afterComma);
-}
-
-} // namespace
 
 Outcome stmtLset(core::Interpreter& in, int begin, int end) { return setField(in, begin, end, false); }
 

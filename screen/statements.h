@@ -1,4 +1,5 @@
-// Handlers of the text-screen statements: CLS, LOCATE, COLOR, CONSOLE, KEY and KEY LIST.
+// What the screen's statements share with other files: argument readers, the clipboard copies,
+// line styles, the graphics functions and CLS. The handlers are reached through the dispatch table.
 #pragma once
 
 #include <cstdint>
@@ -30,7 +31,7 @@ int evaluateStatementArguments(core::Interpreter& in, int begin, int end, std::v
 std::string textScreenForClipboard(const TextScreen& screen);
 void copyTextScreenToClipboard(core::Interpreter& interpreter);
 void copyGraphicsToClipboard(core::Interpreter& interpreter);
-// screen/stmt_paint.cpp
+// screen/stmt_line.cpp
 // A line style's 16 bits, from bit 15 down, as lengths of drawn and skipped runs (a drawn run
 // first, 0 long when bit 15 is clear; a skipped run of 0 closes a pattern that ends drawn).
 std::vector<int> lineStyleToDashes(uint32_t style);
