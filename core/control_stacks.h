@@ -7,7 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "expr/values.h"
+
+namespace tessaly::expr {
+// The type of a value (expr/values.h); its underlying type must match that definition.
+enum class ValueType : int8_t;
+} // namespace tessaly::expr
 
 namespace tessaly::core {
 
@@ -20,7 +24,7 @@ struct ForLevel {
     std::string variable;             // the loop variable's name as written
     std::vector<int32_t> subscripts;  // for an array element
     bool isElement = false;
-    expr::ValueType type = expr::ValueType::Single;
+    expr::ValueType type {};          // set with the rest when the level is pushed
     double initial = 0;
     double limit = 0;
     double step = 1;

@@ -13,7 +13,7 @@
 #include "core/upper_case_pass.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
-#include "expr/statements.h"
+#include "expr/input_state.h"
 #include "screen/text_screen.h"
 
 namespace tessaly::core {

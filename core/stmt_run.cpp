@@ -15,6 +15,7 @@
 #include "expr/statements.h"
 #include "screen/colours.h"
 #include "screen/graphics.h"
+#include "screen/screen_editor.h"
 #include "io/chain_state.h"
 
 namespace tessaly::core {
@@ -184,6 +185,7 @@ Outcome stmtDefUsr(Interpreter& in, int begin, int end)
 void resetRunTime(Interpreter& in)
 {
     expr::resetVariables(in);
+    in.editor().editMode = 1;
     in.eventTraps().resetKeySlots();
     in.stacks().reset();
     in.dataState().reset();

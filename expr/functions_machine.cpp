@@ -1,26 +1,16 @@
-// The numeric functions that read the interpreter's own state: the cursor, the light pen, the last
-// error, and the names the evaluator reads itself. Those of the graphics screen are answered in
-// screen/expression_answers.cpp, those of files, memory and ports in io/expression_answers.cpp.
+// The numeric functions that read the interpreter's own state: the light pen, the last error, and
+// the names the evaluator reads itself. Those of the cursor are answered in
+// screen/text_screen_answers.cpp, those of the graphics screen in screen/expression_answers.cpp,
+// those of files, memory and ports in io/expression_answers.cpp.
 #include <cmath>
 
 #include "core/event_traps.h"
 #include "core/interpreter.h"
 #include "expr/builtin_functions.h"
-#include "screen/text_screen.h"
 
 namespace tessaly::expr::builtin {
 
 using core::ErrorId;
-
-int cursorRow(core::Interpreter& in, const FunctionCall&, Value& result)
-{
-    return numberResult(in, in.screen().cursorRow(), result);
-}
-
-int cursorColumn(core::Interpreter& in, const FunctionCall&, Value& result)
-{
-    return numberResult(in, in.screen().cursorColumn(), result);
-}
 
 int penState(core::Interpreter& in, const FunctionCall& call, Value& result)
 {

@@ -8,7 +8,6 @@
 #include "core/rounding.h"
 #include "expr/builtin_functions.h"
 #include "expr/number_text.h"
-#include "screen/keyboard.h"
 
 namespace tessaly::expr::builtin {
 
@@ -189,17 +188,6 @@ int repeatedCharacter(core::Interpreter& in, const FunctionCall& call, Value& re
         c = static_cast<char>(static_cast<int>(code));
     }
     return stringResult(std::string(static_cast<size_t>(n), c), result);
-}
-
-int lastKey(core::Interpreter& in, const FunctionCall&, Value& result)
-{
-    in.host().keyboardRead();
-    auto& keys = in.keyboard();
-    int key = keys.lastKey;
-    keys.lastKey = 0;
-    if (key == 0 || key == 16)
-        return stringResult("", result);
-    return stringResult(std::string(1, static_cast<char>(key & 0xFF)), result);
 }
 
 // TAB$(n): the blanks from the print column to column n.

@@ -26,9 +26,6 @@ core::Outcome stmtPrintUsing(core::Interpreter& interpreter, int begin, int end)
 core::Outcome stmtLprintUsing(core::Interpreter& interpreter, int begin, int end);
 // RANDOMIZE without a seed asks for it on the screen.
 core::Outcome randomizeFromKeyboard(core::Interpreter& interpreter);
-// The reply to a waiting INPUT, LINE INPUT or RANDOMIZE when Enter has gathered enteredLine on the
-// cursor row: the logical line from the cell where the prompt ended, trimmed of blanks.
-std::string inputReply(core::Interpreter& in, std::string_view enteredLine);
 
 // A variable or array element written in a statement: its name and, for an element, its subscripts.
 struct Target {

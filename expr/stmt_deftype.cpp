@@ -7,7 +7,6 @@
 #include "expr/function_state.h"
 #include "expr/statements.h"
 #include "expr/variables.h"
-#include "screen/screen_editor.h"
 
 namespace tessaly::expr {
 
@@ -85,7 +84,6 @@ void resetVariables(core::Interpreter& in)
     auto& state = in.functionState();
     state.userFunctionDepth = 0;
     state.random.reset();
-    in.editor().editMode = 1;
 }
 
 } // namespace tessaly::expr

@@ -10,8 +10,6 @@
 #include "core/run_state.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
-#include "screen/text_screen.h"
-#include "screen/keyboard.h"
 #include "expr/variables.h"
 #include "expr/function_state.h"
 #include "expr/input_state.h"
@@ -29,16 +27,10 @@ using core::ErrorId;
 constexpr std::string_view kSeedPrompt = "Random number seed (-32768 to 32768)? ";
 
 // The prompt is printed by the statement itself rather than after it, so that the cell where it
-// ends, where the reply starts, can be noted; the screen carries that cell along when it scrolls.
+// ends, where the reply starts, can be noted.
 Outcome startWaiting(core::Interpreter& in)
 {
-    auto& run = in.run();
-    auto& screen = in.screen();
-    run.outputText += in.inputState().prompt;
-    screen.Print(run.outputText);
-    run.outputText.clear();
-    screen.setAnchor({screen.cursorColumn(), screen.cursorRow()});
-    in.keyboard().keyBuffer.clear();
+    showInputPrompt(in);
     return Outcome(Flow::InputWait);
 }
 
@@ -95,8 +87,7 @@ Outcome completeInput(core::Interpreter& in)
     // Line entry has left the reply, cut out of the screen, as the output text.
     std::string typed = std::move(run.outputText);
     run.outputText.clear();
-    in.keyboard().keyBuffer.clear();
-    in.screen().setAnchor({});
+    endInputReply(in);
     // The reply ended the row: what PRINT left on it no longer counts for the next PRINT.
     run.pendingPrintText.clear();
     // The statement is finished: the loop must not wait for it again.
@@ -129,35 +120,6 @@ Outcome completeInput(core::Interpreter& in)
 }
 
 } // namespace
-
-std::string inputReply(core::Interpreter& in, std::string_view enteredLine)
-{
-    const auto& screen = in.screen();
-    const int last = screen.cursorRow();
-    const auto link = screen.link(last);
-    const int first = link.firstRow >= 0 && link.firstRow <= last ? link.firstRow : last;
-    const auto start = screen.anchor();
-    if (start.row >= first && start.row <= last) {
-        // Whatever stands before that cell on its row (the prompt, and what PRINT left there) is
-        // not part of the reply, even when it wrapped or the user typed over it.
-        std::string reply;
-        for (int r = start.row; r <= last; ++r) {
-            std::string_view text = screen.row(r);
-            if (r == start.row)
-                text.remove_prefix(std::min(text.size(), static_cast<size_t>(start.column)));
-            reply += text;
-        }
-        return core::trimBlanks(reply);
-    }
-    // Enter on another logical line than the prompt's (the cursor moved away, or the prompt was
-    // scrolled out of the window): that line is the reply, less the prompt when it begins with it,
-    // so that an earlier prompt and answer can be entered again.
-    std::string reply = core::trimBlanks(enteredLine);
-    std::string prompt = core::trimBlanks(in.inputState().prompt);
-    if (reply.starts_with(prompt))
-        reply.erase(0, prompt.size());
-    return core::trimBlanks(reply);
-}
 
 Outcome stmtInput(core::Interpreter& in, int begin, int end)
 {
