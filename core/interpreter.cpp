@@ -15,6 +15,7 @@
 #include "expr/input_state.h"
 #include "expr/variables.h"
 #include "io/chain_state.h"
+#include "io/com_channel.h"
 #include "io/file_table.h"
 #include "io/program_formats.h"
 #include "io/user_memory.h"
@@ -138,6 +139,9 @@ void Interpreter::setRenderer(screen::Renderer* renderer)
 
 void Interpreter::idle()
 {
+    if (m_inIdle)
+        return;
+    m_inIdle = true;
     m_screen->setIdleCursorRow(m_screen->cursorRow());
     auto& keys = *m_keyboard;
     bool active = isBusy() || m_run.autoLine > 0;
@@ -151,8 +155,18 @@ void Interpreter::idle()
         keys.lastKeyDown = 0;
         keys.keyCapture = 0;
     }
-    if (m_run.running)
+    if (m_run.running) {
+        // Serial input for ON COM is looked at on every idle call, before the loop's yield point.
+        if (io::comTrapsOn(*this))
+            io::pollComTraps(*this);
         runLoop(*this);
+    }
+    m_inIdle = false;
+}
+
+bool Interpreter::pollsDevices()
+{
+    return m_run.running && (m_run.waitingForDevice || io::comTrapsOn(*this));
 }
 
 void Interpreter::lineEntered(std::string_view text)

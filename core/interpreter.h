@@ -100,6 +100,9 @@ public:
     }
     // An INPUT$ waits for keys: the run makes no progress until a key (or an event) arrives.
     [[nodiscard]] bool isWaitingForKeys() const { return m_run.running && m_run.waitingForKeys; }
+    // The run needs a serial port looked at again soon: a send or receive waits, or a COM trap is
+    // on. The host then calls idle() every few milliseconds instead of at once or not at all.
+    [[nodiscard]] bool pollsDevices();
     [[nodiscard]] bool isBusy() const { return m_run.running || m_run.runMode != RunMode::Direct; }
 
     // --- Subsystems ---
@@ -155,6 +158,8 @@ private:
     ProgramStore m_program;
     PreparedProgram m_prepared;
     RunState m_run;
+    bool m_inIdle = false; // idle() is under way (a question shown inside a statement lets the
+                           // window's idle calls in: they must not run another step)
     BasicError m_error;
     ErrorTrap m_trap;
     EventTraps m_eventTraps;

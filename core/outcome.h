@@ -10,7 +10,7 @@ namespace tessaly::core {
 
 enum class Flow : uint8_t {
     Done,         // the statement is complete; its code decides the rest (a jump, PRINT's newline, END, RUN)
-    Failed,       // a BASIC error was raised, or INPUT$ is still short of keys (RunState::waitingForKeys)
+    Failed,       // a BASIC error was raised, or INPUT$ or a serial port is not ready (RunState::waitingFor...)
     ChainOn,      // CONT, WHILE, WEND: the next entry runs at once, nothing else is done
     RepeatEntry,  // IF: the branch entry after currentIndex runs at once
     RunFromEntry, // RUN n, CHAIN: currentIndex already stands before the first entry to run

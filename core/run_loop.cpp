@@ -15,6 +15,7 @@
 #include "screen/colours.h"
 #include "screen/keyboard.h"
 #include "screen/text_screen.h"
+#include "io/file_table.h"
 
 namespace tessaly::core {
 
@@ -159,7 +160,7 @@ bool takeEvents(Interpreter& in)
 
 // After an INPUT$ short of keys: the same statement runs again at the next step. The flag stays up
 // until then, so that the idle driver can sleep until a key arrives.
-AfterStatement waitForKeys(Interpreter& in)
+AfterStatement waitAndRepeat(Interpreter& in)
 {
     --in.run().currentIndex;
     in.run().lastFlow = Flow::Done;
@@ -210,8 +211,8 @@ AfterStatement afterStatement(Interpreter& in, Outcome outcome)
     auto& run = in.run();
     switch (outcome.flow()) {
     case Flow::Failed:
-        if (run.waitingForKeys && !in.error().isPending())
-            return waitForKeys(in);
+        if ((run.waitingForKeys || run.waitingForDevice) && !in.error().isPending())
+            return waitAndRepeat(in);
         return endRun(in) ? AfterStatement::GoOn : AfterStatement::Return;
     case Flow::ChainOn:
         return AfterStatement::GoOn;
@@ -291,6 +292,7 @@ void runLoop(Interpreter& in)
         run.lastExecutedIndex = run.currentIndex;
         run.executing = true;
         run.waitingForKeys = false;
+        run.waitingForDevice = false;
         Outcome outcome = executeStatement(in, 0, in.buffer().length());
         run.executing = false;
         run.lastFlow = outcome.flow();
@@ -384,8 +386,10 @@ void breakProgram(Interpreter& in)
     auto& run = in.run();
     run.canContinue = true;
     in.keyboard().lastKey = screen::vk::kEscape;
-    // A statement that was collecting keys (INPUT$, GET of the keyboard) collects no more.
+    // A statement that was collecting keys (INPUT$, GET of the keyboard) collects no more, and
+    // one that waited for a serial port waits no more.
     in.keyboard().keyCapture = 0;
+    in.files().comPorts().forgetReceives();
     if (run.autoLine > 0) {
         // The row holds only the offered number: entering it ends AUTO.
         run.runMode = RunMode::Direct;

@@ -52,6 +52,7 @@ struct RunState {
     bool lineInputMode = false;   // INPUT was reached as LINE INPUT
     int switchMode = 0;           // KEY, STOP, TIME$ followed by ON (1), OFF (2) or STOP (3)
     bool waitingForKeys = false;  // INPUT$ found too few keys: the statement runs again at the next step
+    bool waitingForDevice = false; // a serial port has not brought or taken enough yet: the same
     bool executing = false;       // a statement handler is running (BREAK then waits for the loop)
     int lastExecutedIndex = 0;    // the entry whose statement ran last in this run; 0 after the run
     int startEntry = 0;           // the first entry of a direct command, taken at the first step

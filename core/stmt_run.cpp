@@ -17,6 +17,7 @@
 #include "screen/graphics.h"
 #include "screen/screen_editor.h"
 #include "io/chain_state.h"
+#include "io/file_table.h"
 
 namespace tessaly::core {
 
@@ -186,6 +187,7 @@ void resetRunTime(Interpreter& in)
 {
     expr::resetVariables(in);
     in.editor().editMode = 1;
+    in.files().comPorts().forgetReceives();
     in.eventTraps().resetKeySlots();
     in.stacks().reset();
     in.dataState().reset();

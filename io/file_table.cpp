@@ -10,6 +10,8 @@ bool FileTable::close(int n)
     FileChannel& channel = entry(n);
     if (channel.fd >= 0 && ::close(channel.fd) != 0)
         return false;
+    if (channel.device == DeviceKind::Serial && channel.comSlot >= 1 && channel.comSlot <= kComSlots)
+        m_comPorts.release(channel.comSlot);
     channel = FileChannel {};
     return true;
 }

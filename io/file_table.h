@@ -1,11 +1,13 @@
 // The files a program has open: numbers 1 to 15 mapped to disk files and devices (the screen, a
-// printer port). Reading and writing go through the descriptor of a disk file, untranslated.
+// printer port, a serial port). Reading and writing go through the descriptor of a disk file, untranslated.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include "io/com_ports.h"
 
 namespace tessaly::io {
 
@@ -35,6 +37,7 @@ struct FileChannel {
     std::vector<RecordField> fields;                          // FIELD's map of the record
     std::string recordBuffer = std::string(kMaxRecordLength, ' '); // the record as PUT writes it
     int currentRecord = 0;                                     // the record of the last GET or PUT
+    int comSlot = 0;                                           // a serial port's slot (1..5)
 
     [[nodiscard]] bool isOpen() const { return handle > 0; }
 };
@@ -48,13 +51,17 @@ public:
 
     // Entry n (1..15); any other number reads as an entry that is never open.
     FileChannel& entry(int n) { return m_entries[static_cast<size_t>(n >= 1 && n <= kHighestFileNumber ? n : 0)]; }
-    // Closes entry n; false when closing its descriptor failed (the entry then stays as it was).
+    // Closes entry n (a serial port's slot is freed); false when closing its descriptor failed
+    // (the entry then stays as it was).
     bool close(int n);
     // Closes every open entry (the view's reset).
     void closeAll();
 
+    ComPorts& comPorts() { return m_comPorts; }
+
 private:
     std::array<FileChannel, kHighestFileNumber + 1> m_entries {};
+    ComPorts m_comPorts;
 };
 
 } // namespace tessaly::io

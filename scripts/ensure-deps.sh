@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(cmake g++ make pkg-config libgtest-dev libgmock-dev libbenchmark-dev libpng-dev unifont
-          qt6-base-dev qt6-multimedia-dev libx11-dev)
+          qt6-base-dev qt6-multimedia-dev libx11-dev socat)
 
 missing=()
 for package in "${packages[@]}"; do
