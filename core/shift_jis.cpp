@@ -107,46 +107,55 @@ Utf8Sequence utf8SequenceAt(std::string_view text, size_t pos)
     return {length, length == expected};
 }
 
-} // namespace
+// One character of Shift-JIS text at pos, as UTF-8 (U+FFFD when it does not convert); returns the
+// bytes it took.
+size_t shiftJisCharacterToUtf8(Converter& converter, std::string_view sjis, size_t pos, std::string& utf8)
+{
+    size_t length = shiftJisCharacterLength(sjis, pos);
+    if (converter.convertCharacter(sjis.substr(pos, length), utf8))
+        return length;
+    utf8 += kReplacementUtf8;
+    // An unknown pair gives up only its lead byte when the trail byte is ASCII text.
+    return (length == 2 && isAscii(byteAt(sjis, pos + 1))) ? 1 : length;
+}
 
-std::string ShiftJisToUtf8(std::string_view sjis)
+// One character of UTF-8 text at pos, as Shift-JIS ("?" when it does not convert or the sequence
+// is broken); returns the bytes it took.
+size_t utf8CharacterToShiftJis(Converter& converter, std::string_view utf8, size_t pos, std::string& sjis)
+{
+    Utf8Sequence sequence = utf8SequenceAt(utf8, pos);
+    if (!sequence.complete || !converter.convertCharacter(utf8.substr(pos, sequence.length), sjis))
+        sjis += '?';
+    return sequence.length;
+}
+
+// Converts text one character at a time, from the encoding `from` to `to`: ASCII bytes are copied
+// as they are, any other character goes through convertCharacterAt.
+std::string convertEachCharacter(std::string_view text, const char* to, const char* from,
+    size_t (*convertCharacterAt)(Converter&, std::string_view, size_t, std::string&))
 {
     std::string result;
-    result.reserve(sjis.size());
-    Converter converter("UTF-8", "CP932");
-    for (size_t pos = 0; pos < sjis.size();) {
-        if (isAscii(byteAt(sjis, pos))) {
-            result += sjis[pos++];
-            continue;
-        }
-        size_t length = shiftJisCharacterLength(sjis, pos);
-        if (converter.convertCharacter(sjis.substr(pos, length), result)) {
-            pos += length;
-            continue;
-        }
-        result += kReplacementUtf8;
-        // An unknown pair gives up only its lead byte when the trail byte is ASCII text.
-        pos += (length == 2 && isAscii(byteAt(sjis, pos + 1))) ? 1 : length;
+    result.reserve(text.size());
+    Converter converter(to, from);
+    for (size_t pos = 0; pos < text.size();) {
+        if (isAscii(byteAt(text, pos)))
+            result += text[pos++];
+        else
+            pos += convertCharacterAt(converter, text, pos, result);
     }
     return result;
 }
 
+} // namespace
+
+std::string ShiftJisToUtf8(std::string_view sjis)
+{
+    return convertEachCharacter(sjis, "UTF-8", "CP932", shiftJisCharacterToUtf8);
+}
+
 std::string Utf8ToShiftJis(std::string_view utf8)
 {
-    std::string result;
-    result.reserve(utf8.size());
-    Converter converter("CP932", "UTF-8");
-    for (size_t pos = 0; pos < utf8.size();) {
-        if (isAscii(byteAt(utf8, pos))) {
-            result += utf8[pos++];
-            continue;
-        }
-        Utf8Sequence sequence = utf8SequenceAt(utf8, pos);
-        if (!sequence.complete || !converter.convertCharacter(utf8.substr(pos, sequence.length), result))
-            result += '?';
-        pos += sequence.length;
-    }
-    return result;
+    return convertEachCharacter(utf8, "CP932", "UTF-8", utf8CharacterToShiftJis);
 }
 
 } // namespace tessaly::core

@@ -115,6 +115,18 @@ bool splitAtTopLevel(std::string_view text, IsSeparator isSeparator, Piece piece
     }
 }
 
+// The line of text that starts at pos, up to the first of the bytes in ends (or the text's end),
+// without that byte; pos moves past it, so that it stands beyond the text after the last line.
+[[nodiscard]] inline std::string_view takeLine(std::string_view text, size_t& pos, std::string_view ends)
+{
+    size_t end = text.find_first_of(ends, pos);
+    if (end == std::string_view::npos)
+        end = text.size();
+    auto line = text.substr(pos, end - pos);
+    pos = end + 1;
+    return line;
+}
+
 // The text without the bytes listed in dropped.
 [[nodiscard]] inline std::string withoutBytes(std::string_view text, std::string_view dropped)
 {

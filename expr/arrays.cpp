@@ -60,7 +60,7 @@ void ArrayStore::place(Array& array)
 }
 
 ArrayStatus ArrayStore::locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
-    Array*& array, size_t& cell)
+    Element& element)
 {
     for (int32_t s : subscripts) {
         if (s < 0 || s > 32767)
@@ -74,7 +74,7 @@ ArrayStatus ArrayStore::locate(std::string_view name, ValueType type, const std:
             return status;
         found = m_index.find(name);
     }
-    array = &found->second;
+    const Array* array = &found->second;
     if (subscripts.size() != array->bounds.size())
         return ArrayStatus::SubscriptOutOfRange;
     // The first subscript varies fastest.
@@ -85,7 +85,7 @@ ArrayStatus ArrayStore::locate(std::string_view name, ValueType type, const std:
             return ArrayStatus::SubscriptOutOfRange;
         index = index * static_cast<size_t>(array->bounds[k] + 1) + static_cast<size_t>(s);
     }
-    cell = index;
+    element = {&found->second, index};
     return ArrayStatus::Ok;
 }
 
@@ -96,50 +96,49 @@ double ArrayStore::storedAt(const Array& array, size_t cell) const
 
 ArrayStatus ArrayStore::read(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Value& value)
 {
-    Array* array = nullptr;
-    size_t cell = 0;
-    auto status = locate(name, type, subscripts, array, cell);
+    Element element;
+    auto status = locate(name, type, subscripts, element);
     if (status != ArrayStatus::Ok)
         return status;
-    if (array->type == ValueType::String)
-        value = Value::makeString(array->strings[cell]);
+    const Array& array = *element.array;
+    if (array.type == ValueType::String)
+        value = Value::makeString(array.strings[element.cell]);
     else
-        value = cellValue(array->type, storedAt(*array, cell));
+        value = cellValue(array.type, storedAt(array, element.cell));
     return ArrayStatus::Ok;
 }
 
 ArrayStatus ArrayStore::readStored(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
     double& stored)
 {
-    Array* array = nullptr;
-    size_t cell = 0;
-    auto status = locate(name, type, subscripts, array, cell);
+    Element element;
+    auto status = locate(name, type, subscripts, element);
     if (status != ArrayStatus::Ok)
         return status;
-    if (array->type == ValueType::String)
+    if (element.array->type == ValueType::String)
         return ArrayStatus::TypeMismatch;
-    stored = storedAt(*array, cell);
+    stored = storedAt(*element.array, element.cell);
     return ArrayStatus::Ok;
 }
 
 ArrayStatus ArrayStore::store(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
     const Value& value)
 {
-    Array* array = nullptr;
-    size_t cell = 0;
-    auto status = locate(name, type, subscripts, array, cell);
+    Element element;
+    auto status = locate(name, type, subscripts, element);
     if (status != ArrayStatus::Ok)
         return status;
-    if (array->type == ValueType::String) {
+    Array& array = *element.array;
+    if (array.type == ValueType::String) {
         if (!value.isString())
             return ArrayStatus::TypeMismatch;
-        array->strings[cell] = value.text;
+        array.strings[element.cell] = value.text;
         return ArrayStatus::Ok;
     }
     double stored = 0;
-    switch (convertForStore(value, array->type, stored)) {
+    switch (convertForStore(value, array.type, stored)) {
     case StoreStatus::Ok:
-        writeCell(m_data.data() + array->start + cell * cellSize(array->type), array->type, stored);
+        writeCell(m_data.data() + array.start + element.cell * cellSize(array.type), array.type, stored);
         return ArrayStatus::Ok;
     case StoreStatus::Overflow:
         return ArrayStatus::Overflow;
@@ -171,8 +170,7 @@ bool ArrayStore::erase(std::string_view name)
 ArrayStatus ArrayStore::cellsFrom(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
     CellRange& range)
 {
-    Array* array = nullptr;
-    size_t cell = 0;
+    Element element;
     if (subscripts.empty()) {
         auto found = m_index.find(name);
         if (found == m_index.end()) {
@@ -181,14 +179,15 @@ ArrayStatus ArrayStore::cellsFrom(std::string_view name, ValueType type, const s
                 return status;
             found = m_index.find(name);
         }
-        array = &found->second;
+        element.array = &found->second;
     } else {
-        auto status = locate(name, type, subscripts, array, cell);
+        auto status = locate(name, type, subscripts, element);
         if (status != ArrayStatus::Ok)
             return status;
     }
-    uint32_t skipped = static_cast<uint32_t>(cell) * cellSize(array->type);
-    range = {array->type, array->start + skipped, array->bytes - skipped};
+    const Array& array = *element.array;
+    uint32_t skipped = static_cast<uint32_t>(element.cell) * cellSize(array.type);
+    range = {array.type, array.start + skipped, array.bytes - skipped};
     return ArrayStatus::Ok;
 }
 

@@ -67,10 +67,14 @@ private:
         uint32_t start; // the first cell's offset in m_data
         uint32_t bytes;
     };
+    // An element: its array and its cell's index in that array.
+    struct Element {
+        Array* array = nullptr;
+        size_t cell = 0;
+    };
     // Appends the array's cells to the data area (pool numbers in a string array's cells).
     void place(Array& array);
-    ArrayStatus locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Array*& array,
-        size_t& cell);
+    ArrayStatus locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Element& element);
     // The number a numeric array's cell holds.
     [[nodiscard]] double storedAt(const Array& array, size_t cell) const;
 

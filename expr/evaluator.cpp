@@ -320,33 +320,19 @@ bool Parser::parseBinaryOperator(Op& op)
         m_pos += length;
         return true;
     };
-    switch (c) {
-    case '+': return take(Op::Add, 1);
-    case '-': return take(Op::Subtract, 1);
-    case '*': return take(Op::Multiply, 1);
-    case '/': return take(Op::Divide, 1);
-    case '^': return take(Op::Power, 1);
-    case '\\': return take(Op::IntDivide, 1);
-    case '<':
-        if (next == '=')
-            return take(Op::LessEqual, 2);
-        if (next == '>')
-            return take(Op::NotEqual, 2);
-        return take(Op::Less, 1);
-    case '>':
-        if (next == '=')
-            return take(Op::GreaterEqual, 2);
-        if (next == '<')
-            return take(Op::NotEqual, 2);
-        return take(Op::Greater, 1);
-    case '=':
-        if (next == '<')
-            return take(Op::LessEqual, 2);
-        if (next == '>')
-            return take(Op::GreaterEqual, 2);
-        return take(Op::Equal, 1);
-    default:
-        break;
+    // Two relational marks make one operator, in either order.
+    static constexpr std::pair<std::string_view, Op> kMarkPairs[] = {{"<=", Op::LessEqual}, {"=<", Op::LessEqual},
+        {">=", Op::GreaterEqual}, {"=>", Op::GreaterEqual}, {"<>", Op::NotEqual}, {"><", Op::NotEqual}};
+    for (const auto& [marks, found] : kMarkPairs) {
+        if (c == marks[0] && next == marks[1])
+            return take(found, 2);
+    }
+    static constexpr std::pair<char, Op> kMarks[] = {{'+', Op::Add}, {'-', Op::Subtract}, {'*', Op::Multiply},
+        {'/', Op::Divide}, {'^', Op::Power}, {'\\', Op::IntDivide}, {'<', Op::Less}, {'>', Op::Greater},
+        {'=', Op::Equal}};
+    for (const auto& [mark, found] : kMarks) {
+        if (c == mark)
+            return take(found, 1);
     }
     static constexpr std::pair<std::string_view, Op> kWords[] = {
         {"MOD", Op::Mod}, {"AND", Op::And}, {"OR", Op::Or}, {"XOR", Op::Xor}, {"EQV", Op::Eqv}, {"IMP", Op::Imp}};

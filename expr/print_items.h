@@ -27,6 +27,11 @@ enum class PrintTarget : uint8_t { Screen, Printer };
 // printer (with a line end when the row is finished). Returns the statement code.
 core::Outcome deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target);
 
+// Builds the line of a PRINT or PRINT USING statement from its text begin..end; 0 or kFailed.
+using PrintLineBuilder = int (*)(core::Interpreter& in, int begin, int end, std::string& line);
+// The whole statement: the line built, then delivered to the target.
+core::Outcome printBuiltLine(core::Interpreter& in, int begin, int end, PrintLineBuilder build, PrintTarget target);
+
 // The text that the item list of PRINT, PRINT USING or WRITE at begin..end makes, for a file:
 // zones count from the start of the text and the screen's row state is left alone. endsLine is
 // false when the list ends with ";" or ",". Each returns 0 or kFailed.

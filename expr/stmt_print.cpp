@@ -83,18 +83,21 @@ int formatPrintText(core::Interpreter& in, int begin, int end, std::string& text
     return result;
 }
 
-Outcome stmtPrint(core::Interpreter& in, int begin, int end)
+Outcome printBuiltLine(core::Interpreter& in, int begin, int end, PrintLineBuilder build, PrintTarget target)
 {
     std::string line;
-    TRY_BASIC(buildPrintLine(in, begin, end, line));
-    return deliverPrintLine(in, std::move(line), PrintTarget::Screen);
+    TRY_BASIC(build(in, begin, end, line));
+    return deliverPrintLine(in, std::move(line), target);
+}
+
+Outcome stmtPrint(core::Interpreter& in, int begin, int end)
+{
+    return printBuiltLine(in, begin, end, buildPrintLine, PrintTarget::Screen);
 }
 
 Outcome stmtLprint(core::Interpreter& in, int begin, int end)
 {
-    std::string line;
-    TRY_BASIC(buildPrintLine(in, begin, end, line));
-    return deliverPrintLine(in, std::move(line), PrintTarget::Printer);
+    return printBuiltLine(in, begin, end, buildPrintLine, PrintTarget::Printer);
 }
 
 } // namespace tessaly::expr

@@ -77,16 +77,12 @@ int formatPrintUsingText(core::Interpreter& in, int begin, int end, std::string&
 
 Outcome stmtPrintUsing(core::Interpreter& in, int begin, int end)
 {
-    std::string line;
-    TRY_BASIC(buildUsingLine(in, begin, end, line));
-    return deliverPrintLine(in, std::move(line), PrintTarget::Screen);
+    return printBuiltLine(in, begin, end, buildUsingLine, PrintTarget::Screen);
 }
 
 Outcome stmtLprintUsing(core::Interpreter& in, int begin, int end)
 {
-    std::string line;
-    TRY_BASIC(buildUsingLine(in, begin, end, line));
-    return deliverPrintLine(in, std::move(line), PrintTarget::Printer);
+    return printBuiltLine(in, begin, end, buildUsingLine, PrintTarget::Printer);
 }
 
 } // namespace tessaly::expr

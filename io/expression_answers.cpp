@@ -1,6 +1,6 @@
-// The functions of expressions that files, memory and ports answer: EOF, LOF, LOC, PEEK, DEFUSER,
-// SEGPTR, INP and USR (handlers of the function lists), VARPTR's address and the bytes INPUT$
-// takes. They are defined here, beside the state they read; expressions declare them.
+// The functions of expressions that files answer: EOF, LOF and LOC (handlers of the function lists),
+// VARPTR's address and the bytes INPUT$ takes. They are defined here, beside the state they read;
+// expressions declare them. PEEK, DEFUSER, SEGPTR, INP and USR are io/memory_functions.cpp.
 #include <cmath>
 
 #include "core/interpreter.h"
@@ -12,11 +12,6 @@
 namespace tessaly::expr::builtin {
 
 namespace {
-
-int memory(core::Interpreter& in, io::MemoryFunction function, const FunctionCall& call, Value& result)
-{
-    return io::memoryFunction(in, function, call.arguments, result);
-}
 
 // EOF, LOF and LOC of the file whose number is the first argument.
 int fileAnswer(core::Interpreter& in, io::FileQuery query, const FunctionCall& call, Value& result)
@@ -43,32 +38,6 @@ int fileLength(core::Interpreter& in, const FunctionCall& call, Value& result)
 int filePosition(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
     return fileAnswer(in, io::FileQuery::Position, call, result);
-}
-
-int memoryByte(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Peek, call, result);
-}
-
-int userMemoryBase(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Defuser, call, result);
-}
-
-int segmentBase(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Segptr, call, result);
-}
-
-int portByte(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return memory(in, io::MemoryFunction::Inp, call, result);
-}
-
-// USR and USR0 .. USR9: the digit of the name picks the routine; the arguments are not used.
-int userRoutine(core::Interpreter& in, const FunctionCall& call, Value& result)
-{
-    return io::usrFunction(in, call.name.size() == 4 ? call.name[3] - '0' : 0, result);
 }
 
 int addressOfVariable(core::Interpreter& in, std::string_view name, bool isArray, const std::vector<int32_t>& subscripts,

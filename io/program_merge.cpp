@@ -6,6 +6,7 @@
 
 #include "core/interpreter.h"
 #include "core/statements.h"
+#include "core/text_scan.h"
 #include "core/upper_case_pass.h"
 #include "io/basic_path.h"
 
@@ -36,11 +37,7 @@ int MergeProgramText(core::Interpreter& in, std::string_view text, bool upperCas
     std::string line;
     int result = 0;
     while (pos < text.size() && result == 0) {
-        size_t lineEnd = text.find_first_of("\r\n", pos);
-        if (lineEnd == std::string_view::npos)
-            lineEnd = text.size();
-        auto raw = text.substr(pos, lineEnd - pos);
-        pos = lineEnd + 1;
+        auto raw = core::takeLine(text, pos, "\r\n");
         // Blanks before the number are dropped; a line without a number is left out, as the
         // program reader does.
         auto first = raw.find_first_not_of(' ');

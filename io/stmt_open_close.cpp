@@ -15,7 +15,6 @@
 
 namespace tessaly::io {
 
-using core::Failure;
 using core::kDone;
 using core::Outcome;
 
@@ -23,26 +22,25 @@ namespace {
 
 using core::ErrorId;
 
-// The descriptor of a disk file opened in a mode; -1 (with the mode's error raised) on failure.
-int openDisk(core::Interpreter& in, const std::string& name, FileMode mode)
+// The descriptor of a disk file opened in a mode. Returns 0, or kFailed with the mode's error raised.
+int openDisk(core::Interpreter& in, const std::string& name, FileMode mode, int& fd)
 {
     std::string path = HostPath(name);
-    int fd = -1;
     switch (mode) {
     case FileMode::Random:
         fd = ::open(path.c_str(), O_RDWR);
         if (fd < 0)
             fd = ::open(path.c_str(), O_RDWR | O_CREAT, 0666);
         if (fd < 0)
-            in.raise(ErrorId::FileNotOpen);
-        return fd;
+            return in.raise(ErrorId::FileNotOpen);
+        return 0;
     case FileMode::Input: fd = ::open(path.c_str(), O_RDONLY); break;
     case FileMode::Output: fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666); break;
     default: fd = ::open(path.c_str(), O_RDWR | O_APPEND); break;
     }
     if (fd < 0)
-        in.raise(ErrorId::FileNotFound);
-    return fd;
+        return in.raise(ErrorId::FileNotFound);
+    return 0;
 }
 
 // A channel as OPEN leaves it: record length 256, no fields, no record read or written yet.
@@ -127,9 +125,8 @@ Outcome stmtOpen(core::Interpreter& in, int begin, int end)
             return in.raise(ErrorId::SyntaxError);
         channel = openedChannel(-1, FileMode::Input, DeviceKind::Keyboard);
     } else {
-        int fd = openDisk(in, name, mode);
-        if (fd < 0)
-            return Failure {};
+        int fd = -1;
+        TRY_BASIC(openDisk(in, name, mode, fd));
         channel = openedChannel(fd, mode, DeviceKind::Disk);
     }
     files.entry(number) = channel;

@@ -65,4 +65,51 @@ bool argumentsAfter(std::string_view text, size_t pos, std::vector<std::string>&
     return true;
 }
 
+int readPointAndArguments(core::Interpreter& in, std::string_view text, size_t pos, FigurePoint& point,
+    std::vector<std::string>& fields)
+{
+    bool found = false;
+    TRY_BASIC(readFigurePoint(in, text, pos, point, found));
+    if (!found || !argumentsAfter(text, pos, fields))
+        return in.raise(core::ErrorId::SyntaxError);
+    return 0;
+}
+
+int numberArgument(core::Interpreter& in, const std::vector<std::string>& fields, size_t k, double& number)
+{
+    if (k >= fields.size() || fields[k].empty())
+        return 0;
+    expr::Value value;
+    TRY_BASIC(expr::evaluateText(in, fields[k], value));
+    if (value.isString())
+        return in.raise(core::ErrorId::TypeMismatch);
+    if (!value.empty)
+        number = value.number;
+    return 0;
+}
+
+int roundedArgument(core::Interpreter& in, const std::vector<std::string>& fields, size_t k, int& number)
+{
+    if (k >= fields.size() || fields[k].empty())
+        return 0;
+    double given = 0;
+    TRY_BASIC(numberArgument(in, fields, k, given));
+    number = roundHalfAway(given);
+    return 0;
+}
+
+int readTileOrNumber(core::Interpreter& in, const std::vector<std::string>& fields, size_t k, TileOrNumber& argument)
+{
+    argument = {};
+    if (k >= fields.size() || fields[k].empty())
+        return 0;
+    TRY_BASIC(expr::evaluateText(in, fields[k], argument.value));
+    argument.given = true;
+    if (argument.value.isString()) {
+        in.graphics().tileText = argument.value.text;
+        argument.tile = true;
+    }
+    return 0;
+}
+
 } // namespace tessaly::screen

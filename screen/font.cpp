@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "core/shift_jis.h"
+#include "core/text_scan.h"
 
 namespace tessaly::screen {
 
@@ -41,11 +42,7 @@ Font Font::parse(std::string_view text)
     Font font;
     size_t pos = 0;
     while (pos < text.size()) {
-        size_t end = text.find('\n', pos);
-        if (end == std::string_view::npos)
-            end = text.size();
-        auto line = text.substr(pos, end - pos);
-        pos = end + 1;
+        auto line = core::takeLine(text, pos, "\n");
         auto colon = line.find(':');
         if (colon == std::string_view::npos || colon == 0 || colon > 8)
             continue;

@@ -1,5 +1,5 @@
 // What the screen's statements share with other files: argument readers, the clipboard copies,
-// line styles, the graphics functions and CLS. The handlers are reached through the dispatch table.
+// line styles and CLS. The handlers are reached through the dispatch table.
 #pragma once
 
 #include <cstdint>
@@ -35,11 +35,6 @@ void copyGraphicsToClipboard(core::Interpreter& interpreter);
 // A line style's 16 bits, from bit 15 down, as lengths of drawn and skipped runs (a drawn run
 // first, 0 long when bit 15 is clear; a skipped run of 0 closes a pattern that ends drawn).
 std::vector<int> lineStyleToDashes(uint32_t style);
-
-enum class GraphicsFunction : uint8_t { Point, Map, View, Window };
-// POINT, MAP, VIEW and WINDOW as functions.
-int graphicsFunction(core::Interpreter& interpreter, GraphicsFunction function, const std::vector<expr::Value>& args,
-    bool hasParentheses, expr::Value& result);
 
 // CLS n with n 1 (text), 2 (graphics) or 3 (both).
 void clearScreen(core::Interpreter& in, int n);

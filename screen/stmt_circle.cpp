@@ -28,20 +28,6 @@ using core::ErrorId;
 constexpr double kPi = 3.141592653;
 constexpr double kFullTurn = 2 * kPi;
 
-// One argument evaluated to a number; an empty argument leaves value as it is.
-int numberArgument(core::Interpreter& in, const std::vector<std::string>& fields, size_t k, double& value)
-{
-    if (k >= fields.size() || fields[k].empty())
-        return 0;
-    expr::Value v;
-    TRY_BASIC(expr::evaluateText(in, fields[k], v));
-    if (v.isString())
-        return in.raise(ErrorId::TypeMismatch);
-    if (!v.empty)
-        value = v.number;
-    return 0;
-}
-
 // The point of the ellipse at angle |a|, counted upwards on the screen.
 void pointAt(const EllipseBox& box, double angle, int& x, int& y)
 {
@@ -53,61 +39,45 @@ void pointAt(const EllipseBox& box, double angle, int& x, int& y)
     y = box.cy - devicePixel(s * radius);
 }
 
-} // namespace
-
-Outcome stmtCircle(core::Interpreter& in, int begin, int end)
-{
-    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
-    auto& g = in.graphics();
-    auto& colours = in.colours();
-    size_t pos = static_cast<size_t>(begin);
+// CIRCLE as written: (x, y), r [, colour [, start [, end [, ratio [, F [, paint colour or tile]]]]]].
+struct CircleFigure {
     FigurePoint centre;
-    bool found = false;
-    TRY_BASIC(readFigurePoint(in, text, pos, centre, found));
-    // r, colour, start, end, ratio, F, paint colour or tile.
-    std::vector<std::string> fields;
-    if (!found || !argumentsAfter(text, pos, fields))
-        return in.raise(ErrorId::SyntaxError);
-    if (fields.empty() || fields[0].empty())
-        return in.raise(ErrorId::SyntaxError);
-    double r = 0;
-    double colourValue = colours.storedForeground;
+    double radius = 0;
+    double colour = 0;
     double start = 0;
     double finish = kFullTurn;
     double ratio = 1.0;
-    TRY_BASIC(numberArgument(in, fields, 0, r));
-    TRY_BASIC(numberArgument(in, fields, 1, colourValue));
-    TRY_BASIC(numberArgument(in, fields, 2, start));
-    TRY_BASIC(numberArgument(in, fields, 3, finish));
-    TRY_BASIC(numberArgument(in, fields, 4, ratio));
-    bool fill = fields.size() > 5 && (fields[5].find('F') != std::string::npos || fields[5].find('f') != std::string::npos);
-    int paintGiven = -1;
-    bool tile = false;
-    if (fields.size() > 6 && !fields[6].empty()) {
-        expr::Value v;
-        TRY_BASIC(expr::evaluateText(in, fields[6], v));
-        // A string is the tile (or hatch) that a filled figure is painted with.
-        if (v.isString()) {
-            g.tileText = v.text;
-            tile = true;
-        } else if (!v.empty) {
-            paintGiven = roundHalfAway(v.number);
-        }
-    }
+    bool fill = false;
+    TileOrNumber paint;
+};
 
-    int colour = roundHalfAway(colourValue);
-    colours.paintColour = colours.isValid(colour) ? colour : colours.paintColour;
-    if (colours.isValid(colour))
-        colours.foregroundColour = colour;
-    if (paintGiven >= 0 && colours.isValid(paintGiven))
-        colours.paintColour = paintGiven;
-    if (std::fabs(finish) > kFullTurn || std::fabs(start) > kFullTurn)
+int readCircleFigure(core::Interpreter& in, int begin, int end, CircleFigure& circle)
+{
+    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    std::vector<std::string> fields;
+    TRY_BASIC(readPointAndArguments(in, text, static_cast<size_t>(begin), circle.centre, fields));
+    if (fields.empty() || fields[0].empty())
         return in.raise(ErrorId::SyntaxError);
+    circle.colour = in.colours().storedForeground;
+    TRY_BASIC(numberArgument(in, fields, 0, circle.radius));
+    TRY_BASIC(numberArgument(in, fields, 1, circle.colour));
+    TRY_BASIC(numberArgument(in, fields, 2, circle.start));
+    TRY_BASIC(numberArgument(in, fields, 3, circle.finish));
+    TRY_BASIC(numberArgument(in, fields, 4, circle.ratio));
+    circle.fill =
+        fields.size() > 5 && (fields[5].find('F') != std::string::npos || fields[5].find('f') != std::string::npos);
+    return readTileOrNumber(in, fields, 6, circle.paint);
+}
 
+// The ellipse's box on the device: its centre becomes the last point.
+EllipseBox circleBox(GraphicScreen& g, const CircleFigure& circle)
+{
     EllipseBox box;
-    toDevicePoint(g, centre, box.cx, box.cy);
+    toDevicePoint(g, circle.centre, box.cx, box.cy);
     g.lastX = box.cx;
     g.lastY = box.cy;
+    double r = circle.radius;
+    double ratio = circle.ratio;
     if (g.viewActive) {
         box.rx = ratio <= 1 ? g.toDeviceDistanceX(r) : g.toDeviceDistanceX(r / ratio);
         box.ry = ratio <= 1 ? g.toDeviceDistanceY(r * ratio) : g.toDeviceDistanceY(r);
@@ -116,37 +86,64 @@ Outcome stmtCircle(core::Interpreter& in, int begin, int end)
         box.rx = ratio <= 1 ? radius : devicePixelHalfUp(radius / ratio);
         box.ry = ratio <= 1 ? devicePixelHalfUp(radius * ratio) : radius;
     }
-    if (box.rx < 0)
-        return in.raise(ErrorId::SyntaxError);
+    return box;
+}
 
-    AngleRange range;
-    range.whole = std::fabs(finish - start) >= kFullTurn;
-    range.start = std::fabs(start);
-    range.end = std::fabs(finish);
-
+// The figure on the active page: the outline, filled first when F was given, and the radii that a
+// negative angle or a filled sector asks for.
+int drawCircleFigure(core::Interpreter& in, const CircleFigure& circle, const EllipseBox& box)
+{
+    auto& colours = in.colours();
     auto* renderer = in.renderer();
-    if (renderer == nullptr)
-        return kDone;
+    AngleRange range;
+    range.whole = std::fabs(circle.finish - circle.start) >= kFullTurn;
+    range.start = std::fabs(circle.start);
+    range.end = std::fabs(circle.finish);
     Plane& page = renderer->activePage();
     Pixel pen = colours.palette[static_cast<size_t>(colours.foregroundColour)];
     int startX = box.cx + box.rx, startY = box.cy, endX = startX, endY = startY;
     if (!range.whole && box.ry > 0 && box.rx > 0) {
-        pointAt(box, start, startX, startY);
-        pointAt(box, finish, endX, endY);
+        pointAt(box, circle.start, startX, startY);
+        pointAt(box, circle.finish, endX, endY);
     }
-    if (fill) {
+    if (circle.fill) {
         Brush brush = Brush::solid(colours.palette[static_cast<size_t>(colours.paintColour)]);
-        if (tile)
-            TRY_BASIC(makeBrush(in, g.tileText, brush));
+        if (circle.paint.tile)
+            TRY_BASIC(makeBrush(in, in.graphics().tileText, brush));
         fillEllipse(page, box, range, brush);
     }
     drawEllipseOutline(page, box, range, pen);
-    if (start < 0 || (fill && !range.whole))
+    if (circle.start < 0 || (circle.fill && !range.whole))
         page.line(box.cx, box.cy, startX, startY, pen);
-    if (finish < 0 || (fill && !range.whole))
+    if (circle.finish < 0 || (circle.fill && !range.whole))
         page.line(box.cx, box.cy, endX, endY, pen);
     renderer->composeRect(box.cx - box.rx, box.cy - box.ry, box.cx + box.rx, box.cy + box.ry);
-    return kDone;
+    return 0;
+}
+
+} // namespace
+
+Outcome stmtCircle(core::Interpreter& in, int begin, int end)
+{
+    CircleFigure circle;
+    TRY_BASIC(readCircleFigure(in, begin, end, circle));
+    auto& colours = in.colours();
+    const auto& paint = circle.paint;
+    int paintGiven = paint.given && !paint.tile && !paint.value.empty ? roundHalfAway(paint.value.number) : -1;
+    int colour = roundHalfAway(circle.colour);
+    colours.paintColour = colours.isValid(colour) ? colour : colours.paintColour;
+    if (colours.isValid(colour))
+        colours.foregroundColour = colour;
+    if (paintGiven >= 0 && colours.isValid(paintGiven))
+        colours.paintColour = paintGiven;
+    if (std::fabs(circle.finish) > kFullTurn || std::fabs(circle.start) > kFullTurn)
+        return in.raise(ErrorId::SyntaxError);
+    EllipseBox box = circleBox(in.graphics(), circle);
+    if (box.rx < 0)
+        return in.raise(ErrorId::SyntaxError);
+    if (in.renderer() == nullptr)
+        return kDone;
+    return core::outcomeOf(drawCircleFigure(in, circle, box));
 }
 
 } // namespace tessaly::screen

@@ -1,14 +1,13 @@
-// SCREEN, VIEW, WINDOW, PSET, PRESET and the POINT statement; the functions POINT, MAP, VIEW and
-// WINDOW. Figures are drawn on the active page at once and the rectangle they touched recomposed.
+// SCREEN, VIEW, WINDOW, PSET, PRESET and the POINT statement (the functions POINT, MAP, VIEW and
+// WINDOW are screen/expression_answers.cpp). Figures are drawn on the active page at once and the
+// rectangle they touched recomposed.
 #include <algorithm>
 #include <cmath>
 
 #include "core/interpreter.h"
 #include "core/outcome.h"
-#include "core/rounding.h"
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
-#include "expr/number_text.h"
 #include "screen/colours.h"
 #include "screen/figure_arguments.h"
 #include "screen/graphics.h"
@@ -87,21 +86,6 @@ Outcome setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
         renderer->composeRect(px - 1, py - 1, px, py);
     }
     return kDone;
-}
-
-int selector(core::Interpreter& in, const std::vector<expr::Value>& args, size_t k, int& n)
-{
-    if (k >= args.size() || args[k].isString() || args[k].empty)
-        return in.raise(ErrorId::IllegalFunctionCall);
-    n = static_cast<int>(core::roundHalfUpTruncated(args[k].number));
-    if (n < 0 || n > 3)
-        return in.raise(ErrorId::IllegalFunctionCall);
-    return 0;
-}
-
-expr::Value number(double x)
-{
-    return expr::Value::makeNumber(expr::RoundToDigits(x, 16), expr::NumberForm::Computed16);
 }
 
 } // namespace
@@ -227,71 +211,6 @@ Outcome stmtWindow(core::Interpreter& in, int begin, int end)
     g.lastX = devicePixel(first.x);
     g.lastY = devicePixel(first.y);
     return kDone;
-}
-
-int graphicsFunction(core::Interpreter& in, GraphicsFunction function, const std::vector<expr::Value>& args,
-    bool hasParentheses, expr::Value& result)
-{
-    auto& g = in.graphics();
-    int n = 0;
-    switch (function) {
-    case GraphicsFunction::Point: {
-        if (!hasParentheses)
-            return in.raise(ErrorId::SyntaxError);
-        if (args.size() == 1) {
-            TRY_BASIC(selector(in, args, 0, n));
-            double value = n == 0 ? (g.viewActive ? g.toWorldX(g.lastX) : g.lastX)
-                : n == 1          ? (g.viewActive ? g.toWorldY(g.lastY) : g.lastY)
-                : n == 2          ? g.lastX
-                                  : g.lastY;
-            result = number(value);
-            return 0;
-        }
-        if (args.size() != 2 || args[0].isString() || args[1].isString())
-            return in.raise(ErrorId::SyntaxError);
-        int x = devicePixel(args[0].number);
-        int y = devicePixel(args[1].number);
-        if (x < g.viewLeft || x > g.viewRight || y < g.viewTop || y > g.viewBottom)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        auto& colours = in.colours();
-        // What is visible, text included; without pixels the screen counts as background.
-        Pixel seen = in.renderer() != nullptr ? in.renderer()->composite().pixel(x, y)
-                                              : colours.palette[static_cast<size_t>(colours.backgroundInEffect)];
-        int found = -1;
-        int count = colours.colourMode == 2 ? 16 : 8;
-        for (int k = 0; k < count && found < 0; ++k) {
-            if (colours.palette[static_cast<size_t>(k)] == seen)
-                found = k;
-        }
-        result = number(found);
-        return 0;
-    }
-    case GraphicsFunction::Map: {
-        TRY_BASIC(selector(in, args, 1, n));
-        if (args[0].isString() || args[0].empty)
-            return in.raise(ErrorId::TypeMismatch);
-        float v = static_cast<float>(args[0].number);
-        double value = n == 0 ? g.toDeviceX(v)
-            : n == 1          ? g.toDeviceY(v)
-            : n == 2          ? static_cast<float>(g.toWorldX(static_cast<int>(core::roundHalfUpTruncated(args[0].number))))
-                              : static_cast<float>(g.toWorldY(static_cast<int>(core::roundHalfUpTruncated(args[0].number))));
-        result = number(value);
-        return 0;
-    }
-    case GraphicsFunction::View: {
-        TRY_BASIC(selector(in, args, 0, n));
-        const int corners[4] = {g.viewLeft, g.viewTop, g.viewRight, g.viewBottom};
-        result = number(corners[n]);
-        return 0;
-    }
-    case GraphicsFunction::Window: {
-        TRY_BASIC(selector(in, args, 0, n));
-        const float corners[4] = {g.worldLeft, g.worldTop, g.worldRight, g.worldBottom};
-        result = number(corners[n]);
-        return 0;
-    }
-    }
-    return in.raise(ErrorId::IllegalFunctionCall);
 }
 
 } // namespace tessaly::screen

@@ -26,31 +26,15 @@ Outcome stmtPaint(core::Interpreter& in, int begin, int end)
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     auto& g = in.graphics();
     auto& colours = in.colours();
-    size_t pos = static_cast<size_t>(begin);
     FigurePoint point;
-    bool found = false;
-    TRY_BASIC(readFigurePoint(in, text, pos, point, found));
     std::vector<std::string> fields;
-    if (!found || !argumentsAfter(text, pos, fields))
-        return in.raise(ErrorId::SyntaxError);
+    TRY_BASIC(readPointAndArguments(in, text, static_cast<size_t>(begin), point, fields));
     g.tileText.clear();
-    int paint = -1;
+    TileOrNumber fill;
+    TRY_BASIC(readTileOrNumber(in, fields, 0, fill));
+    int paint = fill.given && !fill.tile && !fill.value.empty ? roundHalfAway(fill.value.number) : -1;
     int border = -1;
-    if (!fields.empty() && !fields[0].empty()) {
-        expr::Value v;
-        TRY_BASIC(expr::evaluateText(in, fields[0], v));
-        if (v.isString())
-            g.tileText = v.text;
-        else if (!v.empty)
-            paint = roundHalfAway(v.number);
-    }
-    if (fields.size() > 1 && !fields[1].empty()) {
-        expr::Value v;
-        TRY_BASIC(expr::evaluateText(in, fields[1], v));
-        if (v.isString())
-            return in.raise(ErrorId::TypeMismatch);
-        border = roundHalfAway(v.number);
-    }
+    TRY_BASIC(roundedArgument(in, fields, 1, border));
 
     // STEP counts from the last point, which PAINT leaves where it was.
     int x = 0;

@@ -114,5 +114,22 @@ TEST(TextPieces, TrimBlanksAndDropBytes)
     EXPECT_EQ(withoutBytes("\x82\xa0 \x82\x20", " "), "\x82\xa0\x82");
 }
 
+TEST(TakeLine, SplitsAtAnyOfTheEndBytesAndPassesBeyondTheLast)
+{
+    std::string_view text = "10 A\r\n20 B\n30";
+    size_t pos = 0;
+    std::vector<std::string> lines;
+    while (pos < text.size())
+        lines.emplace_back(takeLine(text, pos, "\r\n"));
+    EXPECT_EQ(lines, (std::vector<std::string> {"10 A", "", "20 B", "30"}));
+    EXPECT_EQ(pos, text.size() + 1);
+
+    pos = 0;
+    EXPECT_EQ(takeLine("A\r\nB", pos, "\n"), "A\r");
+    EXPECT_EQ(pos, 3U);
+    EXPECT_EQ(takeLine("A\r\nB", pos, "\n"), "B");
+    EXPECT_EQ(pos, 5U);
+}
+
 } // namespace
 } // namespace tessaly::core
