@@ -103,6 +103,8 @@ public:
     // The run needs a serial port looked at again soon: a send or receive waits, or a COM trap is
     // on. The host then calls idle() every few milliseconds instead of at once or not at all.
     [[nodiscard]] bool pollsDevices();
+    // A send or receive on a serial port waits: the host calls idle() again after a few milliseconds.
+    [[nodiscard]] bool isWaitingForDevice() const { return m_run.running && m_run.waitingForDevice; }
     [[nodiscard]] bool isBusy() const { return m_run.running || m_run.runMode != RunMode::Direct; }
 
     // --- Subsystems ---

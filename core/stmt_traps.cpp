@@ -1,5 +1,6 @@
 // The statements of event traps: ON KEY / STOP / TIME$ / PEN / COM GOSUB and the ON, OFF and STOP
 // switches of each source.
+#include <cstdlib>
 #include <string>
 
 #include "core/event_traps.h"
@@ -11,6 +12,7 @@
 #include "expr/evaluator.h"
 #include "expr/functions.h"
 #include "expr/statements.h"
+#include "io/file_table.h"
 
 namespace tessaly::core {
 
@@ -217,15 +219,55 @@ Outcome stmtPen(Interpreter& in, int begin, int end)
     return in.raise(ErrorId::SyntaxError);
 }
 
-// ON COM(n) GOSUB and COM(n) ON/OFF/STOP: no serial port is open yet, so no port has a slot.
+// The trap slot of ON COM(n) GOSUB and COM(n): n is the expression in the parentheses (a string's
+// leading quotes left out, read as a whole number; 0 is port 1); the slot is that of the serial
+// port's slot that has port n open.
+int comTrapSlot(Interpreter& in, std::string_view text, size_t open, int& slot)
+{
+    int port = 1;
+    if (open != std::string_view::npos) {
+        size_t close = text.find(')', open);
+        if (close == std::string_view::npos)
+            return in.raise(ErrorId::SyntaxError);
+        expr::Value value;
+        TRY_BASIC(expr::evaluateText(in, text.substr(open + 1, close - open - 1), value));
+        if (value.isString()) {
+            size_t digits = value.text.find_first_not_of('"');
+            port = digits == std::string::npos ? 0 : std::atoi(value.text.c_str() + digits);
+        } else {
+            port = expr::integerOf(value);
+        }
+        if (port < 0)
+            return in.raise(ErrorId::IllegalFunctionCall);
+        port = port == 0 ? 1 : port;
+    }
+    int k = in.files().comPorts().slotOfPort(port);
+    if (k == 0)
+        return in.raise(ErrorId::IllegalFunctionCall);
+    slot = trap::kFirstCom + k - 1;
+    return 0;
+}
+
 Outcome stmtComTraps(Interpreter& in, int begin, int end)
 {
     auto text = statementText(in, begin, end);
     bool isSwitch = in.run().statementCode != static_cast<int>(Stmt::OnComGosub);
     auto open = text.find('(');
-    if (isSwitch && (open == std::string_view::npos || lastModeWord(text) == 0))
+    int mode = lastModeWord(isSwitch ? text : std::string_view());
+    if (isSwitch && (open == std::string_view::npos || mode == 0))
         return in.raise(ErrorId::SyntaxError);
-    return in.raise(ErrorId::IllegalFunctionCall);
+    int slot = 0;
+    TRY_BASIC(comTrapSlot(in, text, open, slot));
+    if (!isSwitch) {
+        int target = 0;
+        TRY_BASIC(gosubTarget(in, begin, end, target));
+        in.eventTraps().sources[static_cast<size_t>(slot)].target = target;
+        return kDone;
+    }
+    // The slot was found by its port, so it is open: COM(n) ON of a port that is not open has
+    // already been refused above.
+    TRY_BASIC(switchSlot(in, slot, modeOf(mode), false));
+    return kDone;
 }
 
 } // namespace tessaly::core

@@ -71,10 +71,7 @@ int openComChannel(core::Interpreter& in, int fileNumber, std::string_view name)
         if (in.host().messageBox(kPartnerQuestion, core::MessageButtons::RetryCancel) != core::MessageAnswer::Retry)
             return in.raise(ErrorId::NotConnectedCom);
     }
-    // A number still open is closed first, so that its descriptor or port is not lost.
     FileTable& files = in.files();
-    if (files.entry(fileNumber).isOpen() && !files.close(fileNumber))
-        return in.raise(ErrorId::FileNotOpen);
     ComSlot& slot = ports.slot(k);
     slot = ComSlot {};
     slot.fileNumber = fileNumber;

@@ -35,6 +35,12 @@ int receiveFromCom(core::Interpreter& interpreter, const FileChannel& channel, c
 // INPUT$(count, #n): waits, without a time limit, until count bytes are there.
 int bytesFromCom(core::Interpreter& interpreter, const FileChannel& channel, size_t count, std::string& taken);
 
+// INPUT # and LINE INPUT # of a serial channel, the variable list from pos to end: the items or
+// the line are taken once all of them have arrived. LINE INPUT # passes over lines that hold
+// nothing but a line end; quotes are not kept.
+int inputFromCom(core::Interpreter& interpreter, const FileChannel& channel, int pos, int end);
+int lineInputFromCom(core::Interpreter& interpreter, const FileChannel& channel, int pos, int end);
+
 enum class ComCount { Waiting, FreeSpace };
 // EOF: whether no byte is waiting; LOC: the bytes waiting; LOF: the free room of the input queue.
 int comIsEmpty(core::Interpreter& interpreter, const FileChannel& channel, bool& empty);

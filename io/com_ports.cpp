@@ -18,6 +18,23 @@ void ComPorts::setDevicePath(int port, std::string path)
         m_paths[port] = std::move(path);
 }
 
+bool ComPorts::setFromOption(std::string_view option)
+{
+    size_t equals = option.find('=');
+    if (equals == 0 || equals == std::string_view::npos || equals > 2 || equals + 1 == option.size())
+        return false;
+    int port = 0;
+    for (char c : option.substr(0, equals)) {
+        if (c < '0' || c > '9')
+            return false;
+        port = port * 10 + (c - '0');
+    }
+    if (port < 1)
+        return false;
+    setDevicePath(port, std::string(option.substr(equals + 1)));
+    return true;
+}
+
 int ComPorts::slotOfPort(int port) const
 {
     for (int k = 1; k <= kComSlots; ++k) {

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "io/serial_device.h"
 
@@ -35,6 +36,9 @@ public:
     // n-th serial port of the machine, /dev/ttyS(n-1).
     [[nodiscard]] std::string devicePath(int port) const;
     void setDevicePath(int port, std::string path);
+    // The option "N=PATH" (--com N=PATH) gives port N the device PATH; false when it is not of
+    // that form or N is not from 1 to 99.
+    bool setFromOption(std::string_view option);
     [[nodiscard]] const std::map<int, std::string>& devicePaths() const { return m_paths; }
 
     // Slot k, 1 to 5.

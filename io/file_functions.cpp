@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include "core/interpreter.h"
+#include "core/outcome.h"
+#include "io/com_channel.h"
 #include "io/file_table.h"
 #include "screen/keyboard.h"
 
@@ -15,6 +17,15 @@ int queryFile(core::Interpreter& in, FileQuery query, int n, double& result)
     FileChannel& channel = in.files().entry(n);
     if (!channel.isOpen())
         return in.raise(core::ErrorId::FileNotOpen);
+    if (channel.device == DeviceKind::Serial) {
+        // EOF: no byte waiting; LOC: the bytes waiting; LOF: the room left for more.
+        if (query != FileQuery::AtEnd)
+            return comCount(in, channel, query == FileQuery::Position ? ComCount::Waiting : ComCount::FreeSpace, result);
+        bool empty = false;
+        TRY_BASIC(comIsEmpty(in, channel, empty));
+        result = empty ? -1 : 0;
+        return 0;
+    }
     if (channel.device != DeviceKind::Disk) {
         if (query != FileQuery::AtEnd)
             return in.raise(core::ErrorId::IllegalFunctionCall);
@@ -81,6 +92,8 @@ int readFileBytes(core::Interpreter& in, int n, size_t count, std::string& bytes
         return in.raise(core::ErrorId::FileNotOpen);
     if (channel.device == DeviceKind::Keyboard)
         return takeTypedKeys(in, count, bytes);
+    if (channel.device == DeviceKind::Serial)
+        return bytesFromCom(in, channel, count, bytes);
     if (channel.device != DeviceKind::Disk || channel.mode != FileMode::Input)
         return in.raise(core::ErrorId::SyntaxError);
     bytes.assign(count, '\0');

@@ -11,6 +11,7 @@
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
 #include "io/basic_path.h"
+#include "io/com_channel.h"
 #include "io/file_table.h"
 
 namespace tessaly::io {
@@ -110,8 +111,8 @@ Outcome stmtOpen(core::Interpreter& in, int begin, int end)
         files.close(number);
     FileChannel channel;
     if (name.find("COM") != std::string::npos) {
-        // No serial port can be opened yet.
-        return in.raise(ErrorId::FileCannotOpen);
+        TRY_BASIC(openComChannel(in, number, name));
+        return kDone;
     } else if (name.find("LPT") != std::string::npos) {
         if (mode != FileMode::Output)
             return in.raise(ErrorId::SyntaxError);
@@ -138,6 +139,8 @@ Outcome stmtClose(core::Interpreter& in, int begin, int end)
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     auto& files = in.files();
     auto closeOne = [&](int n) -> int {
+        if (files.entry(n).isOpen() && files.entry(n).device == DeviceKind::Serial)
+            return closeComChannel(in, n);
         if (!files.entry(n).isOpen() || !files.close(n))
             return in.raise(ErrorId::FileNotOpen);
         return 0;

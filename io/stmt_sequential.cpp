@@ -11,7 +11,10 @@
 #include "expr/number_text.h"
 #include "expr/print_items.h"
 #include "expr/statements.h"
+#include "io/com_channel.h"
 #include "io/file_table.h"
+#include "io/input_targets.h"
+#include "io/item_reader.h"
 
 namespace tessaly::io {
 
@@ -47,6 +50,8 @@ int findChannel(core::Interpreter& in, int begin, int end, Direction direction, 
 
 int writeAll(core::Interpreter& in, const FileChannel& channel, const std::string& bytes)
 {
+    if (channel.device == DeviceKind::Serial)
+        return sendToCom(in, channel, bytes);
     size_t done = 0;
     while (done < bytes.size()) {
         ssize_t n = ::write(channel.fd, bytes.data() + done, bytes.size() - done);
@@ -62,16 +67,6 @@ int readByte(const FileChannel& channel, char& byte)
 {
     ssize_t n = ::read(channel.fd, &byte, 1);
     return n == 1 ? 1 : n == 0 ? 0 : -1;
-}
-
-// Assigns text to a target as if name=("text") ran: a number is read from the text for a numeric
-// target.
-int assignText(core::Interpreter& in, const expr::Target& target, const std::string& text)
-{
-    expr::Value value = target.type == expr::ValueType::String
-        ? expr::Value::makeString(text)
-        : expr::Value::makeNumber(expr::ReadNumberText(text), expr::NumberForm::Computed16);
-    return expr::assignTarget(in, target, value);
 }
 
 void carryOnAs(core::Interpreter& in, core::Stmt code) { in.run().statementCode = static_cast<int>(code); }
@@ -145,52 +140,15 @@ Outcome stmtInputFile(core::Interpreter& in, int begin, int end)
         carryOnAs(in, core::Stmt::Input);
         return expr::stmtInput(in, pos, end);
     }
-    auto& buffer = in.buffer();
-    while (pos < end) {
-        while (pos < end && buffer.at(pos) == ' ')
-            ++pos;
-        if (pos >= end)
-            break;
-        // The variable's name decides how an item ends: a blank ends a number, not a string.
-        expr::Target target;
-        TRY_BASIC(expr::parseTarget(in, pos, end, target));
-        bool isString = target.type == expr::ValueType::String;
+    if (channel->device == DeviceKind::Serial)
+        return core::outcomeOf(inputFromCom(in, *channel, pos, end));
+    // The variable's name decides how an item ends: a blank ends a number, not a string.
+    TRY_BASIC(forEachTarget(in, pos, end, [&](const expr::Target& target) {
         std::string item;
-        core::QuoteState quotes;
-        bool started = false;
-        for (;;) {
-            char byte = 0;
-            int got = readByte(*channel, byte);
-            if (got <= 0)
-                return in.raise(ErrorId::DiskIoError);
-            if (quotes.takesQuote(byte)) {
-                started = true;
-                continue;
-            }
-            if (quotes.inside()) {
-                item += byte;
-                continue;
-            }
-            bool ends = byte == ',' || byte == '\r' || (!isString && byte == ' ');
-            if (byte == '\n')
-                continue;
-            if (ends) {
-                // Separators before anything of the item are passed over.
-                if (!started && item.empty())
-                    continue;
-                break;
-            }
-            item += byte;
-            started = true;
-        }
-        TRY_BASIC(assignText(in, target, item));
-        while (pos < end && buffer.at(pos) == ' ')
-            ++pos;
-        if (pos < end && (buffer.at(pos) == ',' || buffer.at(pos) == ';'))
-            ++pos;
-        else
-            break;
-    }
+        if (readItem([&](char& byte) { return readByte(*channel, byte); }, target.type == expr::ValueType::String, item) <= 0)
+            return static_cast<int>(in.raise(ErrorId::DiskIoError));
+        return assignText(in, target, item);
+    }));
     return kDone;
 }
 
@@ -204,6 +162,8 @@ Outcome stmtLineInputFile(core::Interpreter& in, int begin, int end)
         carryOnAs(in, core::Stmt::Input);
         return expr::stmtInput(in, pos, end);
     }
+    if (channel->device == DeviceKind::Serial)
+        return core::outcomeOf(lineInputFromCom(in, *channel, pos, end));
     std::string line;
     core::QuoteState quotes;
     for (;;) {

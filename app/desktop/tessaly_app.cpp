@@ -9,6 +9,7 @@
 #include "app/desktop/recent_files.h"
 #include "app/desktop/tessaly_doc.h"
 #include "app/desktop/tessaly_view.h"
+#include "io/file_table.h"
 
 namespace tessaly::desktop {
 
@@ -16,6 +17,8 @@ namespace {
 // A running program gets at most this long per turn of the event loop, so that keys, timers and
 // painting are handled at least every 16 ms.
 constexpr qint64 kSliceMilliseconds = 8;
+// How often a serial port that is waited for is looked at.
+constexpr int kDevicePollMilliseconds = 5;
 } // namespace
 
 CTessalyApp::CTessalyApp(std::unique_ptr<DocumentPrompts> prompts)
@@ -50,11 +53,19 @@ bool CTessalyApp::initInstance(const QStringList& arguments)
 
     bool run = false;
     QString file;
-    for (const QString& argument : arguments) {
-        if (argument == QLatin1String("--run"))
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString& argument = arguments[i];
+        if (argument == QLatin1String("--run")) {
             run = true;
-        else if (file.isEmpty())
+        } else if (argument == QLatin1String("--com") && i + 1 < arguments.size()) {
+            auto& ports = m_view->interpreter().files().comPorts();
+            if (!ports.setFromOption(arguments[++i].toStdString())) {
+                m_error = QStringLiteral("--com wants N=PATH with N from 1 to 99, not %1").arg(arguments[i]);
+                return false;
+            }
+        } else if (file.isEmpty()) {
             file = argument;
+        }
     }
     if (run && file.isEmpty()) {
         m_error = QStringLiteral("--run needs a program file");
@@ -73,7 +84,7 @@ bool CTessalyApp::initInstance(const QStringList& arguments)
 void CTessalyApp::kick()
 {
     if (m_view->interpreter().isRunning() && !m_idle.isActive())
-        m_idle.start();
+        m_idle.start(0);
 }
 
 void CTessalyApp::onIdle()
@@ -83,12 +94,18 @@ void CTessalyApp::onIdle()
     slice.start();
     do {
         in.idle();
-    } while (in.isRunning() && !in.isWaitingForKeys() && !slice.hasExpired(kSliceMilliseconds));
+    } while (in.isRunning() && !in.isWaitingForKeys() && !in.isWaitingForDevice()
+        && !slice.hasExpired(kSliceMilliseconds));
     m_view->refresh();
-    // Nothing runs, or an INPUT$ waits for keys as INPUT waits for its line: no more idle calls
-    // until input or a timer starts something (kick).
-    if (!in.isRunning() || in.isWaitingForKeys())
+    // A serial port waits, or an INPUT$ waits for keys while an ON COM trap is on: idle calls go
+    // on every few milliseconds. Nothing runs, or an INPUT$ waits for keys as INPUT waits for its
+    // line: no more idle calls until input or a timer starts something (kick).
+    if (in.pollsDevices() && (in.isWaitingForDevice() || in.isWaitingForKeys()))
+        m_idle.start(kDevicePollMilliseconds);
+    else if (!in.isRunning() || in.isWaitingForKeys())
         m_idle.stop();
+    else if (m_idle.interval() != 0)
+        m_idle.start(0);
 }
 
 int runDesktop(int argc, char** argv)

@@ -3,6 +3,7 @@
 #include "app/headless/headless_runner.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <fcntl.h>
@@ -10,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 #include "app/headless/headless_timers.h"
@@ -18,6 +20,7 @@
 #include "app/headless/standard_input.h"
 #include "core/interpreter.h"
 #include "core/shift_jis.h"
+#include "io/file_table.h"
 #include "io/program_file.h"
 #include "io/simulated_ports.h"
 #include "screen/colours.h"
@@ -32,7 +35,7 @@ namespace tessaly::app {
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: tessaly --headless [--screen] [--screenshot PNG] [FILE]\n"
+    "Usage: tessaly --headless [--screen] [--screenshot PNG] [--com N=PATH]... [FILE]\n"
     "\n"
     "Runs a BASIC program without a window.\n"
     "\n"
@@ -44,6 +47,10 @@ constexpr const char* kUsage =
     "  --screen  instead of the stream, print at exit the final 25 text rows, trailing blanks\n"
     "            removed, without the empty rows after the last non-empty one; control bytes\n"
     "            stored in a row are shown as the control pictures U+2400..U+241F.\n"
+    "  --com N=PATH\n"
+    "            serial port N (COMN: in OPEN, SAVE and LOAD) is the device PATH, for example\n"
+    "            --com 1=/dev/ttyUSB0 or a pseudo-terminal; without it port N is /dev/ttyS(N-1).\n"
+    "            The option may be given for several ports.\n"
     "  --screenshot PNG\n"
     "            write the 640 x 400 screen as it stands when the run ends to the PNG file\n"
     "            (the screen font comes from the Debian package unifont).\n"
@@ -76,6 +83,7 @@ struct Options {
     bool help = false;
     const char* file = nullptr;
     const char* screenshot = nullptr;
+    std::vector<std::string> comPorts; // N=PATH
 };
 
 bool parseOptions(int argc, char** argv, Options& options)
@@ -88,6 +96,8 @@ bool parseOptions(int argc, char** argv, Options& options)
             options.screenDump = true;
         else if (arg == "--screenshot" && i + 1 < argc)
             options.screenshot = argv[++i];
+        else if (arg == "--com" && i + 1 < argc)
+            options.comPorts.emplace_back(argv[++i]);
         else if (arg == "--help" || arg == "-h")
             options.help = true;
         else if (arg.starts_with("-") && arg != "-")
@@ -253,6 +263,9 @@ void driveUntilIdle(Runner& r)
         // Timers come between two statements, as the window's timer messages do.
         r.host.timers().deliverDue(r.interpreter);
         r.interpreter.idle();
+        // A serial port has not brought or taken enough: look again in a moment, not at once.
+        if (r.interpreter.isWaitingForDevice())
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
     }
 }
 
@@ -454,6 +467,12 @@ int runHeadless(int argc, char** argv)
     HeadlessHost host(input);
     core::Interpreter interpreter(host);
     host.attach(&interpreter);
+    for (const auto& option : options.comPorts) {
+        if (!interpreter.files().comPorts().setFromOption(option)) {
+            std::fprintf(stderr, "tessaly: --com wants N=PATH with N from 1 to 99, not %s\n", option.c_str());
+            return 2;
+        }
+    }
     // The screen is drawn as the window would show it; a screenshot needs the font's glyphs, while
     // without one the screen is drawn without characters.
     std::string fontError;

@@ -1,6 +1,9 @@
 // The test session: types lines into an interpreter and collects its stream.
 #include "support/test_host.h"
 
+#include <chrono>
+#include <thread>
+
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
 #include "screen/text_screen.h"
@@ -16,11 +19,17 @@ Session::Session(int maxSteps)
 
 void Session::driveUntilIdle()
 {
-    // A bound keeps a runaway program from hanging a test.
+    // A bound keeps a runaway program from hanging a test; one that waits for a serial port that
+    // brings nothing is broken off after some seconds of waiting.
+    int deviceWaits = 0;
     for (int steps = 0; m_interpreter->isRunning(); ++steps) {
-        if (steps == m_maxSteps)
+        if (steps == m_maxSteps || deviceWaits == kMaxDeviceWaits)
             m_interpreter->breakProgram();
         m_interpreter->idle();
+        if (m_interpreter->isWaitingForDevice()) {
+            ++deviceWaits;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
     }
 }
 

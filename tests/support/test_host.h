@@ -25,6 +25,16 @@ public:
     bool portsAvailable() override { return portsGranted; }
     uint8_t portIn(uint16_t port) override { return ports.in(port); }
     void portOut(uint16_t port, uint8_t value) override { ports.out(port, value); }
+    // Questions are recorded and answered from `answers` in turn; Cancel (Ok) when none is left.
+    core::MessageAnswer messageBox(std::string_view text, core::MessageButtons buttons) override
+    {
+        questions.emplace_back(text);
+        if (answers.empty())
+            return buttons == core::MessageButtons::Ok ? core::MessageAnswer::Ok : core::MessageAnswer::Cancel;
+        auto answer = answers.front();
+        answers.erase(answers.begin());
+        return answer;
+    }
 
     struct TimerCall {
         int id;
@@ -35,6 +45,8 @@ public:
     std::string printed;
     bool modified = false;
     std::string loadedPath;
+    std::vector<std::string> questions;
+    std::vector<core::MessageAnswer> answers;
     io::SimulatedPorts ports;
     bool portsGranted = true;
 };
@@ -75,6 +87,7 @@ public:
     RecordingHost& host() { return m_host; }
 
 private:
+    static constexpr int kMaxDeviceWaits = 3000;
     void driveUntilIdle();
 
     int m_maxSteps;
