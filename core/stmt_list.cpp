@@ -112,21 +112,7 @@ void listLines(Interpreter& in, int from, int to)
             pieces.push_back(text.substr(pos, take));
             pos += take;
         }
-        int firstRow = screen.cursorRow();
-        int rows = static_cast<int>(pieces.size());
-        for (int k = 0; k < rows; ++k) {
-            screen::LineLink link {};
-            if (rows > 1) {
-                link.firstRow = static_cast<int8_t>(firstRow);
-                link.lastRow = k == 0 ? static_cast<int8_t>(firstRow + rows - 1) : -1;
-            }
-            screen.WriteRow(pieces[static_cast<size_t>(k)], link);
-            int before = screen.cursorRow();
-            screen.NewLine();
-            // Scrolling moved the line's rows up.
-            if (screen.cursorRow() <= before)
-                --firstRow;
-        }
+        screen.WriteLinkedRows(pieces);
     }
     screen.RedrawRows();
     in.run().statementEcho = 0;

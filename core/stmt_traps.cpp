@@ -59,6 +59,21 @@ int switchSlot(Interpreter& in, int slot, TrapMode mode, bool isKey)
 
 TrapMode modeOf(int switchMode) { return static_cast<TrapMode>(switchMode); }
 
+// ON STOP GOSUB and ON PEN GOSUB: the source's target.
+Outcome setGosubTarget(Interpreter& in, int begin, int end, int slot)
+{
+    int target = 0;
+    TRY_BASIC(gosubTarget(in, begin, end, target));
+    in.eventTraps().sources[static_cast<size_t>(slot)].target = target;
+    return kDone;
+}
+
+// STOP and TIME$ with ON, OFF or STOP: the switch the statement was recognised with.
+Outcome switchAsRecognised(Interpreter& in, int slot)
+{
+    return outcomeOf(switchSlot(in, slot, modeOf(in.run().switchMode), false));
+}
+
 // PEN and COM: the last of ON, OFF, STOP found decides (STOP over OFF over ON); 0 when none.
 int lastModeWord(std::string_view text)
 {
@@ -153,16 +168,12 @@ Outcome stmtKeySwitch(Interpreter& in, int begin, int end)
 
 Outcome stmtOnStopGosub(Interpreter& in, int begin, int end)
 {
-    int target = 0;
-    TRY_BASIC(gosubTarget(in, begin, end, target));
-    in.eventTraps().sources[trap::kStop].target = target;
-    return kDone;
+    return setGosubTarget(in, begin, end, trap::kStop);
 }
 
 Outcome stmtStopSwitch(Interpreter& in, int, int)
 {
-    TRY_BASIC(switchSlot(in, trap::kStop, modeOf(in.run().switchMode), false));
-    return kDone;
+    return switchAsRecognised(in, trap::kStop);
 }
 
 Outcome stmtOnTimeGosub(Interpreter& in, int begin, int end)
@@ -191,16 +202,12 @@ Outcome stmtOnTimeGosub(Interpreter& in, int begin, int end)
 
 Outcome stmtTimeSwitch(Interpreter& in, int, int)
 {
-    TRY_BASIC(switchSlot(in, trap::kTime, modeOf(in.run().switchMode), false));
-    return kDone;
+    return switchAsRecognised(in, trap::kTime);
 }
 
 Outcome stmtOnPenGosub(Interpreter& in, int begin, int end)
 {
-    int target = 0;
-    TRY_BASIC(gosubTarget(in, begin, end, target));
-    in.eventTraps().sources[trap::kPen].target = target;
-    return kDone;
+    return setGosubTarget(in, begin, end, trap::kPen);
 }
 
 Outcome stmtPen(Interpreter& in, int begin, int end)

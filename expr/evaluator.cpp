@@ -649,6 +649,18 @@ int evaluateText(core::Interpreter& in, std::string_view text, Value& result, Qu
     return parser.parseTop(result);
 }
 
+int evaluateNumber(core::Interpreter& in, std::string_view text, double& number)
+{
+    Value value;
+    TRY_BASIC(evaluateText(in, text, value));
+    if (value.isString())
+        return in.raise(ErrorId::TypeMismatch);
+    if (value.empty)
+        return in.raise(ErrorId::SyntaxError);
+    number = value.number;
+    return 0;
+}
+
 int evaluateArguments(core::Interpreter& in, std::string_view text, std::vector<Value>& values)
 {
     std::string list(text);

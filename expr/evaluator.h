@@ -30,6 +30,9 @@ int evaluateText(core::Interpreter& interpreter, std::string_view text, Value& r
 int evaluateText(core::Interpreter& interpreter, std::string_view text, Value& result, Quotes quotes,
     std::string_view restOfStatement);
 
+// Evaluates a text that must give a number: a string is "Type mismatch in ", a text with nothing in
+// it "Syntax error in ". Returns 0, or kFailed after raising.
+int evaluateNumber(core::Interpreter& interpreter, std::string_view text, double& number);
 // The condition of IF or WHILE: comparisons are made on whole sides and exactly, then the logical
 // operators combine -1 and 0. Sets truth; returns 0, or kFailed after raising.
 int evaluateCondition(core::Interpreter& interpreter, int begin, int end, bool& truth);

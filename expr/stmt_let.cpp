@@ -41,6 +41,19 @@ int arrayStatus(core::Interpreter& in, ArrayStatus status)
     }
 }
 
+// A target read through one kind of reader of the arrays and its kind for the scalars.
+template <typename Out>
+int readTargetThrough(core::Interpreter& in, const Target& target, Out& out,
+    ArrayStatus (ArrayStore::*readElement)(std::string_view, ValueType, const std::vector<int32_t>&, Out&),
+    bool (VariableStore::*readScalar)(std::string_view, ValueType, Out&))
+{
+    if (target.isElement)
+        return arrayStatus(in, (in.arrays().*readElement)(target.name, target.type, target.subscripts, out));
+    if (!(in.variables().*readScalar)(target.name, target.type, out))
+        return in.raise(ErrorId::OutOfMemory);
+    return 0;
+}
+
 } // namespace
 
 int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
@@ -70,22 +83,30 @@ int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
     return 0;
 }
 
+namespace {
+
+// A target and the mark that must follow it, blanks between passed over; pos moves past the mark.
+int parseTargetBefore(core::Interpreter& in, int& pos, int end, char mark, Target& target)
+{
+    TRY_BASIC(parseTarget(in, pos, end, target));
+    while (pos < end && in.buffer().at(pos) == ' ')
+        ++pos;
+    if (in.buffer().at(pos) != mark)
+        return in.raise(ErrorId::SyntaxError);
+    ++pos;
+    return 0;
+}
+
+} // namespace
+
 int readTarget(core::Interpreter& in, const Target& target, Value& value)
 {
-    if (target.isElement)
-        return arrayStatus(in, in.arrays().read(target.name, target.type, target.subscripts, value));
-    if (!in.variables().read(target.name, target.type, value))
-        return in.raise(ErrorId::OutOfMemory);
-    return 0;
+    return readTargetThrough(in, target, value, &ArrayStore::read, &VariableStore::read);
 }
 
 int readTargetStored(core::Interpreter& in, const Target& target, double& stored)
 {
-    if (target.isElement)
-        return arrayStatus(in, in.arrays().readStored(target.name, target.type, target.subscripts, stored));
-    if (!in.variables().readStored(target.name, target.type, stored))
-        return in.raise(ErrorId::OutOfMemory);
-    return 0;
+    return readTargetThrough(in, target, stored, &ArrayStore::readStored, &VariableStore::readStored);
 }
 
 int assignTarget(core::Interpreter& in, const Target& target, const Value& value)
@@ -101,13 +122,9 @@ Outcome stmtLet(core::Interpreter& in, int begin, int end)
 {
     Target target;
     int pos = begin;
-    TRY_BASIC(parseTarget(in, pos, end, target));
-    while (pos < end && in.buffer().at(pos) == ' ')
-        ++pos;
-    if (in.buffer().at(pos) != '=')
-        return in.raise(ErrorId::SyntaxError);
+    TRY_BASIC(parseTargetBefore(in, pos, end, '=', target));
     Value value;
-    TRY_BASIC(evaluateExpression(in, pos + 1, end, value));
+    TRY_BASIC(evaluateExpression(in, pos, end, value));
     TRY_BASIC(assignTarget(in, target, value));
     return kDone;
 }
@@ -117,12 +134,7 @@ Outcome stmtSwap(core::Interpreter& in, int begin, int end)
     Target first;
     Target second;
     int pos = begin;
-    TRY_BASIC(parseTarget(in, pos, end, first));
-    while (pos < end && in.buffer().at(pos) == ' ')
-        ++pos;
-    if (in.buffer().at(pos) != ',')
-        return in.raise(ErrorId::SyntaxError);
-    ++pos;
+    TRY_BASIC(parseTargetBefore(in, pos, end, ',', first));
     TRY_BASIC(parseTarget(in, pos, end, second));
     if ((first.type == ValueType::String) != (second.type == ValueType::String) || first.type != second.type)
         return in.raise(ErrorId::TypeMismatch);

@@ -40,13 +40,9 @@ std::vector<std::string> argumentTexts(std::string_view text)
 // A whole number (truncated toward zero), within what a 64-bit address sum can take.
 int wholeNumber(core::Interpreter& in, std::string_view text, int64_t& number)
 {
-    expr::Value value;
-    TRY_BASIC(expr::evaluateText(in, text, value));
-    if (value.isString())
-        return in.raise(ErrorId::TypeMismatch);
-    if (value.empty)
-        return in.raise(ErrorId::SyntaxError);
-    double whole = std::trunc(value.number);
+    double given = 0;
+    TRY_BASIC(expr::evaluateNumber(in, text, given));
+    double whole = std::trunc(given);
     if (!(whole > -4294967296.0 && whole < 4294967296.0))
         return in.raise(ErrorId::IllegalFunctionCall);
     number = static_cast<int64_t>(whole);
@@ -70,6 +66,23 @@ int fileName(core::Interpreter& in, std::string_view text, std::string& path)
     return 0;
 }
 
+// What BSAVE and BLOAD begin with: the file and the offset of the bytes from the DEF SEG base.
+struct MemoryFile {
+    std::vector<std::string> fields; // all the arguments
+    std::string path;
+    int64_t offset = 0;
+};
+
+// The file name and the offset of a statement that has at least `count` arguments.
+int readMemoryFile(core::Interpreter& in, int begin, int end, size_t count, MemoryFile& file)
+{
+    file.fields = argumentTexts(statementText(in, begin, end));
+    if (file.fields.size() < count)
+        return in.raise(ErrorId::SyntaxError);
+    TRY_BASIC(fileName(in, file.fields[0], file.path));
+    return wholeNumber(in, file.fields[1], file.offset);
+}
+
 } // namespace
 
 Outcome stmtDefSeg(core::Interpreter& in, int begin, int end)
@@ -78,10 +91,7 @@ Outcome stmtDefSeg(core::Interpreter& in, int begin, int end)
     auto equals = text.find('=');
     if (equals == std::string_view::npos)
         return in.raise(ErrorId::SyntaxError);
-    int64_t base = 0;
-    TRY_BASIC(wholeNumber(in, text.substr(equals + 1), base));
-    in.memory().segmentBase = base;
-    return kDone;
+    return core::outcomeOf(wholeNumber(in, text.substr(equals + 1), in.memory().segmentBase));
 }
 
 Outcome stmtPoke(core::Interpreter& in, int begin, int end)
@@ -103,23 +113,18 @@ Outcome stmtPoke(core::Interpreter& in, int begin, int end)
 // file is made, so a refused range leaves no file behind.
 Outcome stmtBsave(core::Interpreter& in, int begin, int end)
 {
-    auto fields = argumentTexts(statementText(in, begin, end));
-    if (fields.size() < 3)
-        return in.raise(ErrorId::SyntaxError);
-    std::string path;
-    TRY_BASIC(fileName(in, fields[0], path));
-    int64_t offset = 0;
+    MemoryFile target;
+    TRY_BASIC(readMemoryFile(in, begin, end, 3, target));
     int64_t length = 0;
-    TRY_BASIC(wholeNumber(in, fields[1], offset));
-    TRY_BASIC(wholeNumber(in, fields[2], length));
+    TRY_BASIC(wholeNumber(in, target.fields[2], length));
     if (length < 0 || length > kAreaBytes)
         return in.raise(ErrorId::IllegalFunctionCall);
     uint8_t* bytes = nullptr;
-    TRY_BASIC(reachBytes(in, in.memory().segmentBase + offset, static_cast<size_t>(length), false, bytes));
+    TRY_BASIC(reachBytes(in, in.memory().segmentBase + target.offset, static_cast<size_t>(length), false, bytes));
     std::vector<uint8_t> copy;
     if (bytes != nullptr)
         copy.assign(bytes, bytes + length);
-    std::FILE* file = std::fopen(path.c_str(), "wb");
+    std::FILE* file = std::fopen(target.path.c_str(), "wb");
     if (file == nullptr)
         return in.raise(ErrorId::FileNotOpen);
     bool written = copy.empty() || std::fwrite(copy.data(), 1, copy.size(), file) == copy.size();
@@ -133,14 +138,9 @@ Outcome stmtBsave(core::Interpreter& in, int begin, int end)
 // refused before anything is written.
 Outcome stmtBload(core::Interpreter& in, int begin, int end)
 {
-    auto fields = argumentTexts(statementText(in, begin, end));
-    if (fields.size() < 2)
-        return in.raise(ErrorId::SyntaxError);
-    std::string path;
-    TRY_BASIC(fileName(in, fields[0], path));
-    int64_t offset = 0;
-    TRY_BASIC(wholeNumber(in, fields[1], offset));
-    std::FILE* file = std::fopen(path.c_str(), "rb");
+    MemoryFile source;
+    TRY_BASIC(readMemoryFile(in, begin, end, 2, source));
+    std::FILE* file = std::fopen(source.path.c_str(), "rb");
     if (file == nullptr)
         return in.raise(ErrorId::FileNotOpen);
     // No area is larger than 1 MiB: one byte more than that is enough to know the file is too long.
@@ -154,7 +154,7 @@ Outcome stmtBload(core::Interpreter& in, int begin, int end)
     if (failed)
         return in.raise(ErrorId::DiskIoError);
     uint8_t* bytes = nullptr;
-    TRY_BASIC(reachBytes(in, in.memory().segmentBase + offset, contents.size(), true, bytes));
+    TRY_BASIC(reachBytes(in, in.memory().segmentBase + source.offset, contents.size(), true, bytes));
     if (!contents.empty())
         std::copy(contents.begin(), contents.end(), bytes);
     return kDone;

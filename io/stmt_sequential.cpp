@@ -4,6 +4,7 @@
 #include <string>
 #include <unistd.h>
 
+#include "core/dispatch.h"
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/outcome.h"
@@ -27,9 +28,16 @@ using core::ErrorId;
 
 enum class Direction { Out, In };
 
-// The channel named before the first comma ("#" and blanks before the number are passed over);
-// afterComma is the position after that comma.
-int findChannel(core::Interpreter& in, int begin, int end, Direction direction, FileChannel*& channel, int& afterComma)
+// The channel named before the first comma of a file statement, and where the rest of the
+// statement starts, after that comma.
+struct ChannelArgument {
+    FileChannel* channel = nullptr;
+    int rest = 0;
+};
+
+// Finds the channel ("#" and blanks before the number are passed over), which must be open in a
+// mode for the direction.
+int findChannel(core::Interpreter& in, int begin, int end, Direction direction, ChannelArgument& file)
 {
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
     size_t comma = text.find(',', static_cast<size_t>(begin));
@@ -38,13 +46,13 @@ int findChannel(core::Interpreter& in, int begin, int end, Direction direction, 
     std::string number(text.substr(static_cast<size_t>(begin), comma - static_cast<size_t>(begin)));
     auto start = number.find_first_not_of(" #");
     int n = start == std::string::npos ? 0 : std::atoi(number.c_str() + start);
-    channel = &in.files().entry(n);
+    FileChannel& channel = in.files().entry(n);
     bool fits = direction == Direction::Out
-        ? channel->mode == FileMode::Output || channel->mode == FileMode::Append || channel->mode == FileMode::Com
-        : channel->mode == FileMode::Input || channel->mode == FileMode::Com;
-    if (!channel->isOpen() || !fits)
+        ? channel.mode == FileMode::Output || channel.mode == FileMode::Append || channel.mode == FileMode::Com
+        : channel.mode == FileMode::Input || channel.mode == FileMode::Com;
+    if (!channel.isOpen() || !fits)
         return in.raise(ErrorId::FileNotOpen);
-    afterComma = static_cast<int>(comma) + 1;
+    file = {&channel, static_cast<int>(comma) + 1};
     return 0;
 }
 
@@ -69,7 +77,13 @@ int readByte(const FileChannel& channel, char& byte)
     return n == 1 ? 1 : n == 0 ? 0 : -1;
 }
 
-void carryOnAs(core::Interpreter& in, core::Stmt code) { in.run().statementCode = static_cast<int>(code); }
+// The statement goes on as the plain statement of that code (PRINT, WRITE, INPUT ...) on the rest
+// of its text.
+Outcome carryOnAs(core::Interpreter& in, core::Stmt code, core::StatementHandler handler, int rest, int end)
+{
+    in.run().statementCode = static_cast<int>(code);
+    return handler(in, rest, end);
+}
 
 // Whether the text after the comma starts with USING; pos moves past the word.
 bool usingForm(core::Interpreter& in, int& pos, int end)
@@ -86,18 +100,18 @@ bool usingForm(core::Interpreter& in, int& pos, int end)
 
 Outcome stmtPrintFile(core::Interpreter& in, int begin, int end)
 {
-    FileChannel* channel = nullptr;
-    int pos = 0;
-    TRY_BASIC(findChannel(in, begin, end, Direction::Out, channel, pos));
+    ChannelArgument file;
+    TRY_BASIC(findChannel(in, begin, end, Direction::Out, file));
+    int pos = file.rest;
     bool withUsing = usingForm(in, pos, end);
     // The screen and the printer take the statement on as PRINT or LPRINT (with USING).
-    if (channel->device == DeviceKind::Screen) {
-        carryOnAs(in, withUsing ? core::Stmt::PrintUsing : core::Stmt::Print);
-        return withUsing ? expr::stmtPrintUsing(in, pos, end) : expr::stmtPrint(in, pos, end);
+    if (file.channel->device == DeviceKind::Screen) {
+        return withUsing ? carryOnAs(in, core::Stmt::PrintUsing, expr::stmtPrintUsing, pos, end)
+                         : carryOnAs(in, core::Stmt::Print, expr::stmtPrint, pos, end);
     }
-    if (channel->device == DeviceKind::Printer) {
-        carryOnAs(in, withUsing ? core::Stmt::LprintUsing : core::Stmt::Lprint);
-        return withUsing ? expr::stmtLprintUsing(in, pos, end) : expr::stmtLprint(in, pos, end);
+    if (file.channel->device == DeviceKind::Printer) {
+        return withUsing ? carryOnAs(in, core::Stmt::LprintUsing, expr::stmtLprintUsing, pos, end)
+                         : carryOnAs(in, core::Stmt::Lprint, expr::stmtLprint, pos, end);
     }
     std::string text;
     bool endsLine = true;
@@ -107,45 +121,39 @@ Outcome stmtPrintFile(core::Interpreter& in, int begin, int end)
         TRY_BASIC(expr::formatPrintText(in, pos, end, text, endsLine));
     if (endsLine)
         text += '\r';
-    TRY_BASIC(writeAll(in, *channel, text));
+    TRY_BASIC(writeAll(in, *file.channel, text));
     return kDone;
 }
 
 Outcome stmtWriteFile(core::Interpreter& in, int begin, int end)
 {
-    FileChannel* channel = nullptr;
-    int pos = 0;
-    TRY_BASIC(findChannel(in, begin, end, Direction::Out, channel, pos));
-    if (channel->device == DeviceKind::Screen) {
-        carryOnAs(in, core::Stmt::Write);
-        return expr::stmtWrite(in, pos, end);
-    }
+    ChannelArgument file;
+    TRY_BASIC(findChannel(in, begin, end, Direction::Out, file));
+    if (file.channel->device == DeviceKind::Screen)
+        return carryOnAs(in, core::Stmt::Write, expr::stmtWrite, file.rest, end);
     std::string text;
-    TRY_BASIC(expr::formatWriteText(in, pos, end, text));
-    if (channel->device == DeviceKind::Printer) {
+    TRY_BASIC(expr::formatWriteText(in, file.rest, end, text));
+    if (file.channel->device == DeviceKind::Printer) {
         in.run().printNewline = true;
         return expr::deliverPrintLine(in, std::move(text), expr::PrintTarget::Printer);
     }
-    TRY_BASIC(writeAll(in, *channel, text + '\r'));
+    TRY_BASIC(writeAll(in, *file.channel, text + '\r'));
     return kDone;
 }
 
 Outcome stmtInputFile(core::Interpreter& in, int begin, int end)
 {
-    FileChannel* channel = nullptr;
-    int pos = 0;
-    TRY_BASIC(findChannel(in, begin, end, Direction::In, channel, pos));
+    ChannelArgument file;
+    TRY_BASIC(findChannel(in, begin, end, Direction::In, file));
     // The keyboard takes the statement on as INPUT of the same variables.
-    if (channel->device == DeviceKind::Keyboard) {
-        carryOnAs(in, core::Stmt::Input);
-        return expr::stmtInput(in, pos, end);
-    }
-    if (channel->device == DeviceKind::Serial)
-        return core::outcomeOf(inputFromCom(in, *channel, pos, end));
+    if (file.channel->device == DeviceKind::Keyboard)
+        return carryOnAs(in, core::Stmt::Input, expr::stmtInput, file.rest, end);
+    if (file.channel->device == DeviceKind::Serial)
+        return core::outcomeOf(inputFromCom(in, *file.channel, file.rest, end));
     // The variable's name decides how an item ends: a blank ends a number, not a string.
-    TRY_BASIC(forEachTarget(in, pos, end, [&](const expr::Target& target) {
+    TRY_BASIC(forEachTarget(in, file.rest, end, [&](const expr::Target& target) {
         std::string item;
-        if (readItem([&](char& byte) { return readByte(*channel, byte); }, target.type == expr::ValueType::String, item) <= 0)
+        if (readItem([&](char& byte) { return readByte(*file.channel, byte); }, target.type == expr::ValueType::String, item) <= 0)
             return static_cast<int>(in.raise(ErrorId::DiskIoError));
         return assignText(in, target, item);
     }));
@@ -154,21 +162,19 @@ Outcome stmtInputFile(core::Interpreter& in, int begin, int end)
 
 Outcome stmtLineInputFile(core::Interpreter& in, int begin, int end)
 {
-    FileChannel* channel = nullptr;
-    int pos = 0;
-    TRY_BASIC(findChannel(in, begin, end, Direction::In, channel, pos));
-    if (channel->device == DeviceKind::Keyboard) {
+    ChannelArgument file;
+    TRY_BASIC(findChannel(in, begin, end, Direction::In, file));
+    if (file.channel->device == DeviceKind::Keyboard) {
         in.run().lineInputMode = true;
-        carryOnAs(in, core::Stmt::Input);
-        return expr::stmtInput(in, pos, end);
+        return carryOnAs(in, core::Stmt::Input, expr::stmtInput, file.rest, end);
     }
-    if (channel->device == DeviceKind::Serial)
-        return core::outcomeOf(lineInputFromCom(in, *channel, pos, end));
+    if (file.channel->device == DeviceKind::Serial)
+        return core::outcomeOf(lineInputFromCom(in, *file.channel, file.rest, end));
     std::string line;
     core::QuoteState quotes;
     for (;;) {
         char byte = 0;
-        int got = readByte(*channel, byte);
+        int got = readByte(*file.channel, byte);
         if (got < 0)
             return in.raise(ErrorId::DiskIoError);
         if (got == 0)
@@ -177,17 +183,17 @@ Outcome stmtLineInputFile(core::Interpreter& in, int begin, int end)
             continue;
         if (byte == '\r' && !quotes.inside()) {
             char next = 0;
-            int more = readByte(*channel, next);
+            int more = readByte(*file.channel, next);
             if (more < 0)
                 return in.raise(ErrorId::DiskIoError);
             if (more == 1 && next != '\n')
-                ::lseek(channel->fd, -1, SEEK_CUR);
+                ::lseek(file.channel->fd, -1, SEEK_CUR);
             break;
         }
         line += byte;
     }
     expr::Target target;
-    TRY_BASIC(expr::parseTarget(in, pos, end, target));
+    TRY_BASIC(expr::parseTarget(in, file.rest, end, target));
     return core::outcomeOf(assignText(in, target, line));
 }
 

@@ -162,14 +162,10 @@ bool shiftJisOfJis(int32_t jis, uint16_t& sjis)
 int kanjiPicture(core::Interpreter& in, std::string_view argument, const std::vector<std::string>& fields,
     Picture& picture)
 {
-    expr::Value code;
-    TRY_BASIC(expr::evaluateText(in, argument, code));
-    if (code.isString())
-        return in.raise(ErrorId::TypeMismatch);
-    if (code.empty)
-        return in.raise(ErrorId::SyntaxError);
+    double code = 0;
+    TRY_BASIC(expr::evaluateNumber(in, argument, code));
     uint16_t sjis = 0;
-    double whole = std::trunc(code.number);
+    double whole = std::trunc(code);
     if (!(whole >= 0 && whole <= 0xFFFF) || !shiftJisOfJis(static_cast<int32_t>(whole), sjis))
         return in.raise(ErrorId::IllegalFunctionCall);
     auto& colours = in.colours();

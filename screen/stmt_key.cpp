@@ -28,18 +28,7 @@ Outcome stmtKeyList(core::Interpreter& in, int, int)
             pieces.push_back(rest.substr(0, take));
             rest.remove_prefix(take);
         } while (!rest.empty());
-        int first = screen.cursorRow();
-        int rows = static_cast<int>(pieces.size());
-        for (int k = 0; k < rows; ++k) {
-            LineLink link {};
-            if (rows > 1)
-                link = {static_cast<int8_t>(first), k == 0 ? static_cast<int8_t>(first + rows - 1) : int8_t {-1}};
-            screen.WriteRow(pieces[static_cast<size_t>(k)], link);
-            int before = screen.cursorRow();
-            screen.NewLine();
-            if (screen.cursorRow() <= before)
-                --first;
-        }
+        screen.WriteLinkedRows(pieces);
     }
     screen.RedrawRows();
     in.run().statementEcho = 0;

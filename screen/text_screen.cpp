@@ -294,6 +294,25 @@ void TextScreen::WriteRow(std::string_view text, LineLink link)
     m_highestRow = std::max(m_highestRow, m_cursorRow);
 }
 
+void TextScreen::WriteLinkedRows(const std::vector<std::string_view>& pieces)
+{
+    int firstRow = cursorRow();
+    int rows = static_cast<int>(pieces.size());
+    for (int k = 0; k < rows; ++k) {
+        LineLink link {};
+        if (rows > 1) {
+            link.firstRow = static_cast<int8_t>(firstRow);
+            link.lastRow = k == 0 ? static_cast<int8_t>(firstRow + rows - 1) : int8_t {-1};
+        }
+        WriteRow(pieces[static_cast<size_t>(k)], link);
+        int before = cursorRow();
+        NewLine();
+        // Scrolling moved the line's rows up.
+        if (cursorRow() <= before)
+            --firstRow;
+    }
+}
+
 TextScreen::Caret TextScreen::ShowCursor(bool insertMode)
 {
     if (m_cursorColumn < 0)

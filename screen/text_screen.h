@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::screen {
 
@@ -82,6 +83,10 @@ public:
     // Replaces the cursor row with text (at most 81 bytes) and its link, as a listing writes it.
     // The row is drawn by the RedrawRows that ends the listing.
     void WriteRow(std::string_view text, LineLink link);
+    // Writes the pieces of one program or key line on rows from the cursor, as WriteRow does, each
+    // followed by NewLine; the rows of a line that takes several are linked (the first row also
+    // names the last), scrolling taken into account.
+    void WriteLinkedRows(const std::vector<std::string_view>& pieces);
     // Draws rows 0..23 (0..24 without the function-key line) from their texts, control bytes as
     // glyphs, and shows the whole screen.
     void RedrawRows() { m_plane->redrawRows(*this); }

@@ -341,6 +341,28 @@ TEST(TextScreen, PrintingAtTheBottomOfAWindowScrollsOnlyTheWindow)
     EXPECT_EQ(screen.cursorColumn(), 5);
 }
 
+TEST(TextScreen, TheRowsOfOneLongLineAreLinkedThroughScrolling)
+{
+    TextScreen screen;
+    screen.setCursor(0, 2);
+    screen.WriteLinkedRows({"10 A"});
+    EXPECT_EQ(screen.link(2).firstRow, -1);
+    EXPECT_EQ(screen.link(2).lastRow, -1);
+    EXPECT_EQ(screen.cursorRow(), 3);
+
+    // Three rows from row 22: the last two scroll the window, and the links follow the rows up.
+    screen.setCursor(0, 22);
+    screen.WriteLinkedRows({"AAA", "BBB", "CCC"});
+    EXPECT_EQ(screen.row(20).substr(0, 3), "AAA");
+    EXPECT_EQ(screen.row(22).substr(0, 3), "CCC");
+    for (int r = 20; r <= 22; ++r)
+        EXPECT_EQ(screen.link(r).firstRow, 20) << r;
+    EXPECT_EQ(screen.link(20).lastRow, 22);
+    EXPECT_EQ(screen.link(21).lastRow, -1);
+    EXPECT_EQ(screen.link(22).lastRow, -1);
+    EXPECT_EQ(screen.row(0).substr(0, 4), "10 A");
+}
+
 TEST(TextScreen, ScrollingMovesTheLineLinks)
 {
     TextScreen screen;
