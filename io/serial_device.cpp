@@ -64,6 +64,17 @@ bool setLine(int fd, const ComSettings& settings)
     return true;
 }
 
+// What one read or write did: moved bytes (or was interrupted: try again), found the device with
+// nothing to give or no room to take, or failed because the device is gone.
+enum class Step { Moved, Blocked, Lost };
+
+Step stepOf(ssize_t n)
+{
+    if (n >= 0 || errno == EINTR)
+        return Step::Moved;
+    return errno == EAGAIN || errno == EWOULDBLOCK ? Step::Blocked : Step::Lost;
+}
+
 } // namespace
 
 std::unique_ptr<SerialDevice> SerialDevice::open(const std::string& path, const ComSettings& settings)
@@ -95,34 +106,29 @@ void SerialDevice::pump()
     if (m_fd < 0)
         return;
     std::array<char, 1024> chunk {};
-    while (m_input.size() < kComQueueSize) {
+    Step step = Step::Moved;
+    while (step != Step::Blocked && m_input.size() < kComQueueSize) {
         size_t room = std::min(chunk.size(), kComQueueSize - m_input.size());
         ssize_t n = ::read(m_fd, chunk.data(), room);
+        step = stepOf(n);
         if (n > 0) {
             m_input.append(chunk.data(), static_cast<size_t>(n));
             m_receivedTotal += static_cast<uint64_t>(n);
-            continue;
         }
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n < 0 && (errno == EAGAIN || errno == EWOULDBLOCK))
-            break;
-        // End of file or an I/O error: the device is gone.
-        lost();
-        return;
+        // A read of nothing at all is the end of the file: the device is gone.
+        if (step == Step::Lost || n == 0)
+            return lost();
     }
-    while (!m_output.empty()) {
+    step = Step::Moved;
+    while (step != Step::Blocked && !m_output.empty()) {
         ssize_t n = ::write(m_fd, m_output.data(), m_output.size());
-        if (n > 0) {
+        step = stepOf(n);
+        if (n > 0)
             m_output.erase(0, static_cast<size_t>(n));
-            continue;
-        }
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n < 0 && (errno == EAGAIN || errno == EWOULDBLOCK))
-            break;
-        lost();
-        return;
+        if (step == Step::Lost)
+            return lost();
+        if (n == 0)
+            break; // took nothing: try again at the next pump
     }
 }
 
