@@ -8,6 +8,19 @@ namespace tessaly::expr::builtin {
 
 using core::ErrorId;
 
+namespace {
+
+// factor * ln(q) for the inverse functions: a q that is not positive lies outside their domain.
+int scaledLogarithm(core::Interpreter& in, double q, double factor, double& y)
+{
+    if (q < kNearZero)
+        return in.raise(ErrorId::IllegalFunctionCall);
+    y = factor * std::log(q);
+    return 0;
+}
+
+} // namespace
+
 int hyperbolicSine(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
     return ofNumber(in, call, result, [](double x) { return std::sinh(x); });
@@ -54,11 +67,7 @@ int hyperbolicArcCosine(core::Interpreter& in, const FunctionCall& call, Value& 
     return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
         if (x < 1)
             return in.raise(ErrorId::IllegalFunctionCall);
-        double sum = x + std::sqrt(x * x - 1);
-        if (sum < kNearZero)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::log(sum);
-        return 0;
+        return scaledLogarithm(in, x + std::sqrt(x * x - 1), 1, y);
     });
 }
 
@@ -69,11 +78,7 @@ int hyperbolicArcTangent(core::Interpreter& in, const FunctionCall& call, Value&
             return in.raise(ErrorId::IllegalFunctionCall);
         if (1 - x < kNearZero)
             return in.raise(ErrorId::DivisionByZero);
-        double quotient = (1 + x) / (1 - x);
-        if (quotient < kNearZero)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = 0.5 * std::log(quotient);
-        return 0;
+        return scaledLogarithm(in, (1 + x) / (1 - x), 0.5, y);
     });
 }
 
@@ -95,11 +100,7 @@ int hyperbolicArcCosecant(core::Interpreter& in, const FunctionCall& call, Value
         if (std::fabs(x) < kNearZero)
             return in.raise(ErrorId::DivisionByZero);
         double sign = x > 0 ? 1 : -1;
-        double quotient = (std::sqrt(1 + x * x) * sign + 1) / x;
-        if (quotient < kNearZero)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = std::log(quotient);
-        return 0;
+        return scaledLogarithm(in, (std::sqrt(1 + x * x) * sign + 1) / x, 1, y);
     });
 }
 
@@ -108,11 +109,7 @@ int hyperbolicArcCotangent(core::Interpreter& in, const FunctionCall& call, Valu
     return ofNumberInDomain(in, call, result, [&](double x, double& y) -> int {
         if (std::fabs(x - 1) < kNearZero)
             return in.raise(ErrorId::DivisionByZero);
-        double quotient = (x + 1) / (x - 1);
-        if (quotient < kNearZero)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        y = 0.5 * std::log(quotient);
-        return 0;
+        return scaledLogarithm(in, (x + 1) / (x - 1), 0.5, y);
     });
 }
 
