@@ -15,6 +15,7 @@
 #include "screen/colours.h"
 #include "screen/keyboard.h"
 #include "screen/text_screen.h"
+#include "io/device_transfer.h"
 #include "io/file_table.h"
 
 namespace tessaly::core {
@@ -390,6 +391,8 @@ void breakProgram(Interpreter& in)
     // one that waited for a serial port waits no more.
     in.keyboard().keyCapture = 0;
     in.files().comPorts().forgetReceives();
+    // A program transfer through a device ends: a load's received text becomes the program.
+    io::endDeviceTransfer(in);
     if (run.autoLine > 0) {
         // The row holds only the offered number: entering it ends AUTO.
         run.runMode = RunMode::Direct;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "io/com_ports.h"
+#include "io/device_transfer.h"
 
 namespace tessaly::io {
 
@@ -58,10 +59,12 @@ public:
     void closeAll();
 
     ComPorts& comPorts() { return m_comPorts; }
+    DeviceTransfer& transfer() { return m_transfer; }
 
 private:
     std::array<FileChannel, kHighestFileNumber + 1> m_entries {};
     ComPorts m_comPorts;
+    DeviceTransfer m_transfer;
 };
 
 } // namespace tessaly::io

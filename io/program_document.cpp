@@ -61,8 +61,13 @@ LoadOutcome LoadProgramDocument(core::Interpreter& in, const std::string& path, 
     std::string bytes(kMaxProgramFileBytes + 1, '\0');
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     bytes.resize(static_cast<size_t>(file.gcount()));
-    bool cut = bytes.size() > kMaxProgramFileBytes;
     followProgramFolder(path);
+    return ProgramFromBytes(in, bytes) ? LoadOutcome::Cut : LoadOutcome::Loaded;
+}
+
+bool ProgramFromBytes(core::Interpreter& in, std::string_view bytes)
+{
+    bool cut = bytes.size() > kMaxProgramFileBytes;
     ProgramFileFormat format = ProgramFile::Read(bytes, in.program());
     auto& formats = in.programFormats();
     formats.loadedFormat = static_cast<uint8_t>(format);
@@ -73,7 +78,7 @@ LoadOutcome LoadProgramDocument(core::Interpreter& in, const std::string& path, 
     // A cut program is not the file: it counts as changed, so that closing asks before it is lost.
     in.host().setDocumentModified(cut);
     in.recomposeScreen();
-    return cut ? LoadOutcome::Cut : LoadOutcome::Loaded;
+    return cut;
 }
 
 bool SaveProgramDocument(core::Interpreter& in, const std::string& path, RaiseAt raiseAt, bool* tooLongToLoad)

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tessaly::core {
 class Interpreter;
@@ -25,6 +26,9 @@ enum class LoadOutcome : uint8_t {
 // Replaces the program with the file at path (its first 65,535 bytes).
 LoadOutcome LoadProgramDocument(core::Interpreter& in, const std::string& path, RaiseAt raiseAt = RaiseAt::NoLine);
 
+// Replaces the program with a program file's bytes (received through a serial port, or read from
+// a file), as LOAD does; true when they were longer than a program file may be and were cut.
+bool ProgramFromBytes(core::Interpreter& in, std::string_view bytes);
 // The line shown after a save that LOAD cannot read back whole.
 inline constexpr char kSavedTooLongToLoad[] = "Program longer than 65535 bytes: LOAD reads only the first 65535";
 

@@ -13,6 +13,7 @@
 #include "io/basic_path.h"
 #include "io/com_channel.h"
 #include "io/file_table.h"
+#include "io/open_channel.h"
 
 namespace tessaly::io {
 
@@ -65,6 +66,36 @@ bool containsAny(const std::string& name, std::initializer_list<const char*> wor
 
 } // namespace
 
+int openChannel(core::Interpreter& in, int number, FileMode mode, const std::string& name)
+{
+    auto& files = in.files();
+    // A number that is open already is closed first.
+    if (files.entry(number).isOpen())
+        files.close(number);
+    FileChannel channel;
+    if (name.find("COM") != std::string::npos) {
+        return openComChannel(in, number, name);
+    } else if (name.find("LPT") != std::string::npos) {
+        if (mode != FileMode::Output)
+            return in.raise(ErrorId::SyntaxError);
+        channel = openedChannel(-1, FileMode::Output, DeviceKind::Printer);
+    } else if (containsAny(name, {"SCRN:", "SCRN :"})) {
+        if (mode != FileMode::Output)
+            return in.raise(ErrorId::SyntaxError);
+        channel = openedChannel(-1, FileMode::Output, DeviceKind::Screen);
+    } else if (containsAny(name, {"KYBD:", "KYBD :"})) {
+        if (mode != FileMode::Input)
+            return in.raise(ErrorId::SyntaxError);
+        channel = openedChannel(-1, FileMode::Input, DeviceKind::Keyboard);
+    } else {
+        int fd = -1;
+        TRY_BASIC(openDisk(in, name, mode, fd));
+        channel = openedChannel(fd, mode, DeviceKind::Disk);
+    }
+    files.entry(number) = channel;
+    return 0;
+}
+
 Outcome stmtOpen(core::Interpreter& in, int begin, int end)
 {
     auto text = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
@@ -105,33 +136,7 @@ Outcome stmtOpen(core::Interpreter& in, int begin, int end)
         return in.raise(ErrorId::BadFileNumber);
     std::string name = core::upperCased(std::string_view(fileName).substr(1, fileName.size() - 2));
 
-    auto& files = in.files();
-    // A number that is open already is closed first.
-    if (files.entry(number).isOpen())
-        files.close(number);
-    FileChannel channel;
-    if (name.find("COM") != std::string::npos) {
-        TRY_BASIC(openComChannel(in, number, name));
-        return kDone;
-    } else if (name.find("LPT") != std::string::npos) {
-        if (mode != FileMode::Output)
-            return in.raise(ErrorId::SyntaxError);
-        channel = openedChannel(-1, FileMode::Output, DeviceKind::Printer);
-    } else if (containsAny(name, {"SCRN:", "SCRN :"})) {
-        if (mode != FileMode::Output)
-            return in.raise(ErrorId::SyntaxError);
-        channel = openedChannel(-1, FileMode::Output, DeviceKind::Screen);
-    } else if (containsAny(name, {"KYBD:", "KYBD :"})) {
-        if (mode != FileMode::Input)
-            return in.raise(ErrorId::SyntaxError);
-        channel = openedChannel(-1, FileMode::Input, DeviceKind::Keyboard);
-    } else {
-        int fd = -1;
-        TRY_BASIC(openDisk(in, name, mode, fd));
-        channel = openedChannel(fd, mode, DeviceKind::Disk);
-    }
-    files.entry(number) = channel;
-    return kDone;
+    return core::outcomeOf(openChannel(in, number, mode, name));
 }
 
 Outcome stmtClose(core::Interpreter& in, int begin, int end)

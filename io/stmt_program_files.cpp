@@ -8,6 +8,7 @@
 #include "core/text_scan.h"
 #include "expr/evaluator.h"
 #include "io/basic_path.h"
+#include "io/device_transfer.h"
 #include "io/program_document.h"
 #include "io/program_formats.h"
 #include "io/program_merge.h"
@@ -38,8 +39,7 @@ int evaluateFileName(core::Interpreter& in, std::string_view argument, std::stri
     return 0;
 }
 
-// Program transfers through the serial port or the printer need the file table; until it is
-// built they answer as a transfer to a channel that cannot take them.
+// Programs go through a serial port both ways, and to a printer port.
 bool namesTransferDevice(std::string_view name, bool save)
 {
     return NamesDevice(name, "COM") || (save && NamesDevice(name, "LPT"));
@@ -56,8 +56,10 @@ Outcome stmtLoad(core::Interpreter& in, int begin, int end)
     bool runAfter = comma != std::string_view::npos && argument.find('R', comma) != std::string_view::npos;
     std::string name;
     TRY_BASIC(evaluateFileName(in, argument.substr(0, comma), name));
-    if (namesTransferDevice(name, false))
-        return in.raise(ErrorId::IllegalOperationKeyboard);
+    if (namesTransferDevice(name, false)) {
+        TRY_BASIC(loadThroughDevice(in, name));
+        return kDone;
+    }
     // The full path is taken first: loading makes the program's folder the current one.
     std::string path = AbsolutePath(HostPath(WithProgramExtension(name)));
     LoadOutcome outcome = LoadProgramDocument(in, path, RaiseAt::Statement);
@@ -94,8 +96,10 @@ Outcome stmtSave(core::Interpreter& in, int begin, int end)
     }
     std::string name;
     TRY_BASIC(evaluateFileName(in, argument.substr(0, comma), name));
-    if (namesTransferDevice(name, true))
-        return in.raise(ErrorId::IllegalOperationKeyboard);
+    if (namesTransferDevice(name, true)) {
+        TRY_BASIC(saveThroughDevice(in, name));
+        return kDone;
+    }
     in.programFormats().saveFormat = format;
     bool tooLongToLoad = false;
     if (!SaveProgramDocument(in, HostPath(WithProgramExtension(name)), RaiseAt::Statement, &tooLongToLoad))

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+#include "io/device_transfer.h"
 #include "io/file_table.h"
 #include "support/pty_pair.h"
 #include "support/test_host.h"
@@ -149,6 +150,63 @@ TEST_F(SerialPort, ADeviceThatGoesAwayClosesThePort)
     session.interpreter().onChar('G');
     EXPECT_EQ(runOn(), "RUN\nFile not open in30\n");
     EXPECT_EQ(session.type("CLOSE"), "CLOSE\nOK\n");
+}
+
+} // namespace
+} // namespace tessaly::test
+
+namespace tessaly::test {
+namespace {
+
+TEST_F(SerialPort, SaveSendsTheListingAndLoadTakesWhatArrivesUntilBreak)
+{
+    session.type({"10 PRINT \"HI\"", "20 END"});
+    EXPECT_EQ(session.type("SAVE \"COM1:9600,N,8,1,N\""), "SAVE \"COM1:9600,N,8,1,N\"\nOK\n");
+    EXPECT_EQ(pair.receive(23), "10 PRINT \"HI\"\r\n20 END\r\n");
+    EXPECT_FALSE(session.interpreter().files().entry(1).isOpen()); // the transfer's channel is closed
+
+    session.type("NEW");
+    session.start("LOAD \"COM1:9600,N,8,1,N\"");
+    session.step(5);
+    pair.send("10 print 1\r\n20 pr");
+    session.step(20);
+    pair.send("int 2\r\n");
+    const auto& received = session.interpreter().files().transfer().received;
+    for (int steps = 0; steps < 2000 && received.size() < 24; ++steps) {
+        session.step(1);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    EXPECT_TRUE(session.interpreter().isRunning()); // only BREAK ends a load
+    session.breakAndCollect();
+    EXPECT_EQ(session.type("LIST"), "LIST\n10 PRINT 1\n20 PRINT 2\nOK\n");
+    EXPECT_FALSE(session.interpreter().files().entry(1).isOpen());
+}
+
+TEST_F(SerialPort, ALongListingGoesInBlocksOfWholeLines)
+{
+    std::string expected;
+    for (int line = 10; line <= 1000; line += 10) {
+        std::string text = std::to_string(line) + " REM " + std::string(20, 'A');
+        session.type(text);
+        expected += text + "\r\n";
+    }
+    ASSERT_GT(expected.size(), 2 * io::kTransferBlockBytes);
+    session.start("SAVE \"COM1:9600,N,8,1,N\"");
+    std::string got;
+    for (int steps = 0; steps < 2000 && got.size() < expected.size(); ++steps) {
+        session.step(1);
+        got += pair.receive(0);
+    }
+    got += pair.receive(expected.size() - got.size());
+    EXPECT_EQ(got, expected);
+}
+
+TEST_F(SerialPort, SaveToAPrinterPortPrintsTheListing)
+{
+    session.type({"10 PRINT 1", "20 END"});
+    EXPECT_EQ(session.type("SAVE \"LPT1:\""), "SAVE \"LPT1:\"\nOK\n");
+    EXPECT_EQ(session.host().printed, "10 PRINT 1\r\n20 END\r\n");
+    EXPECT_EQ(session.type("LOAD \"LPT1:\""), "LOAD \"LPT1:\"\nFile not open in \n");
 }
 
 } // namespace
