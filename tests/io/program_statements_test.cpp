@@ -71,7 +71,7 @@ TEST_P(FileStatementFailures, ShowTheirMessage)
 INSTANTIATE_TEST_SUITE_P(Statements, FileStatementFailures,
     ::testing::Values(FailureCase {"LOAD \"NONE\"", "File not open in "}, FailureCase {"LOAD \"\"", "Syntax error in "},
         FailureCase {"LOAD 5", "Type mismatch in "}, FailureCase {"SAVE \"X\",Q", "Syntax error in "},
-        FailureCase {"SAVE \"  \"", "Syntax error in "}, FailureCase {"LOAD \"COM1:\"", "Illegal operetion in "},
+        FailureCase {"SAVE \"  \"", "Syntax error in "}, FailureCase {"LOAD \"COM1:\"", "Syntax error in "},
         FailureCase {"MERGE", "Missing operand in "}, FailureCase {"MERGE \"NONE.BAS\"", "File not found in "},
         FailureCase {"KILL \"NONE.BAS\"", "File not found in "},
         FailureCase {"NAME \"NONE.BAS\" AS \"B.BAS\"", "File not found in "},
