@@ -46,6 +46,8 @@ enum class AfterStatement : uint8_t { GoOn, Return };
 bool endRun(Interpreter& in)
 {
     auto& run = in.run();
+    // No receive waits once the run has ended (or an error handler has taken over).
+    in.files().comPorts().forgetReceives();
     if (run.autoLine <= 0) {
         if (in.error().isPending()) {
             showPrompt(in, PromptKind::Output);

@@ -12,6 +12,9 @@ namespace tessaly::io {
 // target.
 inline int assignText(core::Interpreter& in, const expr::Target& target, const std::string& text)
 {
+    // As the literal "text" would be, a text longer than a string may be does not fit.
+    if (text.size() > expr::kMaxStringLength)
+        return in.raise(core::ErrorId::OutOfMemory);
     expr::Value value = target.type == expr::ValueType::String
         ? expr::Value::makeString(text)
         : expr::Value::makeNumber(expr::ReadNumberText(text), expr::NumberForm::Computed16);

@@ -211,3 +211,37 @@ TEST_F(SerialPort, SaveToAPrinterPortPrintsTheListing)
 
 } // namespace
 } // namespace tessaly::test
+
+namespace tessaly::test {
+namespace {
+
+TEST_F(SerialPort, AFloodWithoutLineEndsEndsTheLineWhereTheQueueIsFull)
+{
+    session.type({kOpen, "20 LINE INPUT #1,A$", "30 PRINT LEN(A$)"});
+    session.start("RUN");
+    session.step(3);
+    pair.send(std::string(9000, 'A') + "\r");
+    // The queue's 8,192 bytes make one line, longer than a string can be.
+    EXPECT_EQ(runOn(), "RUN\nOut of memory in 20\n");
+    EXPECT_TRUE(arrived(809));
+    EXPECT_EQ(session.type("LINE INPUT #1,A$:PRINT LEN(A$)"), "LINE INPUT #1,A$:PRINT LEN(A$)\n 808 \nOK\n");
+}
+
+TEST_F(SerialPort, CloseIsRefusedWhileAReceiveWaitsOnThePort)
+{
+    PtyPair second;
+    ASSERT_TRUE(second.ready());
+    ports().setDevicePath(2, second.devicePath());
+    session.type({kOpen, "20 OPEN \"COM2:9600,N,8,1,N\" AS #2", "30 ON COM(2) GOSUB 100:COM(2) ON",
+        "40 LINE INPUT #1,A$", "50 END", "100 CLOSE #1"});
+    session.start("RUN");
+    session.step(10);
+    EXPECT_TRUE(session.interpreter().isWaitingForDevice());
+    second.send("X");
+    EXPECT_EQ(runOn(), "RUN\nIllegal operation in 100\n");
+    // Once the run has ended, nothing waits and the port closes.
+    EXPECT_EQ(session.type("CLOSE #1"), "CLOSE #1\nOK\n");
+}
+
+} // namespace
+} // namespace tessaly::test
