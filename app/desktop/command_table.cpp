@@ -16,6 +16,7 @@ constexpr Command kCommands[] = {
     {kFilePrint, "印刷(&P)...", true, "作業中のﾌｧｲﾙ、画面を印刷/Print", "Ctrl+P", false},
     {kFilePrintPreview, "印刷ﾌﾟﾚﾋﾞｭｰ(&V)", false, "印刷ｲﾒｰｼﾞを表示/PrintPreview", nullptr, false},
     {kFilePrintSetup, "ﾌﾟﾘﾝﾀの設定(&R)...", false, "ﾌﾟﾘﾝﾀ/印刷ｵﾌﾟｼｮﾝの変更/ Setting printer ,option ", nullptr, false},
+    {kSerialPorts, "通信ﾎﾟｰﾄの設定(&M)...", false, "COM1: ... COM5: の装置/Serial port devices", nullptr, true},
     {kRecentFiles, "最近使ったﾌｧｲﾙ", false, "指定のﾌｧｲﾙを開く/Open designation file ", nullptr, true},
     {kAppExit, "ｱﾌﾟﾘｹｰｼｮﾝの終了(&X)", false, "ｱﾌﾟﾘｹｰｼｮﾝを終了し、ﾌｧｲﾙの保存を指示/Close", nullptr, true},
     {kEditUndo, "元に戻す(&U)", false, "直前に行った動作を元に戻す/Undo", "Ctrl+Z", false},
@@ -52,7 +53,7 @@ constexpr int kToolBar[] = {kFileNew, kFileOpen, kFileSave, kSeparator, kRun, kB
 // Which pop-up holds which command is this shell's own arrangement: files, list editing, running,
 // the screen, help.
 constexpr int kFileMenu[] = {kFileNew, kFileOpen, kFileSave, kFileSaveAs, kSeparator, kFilePrint,
-    kFilePrintPreview, kFilePrintSetup, kSeparator, kRecentFiles, kSeparator, kAppExit};
+    kFilePrintPreview, kFilePrintSetup, kSerialPorts, kSeparator, kRecentFiles, kSeparator, kAppExit};
 constexpr int kEditMenu[] = {kEditUndo, kSeparator, kListEditor, kSeparator, kCopyAllList, kPasteAllList,
     kCutAllList, kDeleteAllList, kSeparator, kCopyPartList, kPastePartList, kCutPartList, kDeletePartList};
 constexpr int kRunMenu[] = {kRun, kBreak, kCont};

@@ -18,6 +18,7 @@ inline constexpr int kCutPartList = 32802, kDeletePartList = 32803;
 inline constexpr int kRun = 32779, kBreak = 32778, kCont = 32780;
 inline constexpr int kViewToolBar = 59392, kViewStatusBar = 59393;
 inline constexpr int kHelpIndex = 57667, kContextHelp = 57669, kAppAbout = 57664, kFunctionKey10 = 1006;
+inline constexpr int kSerialPorts = 32810;
 inline constexpr int kSeparator = 0;
 } // namespace cmd
 

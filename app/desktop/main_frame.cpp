@@ -18,9 +18,11 @@
 #include "app/desktop/command_table.h"
 #include "app/desktop/lock_state.h"
 #include "app/desktop/recent_files.h"
+#include "app/desktop/serial_port_settings.h"
 #include "app/desktop/tessaly_doc.h"
 #include "app/desktop/tessaly_view.h"
 #include "app/desktop/tool_icons.h"
+#include "io/file_table.h"
 #include "screen/keyboard.h"
 #include "screen/statements.h"
 
@@ -222,6 +224,15 @@ void CMainFrame::runCommand(int id)
         statusBar()->setVisible(!statusBar()->isVisible());
         m_actions[cmd::kViewStatusBar]->setChecked(statusBar()->isVisible());
         break;
+    case cmd::kSerialPorts: {
+        auto& ports = m_view.interpreter().files().comPorts();
+        SerialPortDialog dialog(ports, this);
+        if (dialog.exec() == QDialog::Accepted) {
+            dialog.applyTo(ports);
+            saveSerialPortPaths(ports);
+        }
+        break;
+    }
     case cmd::kAppAbout: {
         CAboutDlg about(this);
         about.exec();

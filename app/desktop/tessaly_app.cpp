@@ -7,6 +7,7 @@
 #include "app/desktop/document_prompts.h"
 #include "app/desktop/main_frame.h"
 #include "app/desktop/recent_files.h"
+#include "app/desktop/serial_port_settings.h"
 #include "app/desktop/tessaly_doc.h"
 #include "app/desktop/tessaly_view.h"
 #include "io/file_table.h"
@@ -51,6 +52,8 @@ bool CTessalyApp::initInstance(const QStringList& arguments)
     m_frame = std::make_unique<CMainFrame>(*m_view, *m_doc, *m_recent);
     connect(m_view, &CTessalyView::inputHandled, this, &CTessalyApp::kick);
 
+    // The devices of the serial ports as the user set them; --com goes over them for this run.
+    loadSerialPortPaths(m_view->interpreter().files().comPorts());
     bool run = false;
     QString file;
     for (qsizetype i = 0; i < arguments.size(); ++i) {

@@ -6,7 +6,9 @@
 #include <QToolBar>
 
 #include "app/desktop/command_table.h"
+#include "app/desktop/serial_port_settings.h"
 #include "app/desktop/virtual_keys.h"
+#include "io/file_table.h"
 #include "screen/statements.h"
 #include "gui_fixture.h"
 
@@ -55,6 +57,35 @@ private slots:
             QVERIFY(!w.frame().action(id)->isEnabled());
         QVERIFY(w.frame().action(cmd::kCopyText)->isEnabled());
         QCOMPARE(w.frame().popupMenu()->actions().size(), static_cast<qsizetype>(editPopup().items.size()));
+    }
+
+    void serialPortDevicesAreSetInTheirDialogAndKept()
+    {
+        Window w;
+        QVERIFY(w.frame().action(cmd::kSerialPorts)->isEnabled());
+        auto& ports = w.interpreter().files().comPorts();
+        SerialPortDialog dialog(ports);
+        QCOMPARE(dialog.pathField(1)->placeholderText(), QStringLiteral("/dev/ttyS0"));
+        dialog.pathField(2)->setText(QStringLiteral(" /dev/ttyUSB0 "));
+        dialog.applyTo(ports);
+        saveSerialPortPaths(ports);
+        QCOMPARE(ports.devicePath(1), std::string("/dev/ttyS0"));
+        QCOMPARE(ports.devicePath(2), std::string("/dev/ttyUSB0"));
+        io::ComPorts kept;
+        loadSerialPortPaths(kept);
+        QCOMPARE(kept.devicePath(2), std::string("/dev/ttyUSB0"));
+        // An emptied field is the machine's own port again, and is no longer kept.
+        dialog.pathField(2)->clear();
+        dialog.applyTo(ports);
+        saveSerialPortPaths(ports);
+        io::ComPorts again;
+        loadSerialPortPaths(again);
+        QCOMPARE(again.devicePath(2), std::string("/dev/ttyS1"));
+        // The command line goes over the settings for its run.
+        saveSerialPortPaths(kept);
+        Window started(QStringList {QStringLiteral("--com"), QStringLiteral("2=/dev/pts/9")});
+        QCOMPARE(started.interpreter().files().comPorts().devicePath(2), std::string("/dev/pts/9"));
+        saveSerialPortPaths(io::ComPorts());
     }
 
     void screenCommandsRunAsTheirStatements()
