@@ -121,8 +121,7 @@ Outcome stmtPrintFile(core::Interpreter& in, int begin, int end)
         TRY_BASIC(expr::formatPrintText(in, pos, end, text, endsLine));
     if (endsLine)
         text += '\r';
-    TRY_BASIC(writeAll(in, *file.channel, text));
-    return kDone;
+    return core::outcomeOf(writeAll(in, *file.channel, text));
 }
 
 Outcome stmtWriteFile(core::Interpreter& in, int begin, int end)
@@ -137,8 +136,7 @@ Outcome stmtWriteFile(core::Interpreter& in, int begin, int end)
         in.run().printNewline = true;
         return expr::deliverPrintLine(in, std::move(text), expr::PrintTarget::Printer);
     }
-    TRY_BASIC(writeAll(in, *file.channel, text + '\r'));
-    return kDone;
+    return core::outcomeOf(writeAll(in, *file.channel, text + '\r'));
 }
 
 Outcome stmtInputFile(core::Interpreter& in, int begin, int end)
