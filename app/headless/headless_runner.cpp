@@ -152,11 +152,24 @@ public:
 
 private:
     // The next character of standard input as Shift-JIS bytes; a line end is the Enter key.
+    // A wait for a key ends when a timer is due, and soon when an ON COM trap is on, so that bytes
+    // arriving at a serial port are seen while the program reads the keyboard.
+    Deadline keyWaitEnd() const
+    {
+        Deadline due = m_timers.nextDue();
+        if (m_interpreter != nullptr && m_interpreter->pollsDevices()) {
+            auto soon = Clock::now() + std::chrono::milliseconds(5);
+            if (!due || soon < *due)
+                due = soon;
+        }
+        return due;
+    }
+
     bool fetchCharacter()
     {
         char first = 0;
         for (;;) {
-            auto status = m_input.readByte(first, m_timers.nextDue());
+            auto status = m_input.readByte(first, keyWaitEnd());
             if (status == StandardInput::Status::Ended)
                 m_exhausted = true;
             if (status != StandardInput::Status::Ready)
@@ -254,7 +267,15 @@ struct Runner {
 
 void driveUntilIdle(Runner& r)
 {
+    // What a long run prints reaches standard output as it goes, at least every few tens of
+    // milliseconds, not only when the run ends (a serial terminal, a progress report).
+    constexpr auto kFlushEvery = std::chrono::milliseconds(50);
+    auto lastFlush = Clock::now();
     while (r.interpreter.isRunning()) {
+        if (auto now = Clock::now(); now - lastFlush >= kFlushEvery) {
+            r.stream.flush();
+            lastFlush = now;
+        }
         // INPUT$ waiting for keys that standard input will never bring ends as BREAK would.
         if (takeInterrupt() || (r.host.inputExhausted() && r.interpreter.keyboard().keyCapture != 0)) {
             r.interpreter.breakProgram();
