@@ -1,4 +1,5 @@
 // Everything the interpreter needs from the platform: sound, timers, printer, clock, document.
+// (Files and serial ports are POSIX devices, opened by io/ itself in the window and the runner.)
 // The desktop shell and the headless runner each implement it; the interpreter never sees either.
 #pragma once
 
@@ -21,17 +22,6 @@ enum class TimerId : int {
 
 enum class MessageButtons : uint8_t { Ok, RetryCancel, YesNoCancel };
 enum class MessageAnswer : uint8_t { Ok, Retry, Cancel, Yes, No };
-
-// An open serial port (COM1 ...). Reads and writes never block.
-class SerialPort {
-public:
-    virtual ~SerialPort() = default;
-    virtual void write(std::string_view bytes) = 0;
-    // Up to max bytes that have arrived; empty when none.
-    virtual std::string read(size_t max) = 0;
-    [[nodiscard]] virtual size_t bytesWaiting() const = 0;
-    [[nodiscard]] virtual bool partnerReady() const = 0; // DSR
-};
 
 class Host {
 public:
@@ -64,13 +54,6 @@ public:
     {
         (void)text;
         return buttons == MessageButtons::Ok ? MessageAnswer::Ok : MessageAnswer::Cancel;
-    }
-
-    // Serial port `number` (1 for COM1) with its line settings; nullptr when it cannot be opened.
-    virtual std::unique_ptr<SerialPort> openSerialPort(int number, std::string_view settings)
-    {
-        (void)number, (void)settings;
-        return nullptr;
     }
 
     // The machine's I/O ports; false when the platform gives no access to them.
