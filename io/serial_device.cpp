@@ -31,31 +31,12 @@ bool speedConstant(int speed, speed_t& constant)
     return false;
 }
 
-// Raw bytes in and out, with the chosen frame and flow control.
+// The line of a terminal, made raw and given the frame, speed and flow control of the settings.
 bool setLine(int fd, const ComSettings& settings)
 {
-    speed_t speed = 0;
-    if (!speedConstant(settings.speed, speed))
-        return false;
     termios line {};
-    if (::tcgetattr(fd, &line) != 0)
+    if (::tcgetattr(fd, &line) != 0 || !configureLine(settings, line))
         return false;
-    ::cfmakeraw(&line);
-    line.c_cflag |= CLOCAL | CREAD;
-    line.c_cflag &= ~(CSIZE | PARENB | PARODD | CSTOPB);
-    line.c_cflag |= settings.dataBits == 7 ? CS7 : CS8;
-    if (settings.parity != 'N')
-        line.c_cflag |= PARENB | (settings.parity == 'O' ? PARODD : 0);
-    // POSIX lines have one or two stop bits; 1.5 (a five-bit frame's) is sent as two.
-    if (settings.stopBits != "1")
-        line.c_cflag |= CSTOPB;
-    line.c_cflag |= CRTSCTS;
-    if (settings.handshaking == Handshaking::RequestToSendXonXoff)
-        line.c_iflag |= IXON | IXOFF;
-    line.c_cc[VMIN] = 1;
-    line.c_cc[VTIME] = 0;
-    ::cfsetispeed(&line, speed);
-    ::cfsetospeed(&line, speed);
     if (::tcsetattr(fd, TCSANOW, &line) != 0)
         return false;
     // DTR and RTS on (a line without modem lines refuses; that is no failure).
@@ -76,6 +57,31 @@ Step stepOf(ssize_t n)
 }
 
 } // namespace
+
+bool configureLine(const ComSettings& settings, termios& line)
+{
+    speed_t speed = 0;
+    if (!speedConstant(settings.speed, speed))
+        return false;
+    ::cfmakeraw(&line);
+    line.c_cflag |= CLOCAL | CREAD;
+    line.c_cflag &= ~(CSIZE | PARENB | PARODD | CSTOPB);
+    line.c_cflag |= settings.dataBits == 7 ? CS7 : CS8;
+    if (settings.parity != 'N')
+        line.c_cflag |= PARENB | (settings.parity == 'O' ? PARODD : 0);
+    // POSIX lines have one or two stop bits; 1.5 (a five-bit frame's) is sent as two.
+    if (settings.stopBits != "1")
+        line.c_cflag |= CSTOPB;
+    line.c_cflag |= CRTSCTS;
+    line.c_iflag &= ~(IXON | IXOFF);
+    if (settings.handshaking == Handshaking::RequestToSendXonXoff)
+        line.c_iflag |= IXON | IXOFF;
+    line.c_cc[VMIN] = 1;
+    line.c_cc[VTIME] = 0;
+    ::cfsetispeed(&line, speed);
+    ::cfsetospeed(&line, speed);
+    return true;
+}
 
 std::unique_ptr<SerialDevice> SerialDevice::open(const std::string& path, const ComSettings& settings)
 {

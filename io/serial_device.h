@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <termios.h>
 
 #include "io/com_settings.h"
 
@@ -14,6 +15,10 @@ namespace tessaly::io {
 
 // The size of the input and the output queue.
 inline constexpr size_t kComQueueSize = 8192;
+
+// Makes a terminal's line raw with the frame, speed and flow control of the settings; false for a
+// speed that POSIX lines do not have.
+bool configureLine(const ComSettings& settings, termios& line);
 
 class SerialDevice {
 public:

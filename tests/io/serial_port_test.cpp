@@ -245,3 +245,78 @@ TEST_F(SerialPort, CloseIsRefusedWhileAReceiveWaitsOnThePort)
 
 } // namespace
 } // namespace tessaly::test
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace tessaly::test {
+namespace {
+
+// The line as the device took it, read back through another descriptor of the same terminal.
+termios lineOf(const std::string& path)
+{
+    termios line {};
+    int fd = ::open(path.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+    if (fd >= 0) {
+        ::tcgetattr(fd, &line);
+        ::close(fd);
+    }
+    return line;
+}
+
+struct LineCase {
+    const char* name;
+    speed_t speed;
+    tcflag_t size;
+    bool parity, odd, twoStops, xonXoff;
+};
+
+const LineCase kLineCases[] = {
+    {"COM1:9600,N,8,1,N", B9600, CS8, false, false, false, false},
+    {"COM1:1200,E,7,2,X", B1200, CS7, true, false, true, true},
+    {"COM1:115200,O,7,1.5,N", B115200, CS7, true, true, true, false},
+};
+
+TEST(SerialLine, TheSettingsMakeTheFrameSpeedAndFlowControl)
+{
+    for (const auto& c : kLineCases) {
+        io::ComSettings settings;
+        ASSERT_FALSE(io::parseComName(c.name, settings).has_value());
+        termios line {};
+        line.c_iflag = IXON; // what was there before does not stay
+        ASSERT_TRUE(io::configureLine(settings, line)) << c.name;
+        EXPECT_EQ(::cfgetospeed(&line), c.speed) << c.name;
+        EXPECT_EQ(line.c_cflag & CSIZE, c.size) << c.name;
+        EXPECT_EQ((line.c_cflag & PARENB) != 0, c.parity) << c.name;
+        EXPECT_EQ((line.c_cflag & PARODD) != 0, c.odd) << c.name;
+        EXPECT_EQ((line.c_cflag & CSTOPB) != 0, c.twoStops) << c.name;
+        EXPECT_EQ((line.c_iflag & IXON) != 0, c.xonXoff) << c.name;
+        EXPECT_NE(line.c_cflag & CRTSCTS, 0u) << c.name;
+        EXPECT_EQ(line.c_lflag & (ICANON | ECHO), 0u) << c.name; // raw bytes
+    }
+    io::ComSettings odd;
+    odd.speed = 14400;
+    termios line {};
+    EXPECT_FALSE(io::configureLine(odd, line));
+}
+
+// A pseudo-terminal keeps the speed, the stop bits and the flow control it is given (its frame's
+// size and parity stay those of the other end).
+TEST_F(SerialPort, TheDeviceTakesItsLine)
+{
+    for (const auto& c : kLineCases) {
+        io::ComSettings settings;
+        ASSERT_FALSE(io::parseComName(c.name, settings).has_value());
+        auto device = io::SerialDevice::open(pair.devicePath(), settings);
+        ASSERT_NE(device, nullptr) << c.name;
+        termios line = lineOf(pair.devicePath());
+        EXPECT_EQ(::cfgetospeed(&line), c.speed) << c.name;
+        EXPECT_EQ((line.c_cflag & CSTOPB) != 0, c.twoStops) << c.name;
+        EXPECT_EQ((line.c_iflag & IXON) != 0, c.xonXoff) << c.name;
+        EXPECT_EQ(line.c_lflag & (ICANON | ECHO), 0u) << c.name;
+    }
+}
+
+} // namespace
+} // namespace tessaly::test
