@@ -1,8 +1,11 @@
 // Serial ports against linked pseudo-terminals made by socat: the test is the partner at the other
 // end, sending and reading bytes while the program runs.
 #include <chrono>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <termios.h>
 #include <thread>
+#include <unistd.h>
 
 #include "io/device_transfer.h"
 #include "io/file_table.h"
@@ -152,11 +155,6 @@ TEST_F(SerialPort, ADeviceThatGoesAwayClosesThePort)
     EXPECT_EQ(session.type("CLOSE"), "CLOSE\nOK\n");
 }
 
-} // namespace
-} // namespace tessaly::test
-
-namespace tessaly::test {
-namespace {
 
 TEST_F(SerialPort, SaveSendsTheListingAndLoadTakesWhatArrivesUntilBreak)
 {
@@ -209,11 +207,6 @@ TEST_F(SerialPort, SaveToAPrinterPortPrintsTheListing)
     EXPECT_EQ(session.type("LOAD \"LPT1:\""), "LOAD \"LPT1:\"\nFile not open in \n");
 }
 
-} // namespace
-} // namespace tessaly::test
-
-namespace tessaly::test {
-namespace {
 
 TEST_F(SerialPort, AFloodWithoutLineEndsEndsTheLineWhereTheQueueIsFull)
 {
@@ -242,16 +235,6 @@ TEST_F(SerialPort, CloseIsRefusedWhileAReceiveWaitsOnThePort)
     // Once the run has ended, nothing waits and the port closes.
     EXPECT_EQ(session.type("CLOSE #1"), "CLOSE #1\nOK\n");
 }
-
-} // namespace
-} // namespace tessaly::test
-
-#include <fcntl.h>
-#include <termios.h>
-#include <unistd.h>
-
-namespace tessaly::test {
-namespace {
 
 // The line as the device took it, read back through another descriptor of the same terminal.
 termios lineOf(const std::string& path)
