@@ -46,7 +46,7 @@ int rewriteQuestionMarks(std::string& text, QuestionMarks which)
     return count;
 }
 
-StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view numberText)
+StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view numberText, bool rewrite)
 {
     // The store never holds more than kMaxProgramLines entries, so entry count + 1 is free.
     if (m_count + 1 >= kEntryCapacity)
@@ -55,7 +55,8 @@ StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view num
     auto& entry = m_texts[static_cast<size_t>(m_count)];
     auto lineEnd = text.find_first_of("\r\n");
     entry.assign(text.substr(0, lineEnd));
-    rewriteQuestionMarks(entry, QuestionMarks::OutsideQuotes);
+    if (rewrite)
+        rewriteQuestionMarks(entry, QuestionMarks::OutsideQuotes);
     entry += "\r\n";
     m_numbers[static_cast<size_t>(m_count)] = leadingNumber(numberText);
     ++m_revision;

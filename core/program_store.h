@@ -39,8 +39,9 @@ public:
     [[nodiscard]] static bool isValidEntry(int entry) { return entry >= 0 && entry < kEntryCapacity; }
 
     // Stores the line text (which begins with its digits); numberText is the run of digits at its start.
-    // Any "?" outside quotes becomes "PRINT ", CR LF is appended, the line is put in its place.
-    StoreOutcome enterLine(std::string_view text, std::string_view numberText);
+    // Any "?" outside quotes becomes "PRINT " (unless rewrite is false: a pasted line keeps it), CR LF
+    // is appended, the line is put in its place.
+    StoreOutcome enterLine(std::string_view text, std::string_view numberText, bool rewrite = true);
     // Puts entry count() in its place after the repair pass over the older entries.
     StoreOutcome insertSorted(std::string_view numberText);
 
