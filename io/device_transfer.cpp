@@ -9,6 +9,7 @@
 #include "io/open_channel.h"
 #include "io/program_document.h"
 #include "io/program_file.h"
+#include "io/program_text.h"
 
 namespace tessaly::io {
 
@@ -77,8 +78,7 @@ int saveThroughDevice(core::Interpreter& in, const std::string& name)
     bool printer = name.find("COM") == std::string::npos;
     if (transfer.kind != DeviceTransfer::Kind::Save) {
         TRY_BASIC(beginTransfer(in, name, DeviceTransfer::Kind::Save, printer ? FileMode::Output : FileMode::Random));
-        auto listing = ProgramFile::Write(ProgramFileFormat::Text, in.program());
-        transfer.listing = listing ? std::move(*listing) : std::string();
+        transfer.listing = ProgramText(in.program());
     }
     std::string_view block = nextBlock(transfer);
     if (!block.empty()) {

@@ -8,6 +8,7 @@
 #include "core/statements.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
+#include "io/program_file.h"
 
 namespace tessaly::io {
 
@@ -31,14 +32,8 @@ void showRefusal(core::Interpreter& in, core::StoreOutcome outcome, int number)
 
 std::string ProgramText(core::ProgramStore& store)
 {
-    std::string text;
-    for (int entry = 1; entry <= store.count(); ++entry) {
-        std::string& line = store.mutableText(entry);
-        if (!line.ends_with("\r\n"))
-            line += "\r\n";
-        text += line;
-    }
-    return text;
+    // The Text program file is exactly that text.
+    return ProgramFile::Write(ProgramFileFormat::Text, store).value_or(std::string());
 }
 
 std::string LinesInRange(const core::ProgramStore& store, int start, int end)

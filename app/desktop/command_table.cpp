@@ -46,9 +46,30 @@ constexpr Command kCommands[] = {
     {kFunctionKey10, nullptr, false, nullptr, "F10", true},
 };
 
-constexpr int kToolBar[] = {kFileNew, kFileOpen, kFileSave, kSeparator, kRun, kBreak, kCont, kSeparator, kCls,
-    kCls2, kCls3, kSeparator, kList, kListEditor, kSeparator, kCutAllList, kCopyAllList, kPasteAllList, kFilePrint,
-    kSeparator, kHelpIndex, kContextHelp};
+constexpr ToolButton kToolBar[] = {
+    {kFileNew, "document-new", "N", 0x2060C0},
+    {kFileOpen, "document-open", "O", 0xC08020},
+    {kFileSave, "document-save", "S", 0x2060C0},
+    {kSeparator},
+    {kRun, "media-playback-start", "\u25B6", 0x109010},
+    {kBreak, "media-playback-stop", "\u25A0", 0xC01010},
+    {kCont, "media-seek-forward", "\u25B7", 0x109010},
+    {kSeparator},
+    {kCls, nullptr, "C1", 0x404040},
+    {kCls2, nullptr, "C2", 0x404040},
+    {kCls3, nullptr, "C3", 0x404040},
+    {kSeparator},
+    {kList, nullptr, "L", 0x404040},
+    {kListEditor, "accessories-text-editor", "E", 0x404040},
+    {kSeparator},
+    {kCutAllList, "edit-cut", "X", 0x404040},
+    {kCopyAllList, "edit-copy", "C", 0x404040},
+    {kPasteAllList, "edit-paste", "V", 0x404040},
+    {kFilePrint, "document-print", "P", 0x404040},
+    {kSeparator},
+    {kHelpIndex, "help-contents", "?", 0x2060C0},
+    {kContextHelp, "help-whatsthis", "\u2196?", 0x2060C0},
+};
 
 // Which pop-up holds which command is this shell's own arrangement: files, list editing, running,
 // the screen, help.
@@ -81,7 +102,7 @@ const Command* findCommand(int id)
     return nullptr;
 }
 
-std::span<const int> toolBarOrder() { return kToolBar; }
+std::span<const ToolButton> toolBarButtons() { return kToolBar; }
 
 std::span<const MenuPopup> menuBarPopups() { return kMenuBar; }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <span>
 
 namespace tessaly::desktop {
@@ -34,8 +35,17 @@ struct Command {
 std::span<const Command> commands();
 const Command* findCommand(int id);
 
-// The tool bar, left to right; kSeparator stands for a separator.
-std::span<const int> toolBarOrder();
+// A button of the tool bar: its command, and its image: the desktop icon theme's name for it (or
+// nullptr), and the mark and colour of the small picture drawn where the theme has none.
+struct ToolButton {
+    int id;                        // kSeparator: a separator
+    const char* themeName = nullptr;
+    const char* mark = nullptr;
+    uint32_t colour = 0;           // 0xRRGGBB
+};
+
+// The tool bar, left to right.
+std::span<const ToolButton> toolBarButtons();
 
 // The pop-ups of the menu bar with their commands in order (kSeparator for a separator).
 struct MenuPopup {

@@ -108,7 +108,6 @@ void CMainFrame::createActions()
             action->setStatusTip(QString::fromUtf8(command.prompt));
         action->setToolTip(command.menuText != nullptr ? toolTipOf(command.menuText) : QString());
         action->setEnabled(command.enabled);
-        action->setIcon(toolIcon(command.id));
         action->setIconVisibleInMenu(false);
         int id = command.id;
         connect(action, &QAction::triggered, this, [this, id] { runCommand(id); });
@@ -165,11 +164,14 @@ void CMainFrame::createToolBar()
     m_toolBar->setIconSize(QSize(16, 15));
     m_toolBar->setMovable(true);
     m_toolBar->setAllowedAreas(Qt::AllToolBarAreas);
-    for (int id : toolBarOrder()) {
-        if (id == cmd::kSeparator)
+    for (const ToolButton& button : toolBarButtons()) {
+        if (button.id == cmd::kSeparator) {
             m_toolBar->addSeparator();
-        else
-            m_toolBar->addAction(m_actions.value(id));
+            continue;
+        }
+        QAction* action = m_actions.value(button.id);
+        action->setIcon(toolIcon(button));
+        m_toolBar->addAction(action);
     }
     connect(m_toolBar, &QToolBar::visibilityChanged, m_actions[cmd::kViewToolBar], &QAction::setChecked);
 }

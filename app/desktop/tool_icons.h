@@ -3,9 +3,11 @@
 
 #include <QIcon>
 
+#include "app/desktop/command_table.h"
+
 namespace tessaly::desktop {
 
-QIcon toolIcon(int commandId);
+QIcon toolIcon(const ToolButton& button);
 QIcon applicationIcon();
 
 } // namespace tessaly::desktop

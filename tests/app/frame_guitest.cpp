@@ -41,14 +41,16 @@ private slots:
                              QStringLiteral("表示(&V)"), QStringLiteral("ﾍﾙﾌﾟ(&H)")}));
         QList<QAction*> expected;
         auto toolActions = w.frame().toolBar()->actions();
-        auto order = toolBarOrder();
+        auto order = toolBarButtons();
         QCOMPARE(toolActions.size(), static_cast<qsizetype>(order.size()));
         for (size_t k = 0; k < order.size(); ++k) {
             auto* action = toolActions[static_cast<qsizetype>(k)];
-            if (order[k] == cmd::kSeparator)
+            if (order[k].id == cmd::kSeparator) {
                 QVERIFY(action->isSeparator());
-            else
-                QCOMPARE(action, w.frame().action(order[k]));
+            } else {
+                QCOMPARE(action, w.frame().action(order[k].id));
+                QVERIFY(!action->icon().isNull());
+            }
         }
         QCOMPARE(w.frame().action(cmd::kRun)->statusTip(), QStringLiteral("実行/RUN"));
         QCOMPARE(w.frame().action(cmd::kFileNew)->shortcut(), QKeySequence(QStringLiteral("Ctrl+N")));
