@@ -1,5 +1,5 @@
-// The command table. The list-editing commands and printing are present and disabled until their
-// work is built; undo is always greyed.
+// The command table. The list-edit dialog and printing are present and disabled until their work
+// is built; undo is always greyed.
 #include "app/desktop/command_table.h"
 
 namespace tessaly::desktop {
@@ -27,14 +27,14 @@ constexpr Command kCommands[] = {
     {kList, "LIST(リストの画面表示)", true, "テキスト画面を消去しリスト表示", nullptr, true},
     {kCopyGraphics, "グラフィック画面をクリップにコピー", false, "グラフィック画面をイメージでクリップにコピー", nullptr, true},
     {kCopyText, "テキスト画面をクリップにコピー", false, "テキスト画面をクリップにコピー", nullptr, true},
-    {kCopyAllList, "全リストをｺﾋﾟｰ(&C)", true, "全リストをｺﾋﾟｰ", "Ctrl+C", false},
-    {kPasteAllList, "貼り付け／全リストを置換(&P)", true, "貼り付け／全リストを置換", "Ctrl+V", false},
-    {kCopyPartList, "リストの部分コピー", false, "リストの部分コピー", nullptr, false},
-    {kPastePartList, "リストの部分貼り付け", false, "リストの部分貼り付け（挿入、置換）", nullptr, false},
-    {kCutAllList, "全リストの切り取り", true, "全リストを切り取ってｸﾘｯﾌﾟﾎﾞｰﾄﾞに保存", nullptr, false},
-    {kDeleteAllList, "全リストの削除", false, "全リストの削除", nullptr, false},
-    {kCutPartList, "リストの部分切り取り(&T)", false, nullptr, "Ctrl+X", false},
-    {kDeletePartList, "リストの部分削除", false, nullptr, nullptr, false},
+    {kCopyAllList, "全リストをｺﾋﾟｰ(&C)", true, "全リストをｺﾋﾟｰ", "Ctrl+C", true},
+    {kPasteAllList, "貼り付け／全リストを置換(&P)", true, "貼り付け／全リストを置換", "Ctrl+V", true},
+    {kCopyPartList, "リストの部分コピー", false, "リストの部分コピー", nullptr, true},
+    {kPastePartList, "リストの部分貼り付け", false, "リストの部分貼り付け（挿入、置換）", nullptr, true},
+    {kCutAllList, "全リストの切り取り", true, "全リストを切り取ってｸﾘｯﾌﾟﾎﾞｰﾄﾞに保存", nullptr, true},
+    {kDeleteAllList, "全リストの削除", false, "全リストの削除", nullptr, true},
+    {kCutPartList, "リストの部分切り取り(&T)", false, nullptr, "Ctrl+X", true},
+    {kDeletePartList, "リストの部分削除", false, nullptr, nullptr, true},
     {kRun, "RUN", true, "実行/RUN", nullptr, true},
     {kBreak, "BREAK, STOP", true, "停止/STOP", nullptr, true},
     {kCont, "CONT", true, "継続/CONT", nullptr, true},

@@ -4,6 +4,8 @@
 #include <QFileDialog>
 #include <QMessageBox>
 
+#include "app/desktop/line_range_dialog.h"
+
 namespace tessaly::desktop {
 
 namespace {
@@ -38,6 +40,28 @@ SaveChangesAnswer DialogPrompts::saveChanges(const QString& title)
     return answer == QMessageBox::Yes ? SaveChangesAnswer::Save
         : answer == QMessageBox::No   ? SaveChangesAnswer::Discard
                                       : SaveChangesAnswer::Cancel;
+}
+
+bool DialogPrompts::confirm(const QString& text)
+{
+    return QMessageBox::question(m_parent, QStringLiteral("Tessaly"), text, QMessageBox::Ok | QMessageBox::Cancel,
+               QMessageBox::Ok)
+        == QMessageBox::Ok;
+}
+
+void DialogPrompts::tell(const QString& text)
+{
+    QMessageBox::information(m_parent, QStringLiteral("Tessaly"), text);
+}
+
+bool DialogPrompts::lineRange(const QString& caption, int& start, int& end)
+{
+    LineRangeDialog dialog(caption, start, end, m_parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    start = dialog.start();
+    end = dialog.end();
+    return true;
 }
 
 } // namespace tessaly::desktop

@@ -1,5 +1,6 @@
-// The questions the document asks the user: file names for Open and Save As, and whether to save
-// changes. The window uses dialogs; tests give the answers themselves.
+// The questions the document asks the user: file names for Open and Save As, whether to save
+// changes, and the questions of the list-editing commands. The window uses dialogs; tests give
+// the answers themselves.
 #pragma once
 
 #include <QString>
@@ -17,6 +18,11 @@ public:
     virtual QString openFileName() = 0;
     virtual QString saveFileName(const QString& suggested) = 0;
     virtual SaveChangesAnswer saveChanges(const QString& title) = 0;
+    // The list-editing commands: a question with OK and Cancel (true for OK), a message with OK,
+    // and the range of line numbers (1 to 65536 each; false for Cancel).
+    virtual bool confirm(const QString& text) = 0;
+    virtual void tell(const QString& text) = 0;
+    virtual bool lineRange(const QString& caption, int& start, int& end) = 0;
 };
 
 // The file dialogs and the message box of the desktop.
@@ -29,6 +35,9 @@ public:
     QString openFileName() override;
     QString saveFileName(const QString& suggested) override;
     SaveChangesAnswer saveChanges(const QString& title) override;
+    bool confirm(const QString& text) override;
+    void tell(const QString& text) override;
+    bool lineRange(const QString& caption, int& start, int& end) override;
 
 private:
     QWidget* m_parent;

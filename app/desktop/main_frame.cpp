@@ -16,6 +16,7 @@
 
 #include "app/desktop/about_dialog.h"
 #include "app/desktop/command_table.h"
+#include "app/desktop/list_commands.h"
 #include "app/desktop/lock_state.h"
 #include "app/desktop/recent_files.h"
 #include "app/desktop/serial_port_settings.h"
@@ -226,6 +227,14 @@ void CMainFrame::runCommand(int id)
         statusBar()->setVisible(!statusBar()->isVisible());
         m_actions[cmd::kViewStatusBar]->setChecked(statusBar()->isVisible());
         break;
+    case cmd::kCopyAllList: copyAllList(in, m_doc.prompts()); break;
+    case cmd::kCutAllList: cutAllList(in, m_doc.prompts()); break;
+    case cmd::kDeleteAllList: deleteAllList(in, m_doc.prompts()); break;
+    case cmd::kPasteAllList: pasteList(in, m_doc.prompts(), PasteKind::ReplaceAll); break;
+    case cmd::kPastePartList: pasteList(in, m_doc.prompts(), PasteKind::Merge); break;
+    case cmd::kCopyPartList: rangeOfList(in, m_doc.prompts(), RangeCommand::Copy); break;
+    case cmd::kCutPartList: rangeOfList(in, m_doc.prompts(), RangeCommand::Cut); break;
+    case cmd::kDeletePartList: rangeOfList(in, m_doc.prompts(), RangeCommand::Delete); break;
     case cmd::kSerialPorts: {
         auto& ports = m_view.interpreter().files().comPorts();
         SerialPortDialog dialog(ports, this);

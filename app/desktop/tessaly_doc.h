@@ -40,6 +40,9 @@ public:
     // Before New, Open and exit: true when the work may go on.
     bool saveModified();
 
+    // The questions the document's commands ask; the list-editing commands ask theirs there too.
+    DocumentPrompts& prompts() { return m_prompts; }
+
 signals:
     void titleChanged(const QString& title);
 

@@ -9,12 +9,20 @@
 #include "app/desktop/serial_port_settings.h"
 #include "app/desktop/virtual_keys.h"
 #include "io/file_table.h"
+#include "io/program_text.h"
 #include "screen/statements.h"
 #include "gui_fixture.h"
 
 using namespace tessaly;
 using namespace tessaly::desktop;
 using test::Window;
+
+namespace {
+QString listing(Window& w)
+{
+    return QString::fromStdString(core::ShiftJisToUtf8(io::ProgramText(w.interpreter().program())));
+}
+} // namespace
 
 class FrameTest : public QObject {
     Q_OBJECT
@@ -54,11 +62,60 @@ private slots:
         }
         QCOMPARE(w.frame().action(cmd::kRun)->statusTip(), QStringLiteral("実行/RUN"));
         QCOMPARE(w.frame().action(cmd::kFileNew)->shortcut(), QKeySequence(QStringLiteral("Ctrl+N")));
-        // Later work: printing and list editing are present but disabled; undo is greyed.
-        for (int id : {cmd::kFilePrint, cmd::kListEditor, cmd::kCopyAllList, cmd::kEditUndo})
+        // Later work: printing and the list-edit dialog are present but disabled; undo is greyed.
+        for (int id : {cmd::kFilePrint, cmd::kListEditor, cmd::kEditUndo})
             QVERIFY(!w.frame().action(id)->isEnabled());
+        for (int id : {cmd::kCopyAllList, cmd::kPasteAllList, cmd::kCutAllList, cmd::kDeleteAllList,
+                 cmd::kCopyPartList, cmd::kPastePartList, cmd::kCutPartList, cmd::kDeletePartList})
+            QVERIFY(w.frame().action(id)->isEnabled());
         QVERIFY(w.frame().action(cmd::kCopyText)->isEnabled());
         QCOMPARE(w.frame().popupMenu()->actions().size(), static_cast<qsizetype>(editPopup().items.size()));
+    }
+
+    // The program through the clipboard: Japanese text in UTF-8 there, Shift-JIS in the program.
+    void listCommandsMoveTheProgramThroughTheClipboard()
+    {
+        Window w;
+        auto* clipboard = QApplication::clipboard();
+        auto run = [&](int id) { w.frame().action(id)->trigger(); };
+        io::EnterProgramLines(w.interpreter(), {core::Utf8ToShiftJis("10 PRINT \"日本語\""), "20 A=1"},
+            io::LineSource::Paste);
+        run(cmd::kCopyAllList);
+        QCOMPARE(clipboard->text(), QStringLiteral("10 PRINT \"日本語\"\r\n20 A=1\r\n"));
+
+        // Paste all: mixed line ends, a line without a number, lower case; the program is replaced.
+        clipboard->setText(QStringLiteral("30 print \"かな\"\n\nno number\r40 ?1\r\n"));
+        run(cmd::kPasteAllList);
+        QCOMPARE(listing(w), QStringLiteral("30 PRINT \"かな\"\r\n40 ?1\r\n"));
+        QVERIFY(w.doc().isModified());
+
+        // Paste part merges; a character without a Shift-JIS form becomes "?" and the user is told.
+        clipboard->setText(QStringLiteral("35 A$=\"\U0001F600\"\n30 B=2"));
+        run(cmd::kPastePartList);
+        QCOMPARE(listing(w), QStringLiteral("30 B=2\r\n35 A$=\"?\"\r\n40 ?1\r\n"));
+        QVERIFY(w.prompts->told.last().startsWith(QStringLiteral("Shift-JIS にない文字 1 個")));
+
+        // Copy part of a range; a range that runs backwards is asked again.
+        w.prompts->ranges = {{40, 31}, {31, 40}};
+        run(cmd::kCopyPartList);
+        QCOMPARE(w.prompts->told.last(), QStringLiteral("Begin > End , let re_input."));
+        QCOMPARE(w.prompts->rangeCaptions.first(), QStringLiteral("リストの部分コピー"));
+        QCOMPARE(clipboard->text(), QStringLiteral("35 A$=\"?\"\r\n40 ?1\r\n"));
+        w.prompts->ranges = {{30, 35}};
+        run(cmd::kCutPartList);
+        QCOMPARE(clipboard->text(), QStringLiteral("30 B=2\r\n35 A$=\"?\"\r\n"));
+        QCOMPARE(listing(w), QStringLiteral("40 ?1\r\n"));
+
+        // Cut all and delete all ask first; Cancel leaves the program.
+        w.prompts->confirmations = {false};
+        run(cmd::kDeleteAllList);
+        QCOMPARE(listing(w), QStringLiteral("40 ?1\r\n"));
+        run(cmd::kCutAllList);
+        QCOMPARE(clipboard->text(), QStringLiteral("40 ?1\r\n"));
+        QCOMPARE(listing(w), QString());
+        w.typeLine(QStringLiteral("50 END"));
+        run(cmd::kDeleteAllList);
+        QCOMPARE(listing(w), QString());
     }
 
     void serialPortDevicesAreSetInTheirDialogAndKept()

@@ -11,6 +11,7 @@
 #include <QStringList>
 #include <QTest>
 #include <deque>
+#include <tuple>
 #include <memory>
 #include <string>
 
@@ -42,6 +43,32 @@ public:
         auto answer = saveAnswers.front();
         saveAnswers.pop_front();
         return answer;
+    }
+
+    // The list-editing questions: confirmations answered from `confirmations` (OK when empty),
+    // messages recorded, ranges given from `ranges` (Cancel when empty).
+    std::deque<bool> confirmations;
+    QStringList told;
+    std::deque<std::pair<int, int>> ranges;
+    QStringList rangeCaptions;
+    bool confirm(const QString& text) override
+    {
+        told << text;
+        if (confirmations.empty())
+            return true;
+        bool answer = confirmations.front();
+        confirmations.pop_front();
+        return answer;
+    }
+    void tell(const QString& text) override { told << text; }
+    bool lineRange(const QString& caption, int& start, int& end) override
+    {
+        rangeCaptions << caption;
+        if (ranges.empty())
+            return false;
+        std::tie(start, end) = ranges.front();
+        ranges.pop_front();
+        return true;
     }
 
 private:
