@@ -1,5 +1,5 @@
-// The command table. The list-edit dialog and printing are present and disabled until their work
-// is built; undo is always greyed.
+// The command table. Printing is present and disabled until its work is built; undo is always
+// greyed.
 #include "app/desktop/command_table.h"
 
 namespace tessaly::desktop {
@@ -20,7 +20,7 @@ constexpr Command kCommands[] = {
     {kRecentFiles, "最近使ったﾌｧｲﾙ", false, "指定のﾌｧｲﾙを開く/Open designation file ", nullptr, true},
     {kAppExit, "ｱﾌﾟﾘｹｰｼｮﾝの終了(&X)", false, "ｱﾌﾟﾘｹｰｼｮﾝを終了し、ﾌｧｲﾙの保存を指示/Close", nullptr, true},
     {kEditUndo, "元に戻す(&U)", false, "直前に行った動作を元に戻す/Undo", "Ctrl+Z", false},
-    {kListEditor, "エディターでリスト編集", true, "テキストエディターでリスト編集", nullptr, false},
+    {kListEditor, "エディターでリスト編集", true, "テキストエディターでリスト編集", nullptr, true},
     {kCls, "CLS（テキスト画面消去）", true, "CLS（テキスト画面消去）", nullptr, true},
     {kCls2, "CLS 2（グラフィック画面消去）", true, "CLS 2（グラフィック画面消去）", nullptr, true},
     {kCls3, "CLS 3（テキスト＆グラフィック画面消去）", true, "CLS 3（テキスト＆グラフィック画面消去）", nullptr, true},

@@ -5,6 +5,7 @@
 #include <QMessageBox>
 
 #include "app/desktop/line_range_dialog.h"
+#include "app/desktop/list_edit_dialog.h"
 
 namespace tessaly::desktop {
 
@@ -62,6 +63,16 @@ bool DialogPrompts::lineRange(const QString& caption, int& start, int& end)
     start = dialog.start();
     end = dialog.end();
     return true;
+}
+
+ListEditAnswer DialogPrompts::editListing(QString& listing, ListEditMode& mode)
+{
+    ListEditDialog dialog(listing, mode, m_parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return ListEditAnswer::Cancel;
+    listing = dialog.listing();
+    mode = dialog.mode();
+    return dialog.answer();
 }
 
 } // namespace tessaly::desktop

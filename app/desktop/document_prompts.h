@@ -10,6 +10,10 @@ class QWidget;
 namespace tessaly::desktop {
 
 enum class SaveChangesAnswer { Save, Discard, Cancel };
+// How the list-edit dialog was closed: Cancel, or OK, SORT or RENUM (each of which closes it with OK).
+enum class ListEditAnswer { Cancel, Ok, Sort, Renum };
+// The paste mode of the list-edit dialog: the program replaced, or the lines merged into it.
+enum class ListEditMode { Replace = 0, Merge = 1 };
 
 class DocumentPrompts {
 public:
@@ -23,6 +27,8 @@ public:
     virtual bool confirm(const QString& text) = 0;
     virtual void tell(const QString& text) = 0;
     virtual bool lineRange(const QString& caption, int& start, int& end) = 0;
+    // The list-edit dialog over listing (UTF-8), which the user may change, with its mode.
+    virtual ListEditAnswer editListing(QString& listing, ListEditMode& mode) = 0;
 };
 
 // The file dialogs and the message box of the desktop.
@@ -38,6 +44,7 @@ public:
     bool confirm(const QString& text) override;
     void tell(const QString& text) override;
     bool lineRange(const QString& caption, int& start, int& end) override;
+    ListEditAnswer editListing(QString& listing, ListEditMode& mode) override;
 
 private:
     QWidget* m_parent;

@@ -16,6 +16,8 @@ namespace tessaly::desktop {
 
 namespace {
 
+constexpr qsizetype kListEditCharacters = 65536;
+
 void toClipboard(const std::string& shiftJis)
 {
     QApplication::clipboard()->setText(QString::fromStdString(core::ShiftJisToUtf8(shiftJis)));
@@ -127,6 +129,34 @@ void rangeOfList(core::Interpreter& in, DocumentPrompts& prompts, RangeCommand c
     stopRun(in);
     if (core::deleteLines(in, start, end) < 0)
         in.showPendingError();
+}
+
+void editList(core::Interpreter& in, DocumentPrompts& prompts)
+{
+    stopRun(in);
+    for (;;) {
+        std::string text = io::ProgramText(in.program());
+        warnIfOver64k(prompts, text);
+        QString listing = QString::fromStdString(core::ShiftJisToUtf8(text));
+        ListEditMode mode = ListEditMode::Replace;
+        ListEditAnswer answer = prompts.editListing(listing, mode);
+        if (answer == ListEditAnswer::Cancel)
+            return;
+        // The field holds at most 65,536 characters, as the dialog's edit field does.
+        if (listing.size() > kListEditCharacters) {
+            listing.truncate(kListEditCharacters);
+            prompts.tell(QStringLiteral("%1 文字を超えた分は取り込みませんでした。").arg(kListEditCharacters));
+        }
+        core::programEdited(in);
+        if (mode == ListEditMode::Replace)
+            core::forgetProgram(in);
+        if (!io::EnterProgramLines(in, io::TextLines(core::Utf8ToShiftJis(listing.toStdString())), io::LineSource::ListDialog))
+            return;
+        if (answer == ListEditAnswer::Ok)
+            return;
+        if (answer == ListEditAnswer::Renum)
+            in.runStatementCommand("RENUM 10");
+    }
 }
 
 } // namespace tessaly::desktop

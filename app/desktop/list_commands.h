@@ -22,4 +22,8 @@ enum class RangeCommand { Copy, Cut, Delete };
 // Asks for the range of line numbers, then copies, cuts or deletes those lines.
 void rangeOfList(core::Interpreter& interpreter, DocumentPrompts& prompts, RangeCommand command);
 
+// The list-edit dialog: the program stops, its listing is edited and taken back as program lines;
+// SORT shows it again in number order, RENUM renumbers it by 10 first.
+void editList(core::Interpreter& interpreter, DocumentPrompts& prompts);
+
 } // namespace tessaly::desktop

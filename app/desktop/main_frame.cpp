@@ -227,6 +227,7 @@ void CMainFrame::runCommand(int id)
         statusBar()->setVisible(!statusBar()->isVisible());
         m_actions[cmd::kViewStatusBar]->setChecked(statusBar()->isVisible());
         break;
+    case cmd::kListEditor: editList(in, m_doc.prompts()); break;
     case cmd::kCopyAllList: copyAllList(in, m_doc.prompts()); break;
     case cmd::kCutAllList: cutAllList(in, m_doc.prompts()); break;
     case cmd::kDeleteAllList: deleteAllList(in, m_doc.prompts()); break;

@@ -63,9 +63,9 @@ private slots:
         QCOMPARE(w.frame().action(cmd::kRun)->statusTip(), QStringLiteral("実行/RUN"));
         QCOMPARE(w.frame().action(cmd::kFileNew)->shortcut(), QKeySequence(QStringLiteral("Ctrl+N")));
         // Later work: printing and the list-edit dialog are present but disabled; undo is greyed.
-        for (int id : {cmd::kFilePrint, cmd::kListEditor, cmd::kEditUndo})
+        for (int id : {cmd::kFilePrint, cmd::kEditUndo})
             QVERIFY(!w.frame().action(id)->isEnabled());
-        for (int id : {cmd::kCopyAllList, cmd::kPasteAllList, cmd::kCutAllList, cmd::kDeleteAllList,
+        for (int id : {cmd::kListEditor, cmd::kCopyAllList, cmd::kPasteAllList, cmd::kCutAllList, cmd::kDeleteAllList,
                  cmd::kCopyPartList, cmd::kPastePartList, cmd::kCutPartList, cmd::kDeletePartList})
             QVERIFY(w.frame().action(id)->isEnabled());
         QVERIFY(w.frame().action(cmd::kCopyText)->isEnabled());
@@ -116,6 +116,35 @@ private slots:
         w.typeLine(QStringLiteral("50 END"));
         run(cmd::kDeleteAllList);
         QCOMPARE(listing(w), QString());
+    }
+
+    void theListEditDialogSortsRenumbersAndTakesTheListingBack()
+    {
+        Window w;
+        io::EnterProgramLines(w.interpreter(), {"10 A=1", "20 B=2"}, io::LineSource::Paste);
+        using Step = test::ScriptedPrompts::ListEditStep;
+        w.prompts->listEdits = {
+            Step {ListEditAnswer::Sort, QStringLiteral("30 c=3\r\n10 A=1\r\nno number\r\n")},
+            Step {ListEditAnswer::Renum, QStringLiteral("10 A=1\r\n30 C=3\r\n")},
+            Step {ListEditAnswer::Ok, QStringLiteral("  15 ? 7  \nno number\n"), ListEditMode::Merge},
+        };
+        w.frame().action(cmd::kListEditor)->trigger();
+        QCOMPARE(w.prompts->listingsShown,
+            (QStringList {QStringLiteral("10 A=1\r\n20 B=2\r\n"), QStringLiteral("10 A=1\r\n30 C=3\r\n"),
+                QStringLiteral("10 A=1\r\n20 C=3\r\n")}));
+        QCOMPARE(listing(w), QStringLiteral("10 A=1\r\n15 PRINT  7\r\n20 C=3\r\n"));
+        QVERIFY(w.doc().isModified());
+
+        // Cancel leaves the program; a number above 65536 ends the lines with its error.
+        w.frame().action(cmd::kListEditor)->trigger();
+        QCOMPARE(listing(w), QStringLiteral("10 A=1\r\n15 PRINT  7\r\n20 C=3\r\n"));
+        w.prompts->listEdits = {Step {ListEditAnswer::Ok, QStringLiteral("5 X\n70000 Y\n6 Z\n")}};
+        w.frame().action(cmd::kListEditor)->trigger();
+        QCOMPARE(listing(w), QStringLiteral("5 X\r\n"));
+        bool shown = false;
+        for (int r = 0; r < 25; ++r)
+            shown = shown || w.row(r).startsWith(QStringLiteral("Out of memory in 0"));
+        QVERIFY(shown);
     }
 
     void serialPortDevicesAreSetInTheirDialogAndKept()

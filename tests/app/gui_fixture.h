@@ -71,6 +71,27 @@ public:
         return true;
     }
 
+    // The list-edit dialog: each answer gives the listing and mode it closes with; Cancel when none
+    // is left. The listings shown are recorded.
+    struct ListEditStep {
+        ListEditAnswer answer;
+        QString listing;
+        ListEditMode mode = ListEditMode::Replace;
+    };
+    std::deque<ListEditStep> listEdits;
+    QStringList listingsShown;
+    ListEditAnswer editListing(QString& listing, ListEditMode& mode) override
+    {
+        listingsShown << listing;
+        if (listEdits.empty())
+            return ListEditAnswer::Cancel;
+        auto step = listEdits.front();
+        listEdits.pop_front();
+        listing = step.listing;
+        mode = step.mode;
+        return step.answer;
+    }
+
 private:
     static QString take(std::deque<QString>& queue)
     {
