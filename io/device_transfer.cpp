@@ -123,8 +123,11 @@ int loadThroughDevice(core::Interpreter& in, const std::string& name)
 void endDeviceTransfer(core::Interpreter& in)
 {
     auto& transfer = in.files().transfer();
-    if (transfer.kind == DeviceTransfer::Kind::Load)
+    if (transfer.kind == DeviceTransfer::Kind::Load) {
         ProgramFromBytes(in, transfer.received);
+        // The program came from a device, not from the document's file: it is not saved yet.
+        in.host().setDocumentModified(true);
+    }
     if (transfer.kind != DeviceTransfer::Kind::None)
         closeTransfer(in);
 }

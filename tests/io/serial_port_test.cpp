@@ -175,8 +175,10 @@ TEST_F(SerialPort, SaveSendsTheListingAndLoadTakesWhatArrivesUntilBreak)
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     EXPECT_TRUE(session.interpreter().isRunning()); // only BREAK ends a load
+    session.host().modified = false;
     session.breakAndCollect();
     EXPECT_EQ(session.type("LIST"), "LIST\n10 PRINT 1\n20 PRINT 2\nOK\n");
+    EXPECT_TRUE(session.host().modified); // received, not saved anywhere yet
     EXPECT_FALSE(session.interpreter().files().entry(1).isOpen());
 }
 
