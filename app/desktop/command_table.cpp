@@ -1,5 +1,4 @@
-// The command table. Printing is present and disabled until its work is built; undo is always
-// greyed.
+// The command table. Undo is always greyed.
 #include "app/desktop/command_table.h"
 
 namespace tessaly::desktop {
@@ -13,9 +12,9 @@ constexpr Command kCommands[] = {
     {kFileOpen, "開く(&O)", true, "既存のﾌｧｲﾙを開く/Open File", "Ctrl+O", true},
     {kFileSave, "上書き保存(&S)", true, "作業中のﾌｧｲﾙを上書きして保存/Renew File", "Ctrl+S", true},
     {kFileSaveAs, "名前を付けて保存(&A)...", false, "作業中のﾌｧｲﾙを新しい名前で保存/SaveAsNewName", nullptr, true},
-    {kFilePrint, "印刷(&P)...", true, "作業中のﾌｧｲﾙ、画面を印刷/Print", "Ctrl+P", false},
-    {kFilePrintPreview, "印刷ﾌﾟﾚﾋﾞｭｰ(&V)", false, "印刷ｲﾒｰｼﾞを表示/PrintPreview", nullptr, false},
-    {kFilePrintSetup, "ﾌﾟﾘﾝﾀの設定(&R)...", false, "ﾌﾟﾘﾝﾀ/印刷ｵﾌﾟｼｮﾝの変更/ Setting printer ,option ", nullptr, false},
+    {kFilePrint, "印刷(&P)...", true, "作業中のﾌｧｲﾙ、画面を印刷/Print", "Ctrl+P", true},
+    {kFilePrintPreview, "印刷ﾌﾟﾚﾋﾞｭｰ(&V)", false, "印刷ｲﾒｰｼﾞを表示/PrintPreview", nullptr, true},
+    {kFilePrintSetup, "ﾌﾟﾘﾝﾀの設定(&R)...", false, "ﾌﾟﾘﾝﾀ/印刷ｵﾌﾟｼｮﾝの変更/ Setting printer ,option ", nullptr, true},
     {kSerialPorts, "通信ﾎﾟｰﾄの設定(&M)...", false, "COM1: ... COM5: の装置/Serial port devices", nullptr, true},
     {kRecentFiles, "最近使ったﾌｧｲﾙ", false, "指定のﾌｧｲﾙを開く/Open designation file ", nullptr, true},
     {kAppExit, "ｱﾌﾟﾘｹｰｼｮﾝの終了(&X)", false, "ｱﾌﾟﾘｹｰｼｮﾝを終了し、ﾌｧｲﾙの保存を指示/Close", nullptr, true},

@@ -6,6 +6,7 @@
 
 #include "app/desktop/line_range_dialog.h"
 #include "app/desktop/list_edit_dialog.h"
+#include "app/desktop/print_choice_dialog.h"
 
 namespace tessaly::desktop {
 
@@ -73,6 +74,15 @@ ListEditAnswer DialogPrompts::editListing(QString& listing, ListEditMode& mode)
     listing = dialog.listing();
     mode = dialog.mode();
     return dialog.answer();
+}
+
+bool DialogPrompts::printChoice(PrintChoice& choice)
+{
+    PrintChoiceDialog dialog(choice, m_parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    choice = dialog.choice();
+    return true;
 }
 
 } // namespace tessaly::desktop

@@ -8,6 +8,10 @@
 class QWidget;
 
 namespace tessaly::desktop {
+struct PrintChoice;
+}
+
+namespace tessaly::desktop {
 
 enum class SaveChangesAnswer { Save, Discard, Cancel };
 // How the list-edit dialog was closed: Cancel, or OK, SORT or RENUM (each of which closes it with OK).
@@ -29,6 +33,8 @@ public:
     virtual bool lineRange(const QString& caption, int& start, int& end) = 0;
     // The list-edit dialog over listing (UTF-8), which the user may change, with its mode.
     virtual ListEditAnswer editListing(QString& listing, ListEditMode& mode) = 0;
+    // What to print (the listing or the screen, and how); false for Cancel.
+    virtual bool printChoice(PrintChoice& choice) = 0;
 };
 
 // The file dialogs and the message box of the desktop.
@@ -45,6 +51,7 @@ public:
     void tell(const QString& text) override;
     bool lineRange(const QString& caption, int& start, int& end) override;
     ListEditAnswer editListing(QString& listing, ListEditMode& mode) override;
+    bool printChoice(PrintChoice& choice) override;
 
 private:
     QWidget* m_parent;

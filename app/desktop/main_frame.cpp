@@ -13,11 +13,17 @@
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QPageSetupDialog>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
 
 #include "app/desktop/about_dialog.h"
 #include "app/desktop/command_table.h"
 #include "app/desktop/list_commands.h"
 #include "app/desktop/lock_state.h"
+#include "app/desktop/print_job.h"
 #include "app/desktop/recent_files.h"
 #include "app/desktop/serial_port_settings.h"
 #include "app/desktop/tessaly_doc.h"
@@ -55,6 +61,7 @@ QString toolTipOf(const char* menuText)
 
 CMainFrame::CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent)
     : m_view(view)
+    , m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution))
     , m_doc(doc)
     , m_recent(recent)
 {
@@ -201,6 +208,37 @@ void CMainFrame::updateLockIndicators()
     }
 }
 
+CMainFrame::~CMainFrame() = default;
+
+void CMainFrame::printDocument(bool preview)
+{
+    auto& in = m_view.interpreter();
+    PrintJob job;
+    if (!job.prepare(in, m_doc.prompts()))
+        return;
+    auto paintPages = [this, &job, &in](QPrinter* printer) {
+        QPainter painter(printer);
+        int first = printer->fromPage() > 0 ? printer->fromPage() : 1;
+        int last = printer->toPage() > 0 ? std::min(printer->toPage(), job.pageCount()) : job.pageCount();
+        QSize area = printer->pageLayout().paintRectPixels(printer->resolution()).size();
+        for (int page = first; page <= last; ++page) {
+            if (page > first)
+                printer->newPage();
+            job.paintPage(painter, page, area, in, m_view.renderer());
+        }
+    };
+    if (preview) {
+        QPrintPreviewDialog dialog(m_printer.get(), this);
+        connect(&dialog, &QPrintPreviewDialog::paintRequested, this, paintPages);
+        dialog.exec();
+        return;
+    }
+    QPrintDialog dialog(m_printer.get(), this);
+    dialog.setMinMax(1, job.pageCount());
+    if (dialog.exec() == QDialog::Accepted)
+        paintPages(m_printer.get());
+}
+
 void CMainFrame::updateTitle() { setWindowTitle(m_doc.title() + QStringLiteral(" - Tessaly")); }
 
 void CMainFrame::runCommand(int id)
@@ -228,6 +266,13 @@ void CMainFrame::runCommand(int id)
         m_actions[cmd::kViewStatusBar]->setChecked(statusBar()->isVisible());
         break;
     case cmd::kListEditor: editList(in, m_doc.prompts()); break;
+    case cmd::kFilePrint: printDocument(false); break;
+    case cmd::kFilePrintPreview: printDocument(true); break;
+    case cmd::kFilePrintSetup: {
+        QPageSetupDialog setup(m_printer.get(), this);
+        setup.exec();
+        break;
+    }
     case cmd::kCopyAllList: copyAllList(in, m_doc.prompts()); break;
     case cmd::kCutAllList: cutAllList(in, m_doc.prompts()); break;
     case cmd::kDeleteAllList: deleteAllList(in, m_doc.prompts()); break;

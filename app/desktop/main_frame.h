@@ -5,6 +5,9 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <memory>
+
+class QPrinter;
 
 class QAction;
 class QLabel;
@@ -21,6 +24,7 @@ class CMainFrame : public QMainWindow {
     Q_OBJECT
 public:
     CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent);
+    ~CMainFrame() override;
 
     // The action of a command number; nullptr for an unknown number.
     QAction* action(int id) const { return m_actions.value(id, nullptr); }
@@ -44,8 +48,12 @@ private:
     void createStatusBar();
     void fillRecentMenu();
     void updateTitle();
+    // File Print (preview false) and Print Preview: the choice of what to print, then the print
+    // dialog or the preview window.
+    void printDocument(bool preview);
 
     CTessalyView& m_view;
+    std::unique_ptr<QPrinter> m_printer; // kept between prints: the printer setup
     CTessalyDoc& m_doc;
     RecentFiles& m_recent;
     QHash<int, QAction*> m_actions;

@@ -6,6 +6,7 @@
 #include <QToolBar>
 
 #include "app/desktop/command_table.h"
+#include "app/desktop/print_job.h"
 #include "app/desktop/serial_port_settings.h"
 #include "app/desktop/virtual_keys.h"
 #include "io/file_table.h"
@@ -63,8 +64,9 @@ private slots:
         QCOMPARE(w.frame().action(cmd::kRun)->statusTip(), QStringLiteral("実行/RUN"));
         QCOMPARE(w.frame().action(cmd::kFileNew)->shortcut(), QKeySequence(QStringLiteral("Ctrl+N")));
         // Later work: printing and the list-edit dialog are present but disabled; undo is greyed.
-        for (int id : {cmd::kFilePrint, cmd::kEditUndo})
-            QVERIFY(!w.frame().action(id)->isEnabled());
+        QVERIFY(!w.frame().action(cmd::kEditUndo)->isEnabled());
+        for (int id : {cmd::kFilePrint, cmd::kFilePrintPreview, cmd::kFilePrintSetup})
+            QVERIFY(w.frame().action(id)->isEnabled());
         for (int id : {cmd::kListEditor, cmd::kCopyAllList, cmd::kPasteAllList, cmd::kCutAllList, cmd::kDeleteAllList,
                  cmd::kCopyPartList, cmd::kPastePartList, cmd::kCutPartList, cmd::kDeletePartList})
             QVERIFY(w.frame().action(id)->isEnabled());
@@ -145,6 +147,67 @@ private slots:
         for (int r = 0; r < 25; ++r)
             shown = shown || w.row(r).startsWith(QStringLiteral("Out of memory in 0"));
         QVERIFY(shown);
+    }
+
+    // Pages painted as the printer gets them, into an image of a page's size.
+    void printingPaintsTheListingAndTheScreen()
+    {
+        Window w;
+        std::vector<std::string> lines;
+        for (int k = 1; k <= 60; ++k)
+            lines.push_back(std::to_string(k * 10) + " REM X");
+        io::EnterProgramLines(w.interpreter(), lines, io::LineSource::Paste);
+        // An end before the start asks again, without a message.
+        PrintChoice backwards;
+        backwards.startLine = 5;
+        backwards.endLine = 3;
+        w.prompts->printChoices = {backwards, PrintChoice {}};
+        PrintJob listing;
+        QVERIFY(listing.prepare(w.interpreter(), *w.prompts));
+        QCOMPARE(w.prompts->printQuestions, 2);
+        QCOMPARE(listing.pageCount(), 2); // 50 lines, then 10
+        const QSize page(1072, 1006);     // a canvas of 1,024 x 990 stretched one to one
+        QImage image(page, QImage::Format_RGB32);
+        image.fill(Qt::gray);
+        {
+            QPainter painter(&image);
+            listing.paintPage(painter, 2, page, w.interpreter(), w.view().renderer());
+        }
+        auto dark = [&](int left, int top, int right, int bottom) {
+            int count = 0;
+            for (int y = top; y < bottom; ++y)
+                for (int x = left; x < right; ++x)
+                    count += qGray(image.pixel(x, y)) < 128 ? 1 : 0;
+            return count;
+        };
+        // Margins stay as they were; the first row ("510 REM X") at y 18 of the canvas; "-2-" at
+        // x 200 on row 53.
+        QCOMPARE(image.pixel(10, 500), QColor(Qt::gray).rgb());
+        QCOMPARE(image.pixel(24 + 500, 8 + 500), qRgb(255, 255, 255));
+        QVERIFY(dark(24 + 1, 8 + 18, 24 + 1 + 9 * 8, 8 + 34) > 0);
+        QCOMPARE(dark(24 + 1 + 9 * 8, 8 + 18, 24 + 1024, 8 + 34), 0);
+        QVERIFY(dark(24 + 200, 8 + 53 * 18, 24 + 224, 8 + 53 * 18 + 16) > 0);
+        QCOMPARE(dark(24, 8 + 11 * 18, 24 + 1024, 8 + 53 * 18), 0); // page 2 holds 10 lines
+
+        // A negative print of the black screen is white paper.
+        PrintChoice screen;
+        screen.kind = PrintChoice::Kind::Screen;
+        screen.negative = true;
+        w.prompts->printChoices = {screen};
+        PrintJob screenJob;
+        QVERIFY(screenJob.prepare(w.interpreter(), *w.prompts));
+        QCOMPARE(screenJob.pageCount(), 1);
+        image.fill(Qt::gray);
+        {
+            QPainter painter(&image);
+            screenJob.paintPage(painter, 1, page, w.interpreter(), w.view().renderer());
+        }
+        // Scale min((1072-16)/640, (1006-16)/400) = 1.65: 1056 x 660 at the top left.
+        QCOMPARE(image.pixel(600, 300), qRgb(255, 255, 255));
+        QCOMPARE(image.pixel(1060, 300), QColor(Qt::gray).rgb());
+        QCOMPARE(image.pixel(600, 700), QColor(Qt::gray).rgb());
+        // Cancel prints nothing.
+        QVERIFY(!PrintJob().prepare(w.interpreter(), *w.prompts));
     }
 
     void serialPortDevicesAreSetInTheirDialogAndKept()

@@ -17,6 +17,7 @@
 
 #include "app/desktop/command_table.h"
 #include "app/desktop/document_prompts.h"
+#include "app/desktop/print_job.h"
 #include "app/desktop/main_frame.h"
 #include "app/desktop/tessaly_app.h"
 #include "app/desktop/tessaly_doc.h"
@@ -90,6 +91,19 @@ public:
         listing = step.listing;
         mode = step.mode;
         return step.answer;
+    }
+
+    // The print choice: given from `printChoices` in turn; Cancel when none is left.
+    std::deque<PrintChoice> printChoices;
+    int printQuestions = 0;
+    bool printChoice(PrintChoice& choice) override
+    {
+        ++printQuestions;
+        if (printChoices.empty())
+            return false;
+        choice = printChoices.front();
+        printChoices.pop_front();
+        return true;
     }
 
 private:

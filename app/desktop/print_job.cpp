@@ -1,0 +1,66 @@
+#include "app/desktop/print_job.h"
+
+#include <QImage>
+#include <algorithm>
+
+#include "app/desktop/document_prompts.h"
+#include "core/interpreter.h"
+#include "io/print_pages.h"
+#include "screen/colours.h"
+#include "screen/renderer.h"
+
+namespace tessaly::desktop {
+
+namespace {
+
+QImage imageOf(const screen::Plane& plane)
+{
+    QImage image(plane.width(), plane.height(), QImage::Format_RGB32);
+    for (int y = 0; y < plane.height(); ++y) {
+        const screen::Pixel* from = plane.row(y);
+        auto* to = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < plane.width(); ++x)
+            to[x] = 0xFF000000u | from[x];
+    }
+    return image;
+}
+
+} // namespace
+
+bool PrintJob::prepare(core::Interpreter& in, DocumentPrompts& prompts)
+{
+    PrintChoice choice;
+    do {
+        if (!prompts.printChoice(choice))
+            return false;
+    } while (choice.endLine < choice.startLine);
+    m_choice = choice;
+    m_linesPerPage = choice.pageLength == 1 ? 75 : choice.pageLength == 2 ? 100 : 50;
+    m_pages = io::PaginateListing(in.program(), choice.startLine, choice.endLine, m_linesPerPage);
+    // The screen is one page.
+    if (choice.kind == PrintChoice::Kind::Screen)
+        m_pages.resize(1);
+    return true;
+}
+
+void PrintJob::paintPage(QPainter& painter, int page, QSize area, core::Interpreter& in, screen::Renderer& renderer) const
+{
+    if (page < 1 || page > pageCount())
+        return;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
+    if (m_choice.kind == PrintChoice::Kind::Listing) {
+        auto canvas = io::ListingPageCanvas(in.program(), m_pages[static_cast<size_t>(page - 1)], page,
+            m_linesPerPage, renderer.font());
+        // The canvas is stretched onto the page, 24 units in from the sides and 8 from the top and
+        // the bottom.
+        painter.drawImage(QRect(24, 8, area.width() - 48, area.height() - 16), imageOf(canvas));
+        return;
+    }
+    double scale = std::min((area.width() - 16) / 640.0, (area.height() - 16) / 400.0);
+    QRect target(0, 0, static_cast<int>(640 * scale + 0.5), static_cast<int>(400 * scale + 0.5));
+    const auto& colours = in.colours();
+    painter.fillRect(target, QColor::fromRgb(colours.palette[static_cast<size_t>(colours.backgroundColour & 15)]));
+    painter.drawImage(target, imageOf(io::ScreenPrintImage(renderer.composite(), m_choice.negative)));
+}
+
+} // namespace tessaly::desktop
