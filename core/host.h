@@ -20,6 +20,9 @@ enum class TimerId : int {
     ContinuousBeep = 2 // BEEP 1: one tone every 50 ms
 };
 
+// What became of bytes sent to the printer.
+enum class PrinterWrite : uint8_t { Written, NoPrinter, Failed };
+
 enum class MessageButtons : uint8_t { Ok, RetryCancel, YesNoCancel };
 enum class MessageAnswer : uint8_t { Ok, Retry, Cancel, Yes, No };
 
@@ -32,8 +35,13 @@ public:
     // The host calls Interpreter::onTimer(id) every period until the timer is stopped.
     virtual void startTimer(TimerId id, int periodMs) { (void)id, (void)periodMs; }
     virtual void stopTimer(TimerId id) { (void)id; }
-    // Bytes for the printer (LPRINT, LLIST), Shift-JIS.
-    virtual void printerWrite(std::string_view bytes) { (void)bytes; }
+    // The system printer: whether there is one (a printer port can be opened), bytes for it
+    // (LPRINT, LLIST, SAVE "LPTn:", a printer-port channel; Shift-JIS, unchanged), and the end of
+    // a print job (a run or direct command ended, a printer-port channel was closed): what was
+    // written since goes to paper as one job.
+    [[nodiscard]] virtual bool hasPrinter() { return false; }
+    virtual PrinterWrite printerWrite(std::string_view bytes) { (void)bytes; return PrinterWrite::NoPrinter; }
+    virtual void printerEndJob() {}
     virtual LocalTime localTime() { return {}; }
     // The program is about to read the keyboard (INKEY$, INPUT$): a host that feeds keys from
     // elsewhere delivers the next one now, through Interpreter::onChar.

@@ -44,7 +44,7 @@ Interpreter::Interpreter(Host& host)
     , m_inputState(std::make_unique<expr::InputState>())
     , m_programFormats(std::make_unique<io::ProgramFormats>())
     , m_chainState(std::make_unique<io::ChainState>())
-    , m_files(std::make_unique<io::FileTable>())
+    , m_files(std::make_unique<io::FileTable>(host))
     , m_memory(std::make_unique<io::UserMemory>())
 {
     m_usrAddresses.fill(1);

@@ -68,6 +68,8 @@ bool endRun(Interpreter& in)
     run.pendingPrintText.clear();
     in.screen().saveCursor();
     run.running = false;
+    // What the run printed goes to paper as one job.
+    in.host().printerEndJob();
     return false;
 }
 

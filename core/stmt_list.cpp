@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/interpreter.h"
+#include "core/printer_output.h"
 #include "core/shift_jis.h"
 #include "core/statements.h"
 #include "core/text_scan.h"
@@ -141,8 +142,9 @@ Outcome stmtLlist(Interpreter& in, int begin, int end)
         int number = store.numberAt(line);
         if (number > to)
             break;
+        // LLIST's failed write names the line as the other disk errors do ("in"), unlike LPRINT's.
         if (number >= from)
-            in.host().printerWrite(store.textAt(line));
+            TRY_BASIC(writeToPrinter(in, store.textAt(line), PrinterFailure::WithIn));
     }
     return kDone;
 }

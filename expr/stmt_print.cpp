@@ -3,6 +3,7 @@
 
 #include "core/interpreter.h"
 #include "core/outcome.h"
+#include "core/printer_output.h"
 #include "expr/evaluator.h"
 #include "expr/number_text.h"
 #include "expr/print_items.h"
@@ -63,10 +64,9 @@ Outcome deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget ta
     }
     if (run.printNewline)
         line += "\r\n";
-    in.host().printerWrite(line);
     // The screen's row is not touched by the printer.
     run.printNewline = true;
-    return kDone;
+    return core::outcomeOf(core::writeToPrinter(in, line));
 }
 
 int formatPrintText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine)

@@ -3,6 +3,7 @@
 #include "core/host.h"
 #include "core/interpreter.h"
 #include "core/outcome.h"
+#include "core/printer_output.h"
 #include "core/run_state.h"
 #include "io/com_channel.h"
 #include "io/file_table.h"
@@ -84,7 +85,10 @@ int saveThroughDevice(core::Interpreter& in, const std::string& name)
     if (!block.empty()) {
         const FileChannel& channel = in.files().entry(transfer.fileNumber);
         if (printer) {
-            in.host().printerWrite(block);
+            if (core::writeToPrinter(in, block) < 0) {
+                closeTransfer(in);
+                return core::kFailed;
+            }
         } else if (sendToCom(in, channel, block) < 0) {
             // A full output queue waits; anything else ends the transfer with its error.
             if (in.error().isPending())

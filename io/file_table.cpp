@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include "core/host.h"
+
 namespace tessaly::io {
 
 bool FileTable::close(int n)
@@ -12,6 +14,8 @@ bool FileTable::close(int n)
         return false;
     if (channel.device == DeviceKind::Serial && channel.comSlot >= 1 && channel.comSlot <= kComSlots)
         m_comPorts.release(channel.comSlot);
+    if (channel.device == DeviceKind::Printer)
+        m_host.printerEndJob();
     channel = FileChannel {};
     return true;
 }

@@ -10,6 +10,10 @@
 #include "io/com_ports.h"
 #include "io/device_transfer.h"
 
+namespace tessaly::core {
+class Host;
+}
+
 namespace tessaly::io {
 
 enum class FileMode : uint8_t { Random = 0, Input = 1, Output = 2, Append = 3, Com = 4 };
@@ -45,14 +49,17 @@ struct FileChannel {
 
 class FileTable {
 public:
-    FileTable() = default;
+    explicit FileTable(core::Host& host)
+        : m_host(host)
+    {
+    }
     FileTable(const FileTable&) = delete;
     FileTable& operator=(const FileTable&) = delete;
     ~FileTable() { closeAll(); }
 
     // Entry n (1..15); any other number reads as an entry that is never open.
     FileChannel& entry(int n) { return m_entries[static_cast<size_t>(n >= 1 && n <= kHighestFileNumber ? n : 0)]; }
-    // Closes entry n (a serial port's slot is freed); false when closing its descriptor failed
+    // Closes entry n (a serial port's slot is freed, a printer port's print job ends); false when closing its descriptor failed
     // (the entry then stays as it was).
     bool close(int n);
     // Closes every open entry (the view's reset).
@@ -62,6 +69,7 @@ public:
     DeviceTransfer& transfer() { return m_transfer; }
 
 private:
+    core::Host& m_host;
     std::array<FileChannel, kHighestFileNumber + 1> m_entries {};
     ComPorts m_comPorts;
     DeviceTransfer m_transfer;

@@ -69,4 +69,43 @@ std::vector<ListingPage> PaginateListing(const core::ProgramStore& store, int st
     return pages;
 }
 
+std::vector<PrinterPage> PaginatePrinterBytes(std::string_view bytes, int rowsPerPage)
+{
+    std::vector<PrinterPage> pages(1);
+    auto addRow = [&](std::string_view row) {
+        if (static_cast<int>(pages.back().size()) >= rowsPerPage)
+            pages.emplace_back();
+        pages.back().push_back(row);
+    };
+    while (!bytes.empty()) {
+        size_t end = bytes.find_first_of("\r\n\f");
+        std::string_view line = bytes.substr(0, end);
+        if (end == std::string_view::npos) {
+            bytes = {};
+        } else {
+            char ending = bytes[end];
+            bytes.remove_prefix(end + 1);
+            if (ending == '\r' && !bytes.empty() && bytes.front() == '\n')
+                bytes.remove_prefix(1);
+            if (ending == '\f') {
+                // The text before the form feed ends its page; what follows starts the next.
+                if (!line.empty())
+                    for (std::string_view row : PrintedRows(line))
+                        addRow(row);
+                pages.emplace_back();
+                continue;
+            }
+        }
+        auto rows = PrintedRows(line);
+        if (rows.empty())
+            addRow({});
+        for (std::string_view row : rows)
+            addRow(row);
+    }
+    // A form feed at the very end asks for no empty page after it.
+    if (pages.size() > 1 && pages.back().empty())
+        pages.pop_back();
+    return pages;
+}
+
 } // namespace tessaly::io

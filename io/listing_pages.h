@@ -30,4 +30,10 @@ struct ListingPage {
 // linesPerPage + 1 begins the next page.
 std::vector<ListingPage> PaginateListing(const core::ProgramStore& store, int start, int end, int linesPerPage);
 
+// The printer's bytes (LPRINT, LLIST, a program saved to a printer port) as pages of printed rows:
+// a line ends at CR LF, LF or CR and is cut into rows as a listing line is, a form feed (0x0C)
+// starts a new page, and a page holds rowsPerPage rows. An empty line is an empty row.
+using PrinterPage = std::vector<std::string_view>;
+std::vector<PrinterPage> PaginatePrinterBytes(std::string_view bytes, int rowsPerPage);
+
 } // namespace tessaly::io

@@ -1,5 +1,6 @@
 #include "io/print_pages.h"
 
+#include <algorithm>
 #include <string>
 
 #include "core/program_store.h"
@@ -21,16 +22,31 @@ std::string_view withoutLineEnd(std::string_view line)
 screen::Plane ListingPageCanvas(const core::ProgramStore& store, const ListingPage& page, int pageNumber,
     int linesPerPage, const screen::Font& font)
 {
+    PrinterPage rows;
+    for (int position = page.first; position <= page.last && position <= store.count(); ++position)
+        for (std::string_view row : PrintedRows(withoutLineEnd(store.textAt(position))))
+            rows.push_back(row);
+    return PrinterPageCanvas(rows, pageNumber, linesPerPage, font);
+}
+
+screen::Plane PrinterPageCanvas(const PrinterPage& rows, int pageNumber, int linesPerPage, const screen::Font& font)
+{
     screen::Plane canvas(kListingCanvasWidth, (linesPerPage + 5) * kListingRowHeight, kPaper);
     int y = kListingRowHeight;
-    for (int position = page.first; position <= page.last && position <= store.count(); ++position) {
-        for (std::string_view row : PrintedRows(withoutLineEnd(store.textAt(position)))) {
-            font.drawText(canvas, 1, y, row, kInk);
-            y += kListingRowHeight;
-        }
+    for (std::string_view row : rows) {
+        font.drawText(canvas, 1, y, row, kInk);
+        y += kListingRowHeight;
     }
     font.drawText(canvas, 200, (linesPerPage + 3) * kListingRowHeight, "-" + std::to_string(pageNumber) + "-", kInk);
     return canvas;
+}
+
+PrintRect PageCanvasTarget(int areaWidth, int areaHeight) { return {24, 8, areaWidth - 48, areaHeight - 16}; }
+
+PrintRect ScreenPrintTarget(int areaWidth, int areaHeight)
+{
+    double scale = std::min((areaWidth - 16) / 640.0, (areaHeight - 16) / 400.0);
+    return {0, 0, static_cast<int>(640 * scale + 0.5), static_cast<int>(400 * scale + 0.5)};
 }
 
 screen::Plane ScreenPrintImage(const screen::Plane& composite, bool negative)

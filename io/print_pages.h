@@ -27,6 +27,19 @@ inline constexpr screen::Pixel kInk = 0x000000;
 screen::Plane ListingPageCanvas(const core::ProgramStore& store, const ListingPage& page, int pageNumber,
     int linesPerPage, const screen::Font& font);
 
+// A page of printer output: rows drawn as the listing's are, the page number below them.
+screen::Plane PrinterPageCanvas(const PrinterPage& rows, int pageNumber, int linesPerPage, const screen::Font& font);
+
+// Where a listing or printer page and where the screen go in a page's drawing area of width x
+// height device units: the page canvas stretched to 24 units in from the sides and 8 from the top
+// and the bottom; the screen scaled by the smaller of (width - 16) / 640 and (height - 16) / 400,
+// at the top left.
+struct PrintRect {
+    int x = 0, y = 0, width = 0, height = 0;
+};
+PrintRect PageCanvasTarget(int areaWidth, int areaHeight);
+PrintRect ScreenPrintTarget(int areaWidth, int areaHeight);
+
 // The composite screen as printed: as it is, or with every colour inverted.
 screen::Plane ScreenPrintImage(const screen::Plane& composite, bool negative);
 

@@ -6,6 +6,7 @@
 
 #include "core/interpreter.h"
 #include "core/outcome.h"
+#include "core/host.h"
 #include "core/text_scan.h"
 #include "core/upper_case_pass.h"
 #include "expr/evaluator.h"
@@ -78,6 +79,9 @@ int openChannel(core::Interpreter& in, int number, FileMode mode, const std::str
     } else if (name.find("LPT") != std::string::npos) {
         if (mode != FileMode::Output)
             return in.raise(ErrorId::SyntaxError);
+        // Every printer port is the system printer; without one the port cannot be opened.
+        if (!in.host().hasPrinter())
+            return in.raise(ErrorId::FileCannotOpen);
         channel = openedChannel(-1, FileMode::Output, DeviceKind::Printer);
     } else if (containsAny(name, {"SCRN:", "SCRN :"})) {
         if (mode != FileMode::Output)

@@ -61,7 +61,6 @@ QString toolTipOf(const char* menuText)
 
 CMainFrame::CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent)
     : m_view(view)
-    , m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution))
     , m_doc(doc)
     , m_recent(recent)
 {
@@ -208,11 +207,10 @@ void CMainFrame::updateLockIndicators()
     }
 }
 
-CMainFrame::~CMainFrame() = default;
-
 void CMainFrame::printDocument(bool preview)
 {
     auto& in = m_view.interpreter();
+    QPrinter& printer = m_view.host().linePrinter().printer();
     PrintJob job;
     if (!job.prepare(in, m_doc.prompts()))
         return;
@@ -228,15 +226,15 @@ void CMainFrame::printDocument(bool preview)
         }
     };
     if (preview) {
-        QPrintPreviewDialog dialog(m_printer.get(), this);
+        QPrintPreviewDialog dialog(&printer, this);
         connect(&dialog, &QPrintPreviewDialog::paintRequested, this, paintPages);
         dialog.exec();
         return;
     }
-    QPrintDialog dialog(m_printer.get(), this);
+    QPrintDialog dialog(&printer, this);
     dialog.setMinMax(1, job.pageCount());
     if (dialog.exec() == QDialog::Accepted)
-        paintPages(m_printer.get());
+        paintPages(&printer);
 }
 
 void CMainFrame::updateTitle() { setWindowTitle(m_doc.title() + QStringLiteral(" - Tessaly")); }
@@ -269,7 +267,7 @@ void CMainFrame::runCommand(int id)
     case cmd::kFilePrint: printDocument(false); break;
     case cmd::kFilePrintPreview: printDocument(true); break;
     case cmd::kFilePrintSetup: {
-        QPageSetupDialog setup(m_printer.get(), this);
+        QPageSetupDialog setup(&m_view.host().linePrinter().printer(), this);
         setup.exec();
         break;
     }

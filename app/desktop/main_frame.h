@@ -7,8 +7,6 @@
 #include <QMainWindow>
 #include <memory>
 
-class QPrinter;
-
 class QAction;
 class QLabel;
 class QMenu;
@@ -24,7 +22,6 @@ class CMainFrame : public QMainWindow {
     Q_OBJECT
 public:
     CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent);
-    ~CMainFrame() override;
 
     // The action of a command number; nullptr for an unknown number.
     QAction* action(int id) const { return m_actions.value(id, nullptr); }
@@ -53,7 +50,6 @@ private:
     void printDocument(bool preview);
 
     CTessalyView& m_view;
-    std::unique_ptr<QPrinter> m_printer; // kept between prints: the printer setup
     CTessalyDoc& m_doc;
     RecentFiles& m_recent;
     QHash<int, QAction*> m_actions;

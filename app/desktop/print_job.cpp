@@ -1,7 +1,6 @@
 #include "app/desktop/print_job.h"
 
 #include <QImage>
-#include <algorithm>
 
 #include "app/desktop/document_prompts.h"
 #include "core/interpreter.h"
@@ -12,6 +11,10 @@
 namespace tessaly::desktop {
 
 namespace {
+
+QRect rectOf(io::PrintRect rect) { return {rect.x, rect.y, rect.width, rect.height}; }
+
+} // namespace
 
 QImage imageOf(const screen::Plane& plane)
 {
@@ -24,8 +27,6 @@ QImage imageOf(const screen::Plane& plane)
     }
     return image;
 }
-
-} // namespace
 
 bool PrintJob::prepare(core::Interpreter& in, DocumentPrompts& prompts)
 {
@@ -51,13 +52,10 @@ void PrintJob::paintPage(QPainter& painter, int page, QSize area, core::Interpre
     if (m_choice.kind == PrintChoice::Kind::Listing) {
         auto canvas = io::ListingPageCanvas(in.program(), m_pages[static_cast<size_t>(page - 1)], page,
             m_linesPerPage, renderer.font());
-        // The canvas is stretched onto the page, 24 units in from the sides and 8 from the top and
-        // the bottom.
-        painter.drawImage(QRect(24, 8, area.width() - 48, area.height() - 16), imageOf(canvas));
+        painter.drawImage(rectOf(io::PageCanvasTarget(area.width(), area.height())), imageOf(canvas));
         return;
     }
-    double scale = std::min((area.width() - 16) / 640.0, (area.height() - 16) / 400.0);
-    QRect target(0, 0, static_cast<int>(640 * scale + 0.5), static_cast<int>(400 * scale + 0.5));
+    QRect target = rectOf(io::ScreenPrintTarget(area.width(), area.height()));
     const auto& colours = in.colours();
     painter.fillRect(target, QColor::fromRgb(colours.palette[static_cast<size_t>(colours.backgroundColour & 15)]));
     painter.drawImage(target, imageOf(io::ScreenPrintImage(renderer.composite(), m_choice.negative)));

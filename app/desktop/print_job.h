@@ -3,6 +3,7 @@
 // page onto a printer's, a preview's or an image's painter.
 #pragma once
 
+#include <QImage>
 #include <QPainter>
 #include <QSize>
 #include <vector>
@@ -14,12 +15,16 @@ class Interpreter;
 }
 namespace tessaly::screen {
 class Font;
+class Plane;
 class Renderer;
 } // namespace tessaly::screen
 
 namespace tessaly::desktop {
 
 class DocumentPrompts;
+
+// A plane of our raster layer as a Qt image.
+QImage imageOf(const screen::Plane& plane);
 
 struct PrintChoice {
     enum class Kind { Listing = 0, Screen = 1 };

@@ -15,9 +15,6 @@
 namespace tessaly::desktop {
 
 namespace {
-// Printer bytes are kept up to this many until a printer takes them.
-constexpr size_t kPrinterSpoolLimit = 1 << 20;
-
 size_t timerSlot(core::TimerId id) { return id == core::TimerId::TimeAlarm ? 0 : 1; }
 } // namespace
 
@@ -35,10 +32,10 @@ void QtHost::startTimer(core::TimerId id, int periodMs) { m_timers[timerSlot(id)
 
 void QtHost::stopTimer(core::TimerId id) { m_timers[timerSlot(id)].stop(); }
 
-void QtHost::printerWrite(std::string_view bytes)
+void QtHost::printerEndJob()
 {
-    if (m_printer.size() + bytes.size() <= kPrinterSpoolLimit)
-        m_printer.append(bytes);
+    if (m_printerFont != nullptr)
+        m_linePrinter.endJob(*m_printerFont);
 }
 
 core::LocalTime QtHost::localTime()

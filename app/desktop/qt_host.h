@@ -1,5 +1,5 @@
 // The interpreter's platform on the desktop: beep, timers, clock, clipboard, message boxes, and the
-// document's modified flag. Printer bytes are kept until printing is built.
+// document's modified flag, and the line printer.
 #pragma once
 
 #include <QObject>
@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 
+#include "app/desktop/line_printer.h"
 #include "app/desktop/machine_ports.h"
 #include "core/host.h"
 
@@ -23,7 +24,9 @@ public:
     void beep() override;
     void startTimer(core::TimerId id, int periodMs) override;
     void stopTimer(core::TimerId id) override;
-    void printerWrite(std::string_view bytes) override;
+    bool hasPrinter() override { return m_linePrinter.available(); }
+    core::PrinterWrite printerWrite(std::string_view bytes) override { return m_linePrinter.write(bytes); }
+    void printerEndJob() override;
     core::LocalTime localTime() override;
     void setDocumentModified(bool modified) override;
     void programLoaded(std::string_view path) override;
@@ -36,7 +39,9 @@ public:
     uint8_t portIn(uint16_t port) override { return m_ports.in(port); }
     void portOut(uint16_t port, uint8_t value) override { m_ports.out(port, value); }
 
-    [[nodiscard]] const std::string& printerBytes() const { return m_printer; }
+    LinePrinter& linePrinter() { return m_linePrinter; }
+    // The font that draws printed characters; printing waits until it is set.
+    void setPrinterFont(const screen::Font* font) { m_printerFont = font; }
 
 signals:
     void timerFired(tessaly::core::TimerId id);
@@ -46,7 +51,8 @@ signals:
 private:
     Beeper* m_beeper;
     std::array<QTimer, 2> m_timers;
-    std::string m_printer;
+    LinePrinter m_linePrinter;
+    const screen::Font* m_printerFont = nullptr;
     MachinePorts m_ports;
 };
 

@@ -33,6 +33,7 @@ CTessalyView::CTessalyView(const screen::Font& font, QWidget* parent)
     , m_renderer(font, m_interpreter.colours(), m_interpreter.functionKeys(), m_interpreter.graphics())
 {
     m_interpreter.setRenderer(&m_renderer);
+    m_host.setPrinterFont(&font);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_InputMethodEnabled);
     setAttribute(Qt::WA_OpaquePaintEvent);

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "support/test_host.h"
 
@@ -101,6 +102,77 @@ TEST(PrinterOutput, LprintLprintUsingAndLlistGoToThePrinter)
     EXPECT_EQ(session.host().printed, "20 END\r\n");
     // The screen row is not touched by the printer.
     EXPECT_EQ(session.type("LPRINT 7"), "LPRINT 7\nOK\n");
+}
+
+} // namespace
+} // namespace tessaly::expr
+
+namespace tessaly::expr {
+namespace {
+
+struct PrinterFailureCase {
+    core::PrinterWrite printer;
+    const char* program;
+    const char* message; // the run's last row
+};
+
+class PrinterFailures : public ::testing::TestWithParam<PrinterFailureCase> {};
+
+// A missing printer and a failed write are reported with the line number: "File not open " for
+// all printer output, "Disk I/O error " after LPRINT but "Disk I/O error in " after LLIST; a
+// printer port cannot even be opened without a printer.
+TEST_P(PrinterFailures, SayWhatWentWrongInWhichLine)
+{
+    test::Session session;
+    session.host().printer = GetParam().printer;
+    session.type({GetParam().program, "20 PRINT \"NOT REACHED\""});
+    std::string out = session.runProgram();
+    EXPECT_EQ(out, std::string(GetParam().message) + "\n") << GetParam().program;
+    EXPECT_EQ(session.host().printed, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Expr, PrinterFailures,
+    ::testing::Values(PrinterFailureCase {core::PrinterWrite::NoPrinter, "10 LPRINT 1", "File not open 10"},
+        PrinterFailureCase {core::PrinterWrite::NoPrinter, "10 LPRINT USING \"##\";1", "File not open 10"},
+        PrinterFailureCase {core::PrinterWrite::NoPrinter, "10 LLIST", "File not open 10"},
+        PrinterFailureCase {core::PrinterWrite::NoPrinter, "10 OPEN \"LPT1:\" FOR OUTPUT AS #1",
+            "File can not open in 10"},
+        PrinterFailureCase {core::PrinterWrite::NoPrinter, "10 SAVE \"LPT1:\"", "File can not open in 10"},
+        PrinterFailureCase {core::PrinterWrite::Failed, "10 LPRINT \"A\"", "Disk I/O error 10"},
+        PrinterFailureCase {core::PrinterWrite::Failed, "10 LLIST", "Disk I/O error in 10"},
+        PrinterFailureCase {core::PrinterWrite::Failed, "10 OPEN \"LPT1:\" FOR OUTPUT AS #1:PRINT #1,\"X\"",
+            "Disk I/O error 10"},
+        PrinterFailureCase {core::PrinterWrite::Failed, "10 SAVE \"LPT1:\"", "Disk I/O error 10"}));
+
+TEST(PrinterOutput, AnErrorHandlerCatchesAMissingPrinter)
+{
+    test::Session session;
+    session.host().printer = core::PrinterWrite::NoPrinter;
+    session.type({"10 ON ERROR GOTO 100", "20 LPRINT 1", "30 END", "100 PRINT ERR;ERL:RESUME 30"});
+    EXPECT_EQ(session.runProgram(), " 60  20 \nOK\n");
+}
+
+// What a run prints is one job, handed over when the run ends; closing a printer port ends the
+// job at once, and a direct command is a job of its own.
+TEST(PrinterOutput, JobsEndWithTheRunOrWhenAPrinterPortCloses)
+{
+    test::Session session;
+    auto& host = session.host();
+    session.type({"10 LPRINT \"A\"", "20 LPRINT \"B\"", "30 END"});
+    EXPECT_TRUE(host.printJobs.empty());
+    session.runProgram();
+    EXPECT_EQ(host.printJobs, std::vector<std::string> {"A\r\nB\r\n"});
+
+    host.printJobs.clear();
+    session.type({"10 OPEN \"LPT1:\" FOR OUTPUT AS #2", "20 PRINT #2,\"P\"", "30 CLOSE #2", "40 LPRINT \"Q\"",
+        "50 OPEN \"LPT2:\" FOR OUTPUT AS #3", "60 PRINT #3,\"R\"", "70 STOP"});
+    session.runProgram();
+    EXPECT_EQ(host.printJobs, (std::vector<std::string> {"P\r\n", "Q\r\nR\r\n"}));
+
+    host.printJobs.clear();
+    session.type("LPRINT \"D\"");
+    session.type("PRINT 1");
+    EXPECT_EQ(host.printJobs, std::vector<std::string> {"D\r\n"});
 }
 
 } // namespace

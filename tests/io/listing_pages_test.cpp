@@ -68,3 +68,43 @@ TEST(PaginateListing, APageTakesLinesUntilItsRowsWouldPassItsLength)
 
 } // namespace
 } // namespace tessaly::io
+
+namespace tessaly::io {
+namespace {
+
+struct PrinterBytesCase {
+    const char* name;
+    std::string bytes;
+    int rowsPerPage;
+    std::vector<std::vector<std::string>> pages;
+};
+
+class PrinterBytePages : public ::testing::TestWithParam<PrinterBytesCase> {};
+
+TEST_P(PrinterBytePages, CutAtLineEndsFormFeedsAndFullPages)
+{
+    std::vector<std::vector<std::string>> pages;
+    for (const auto& page : PaginatePrinterBytes(GetParam().bytes, GetParam().rowsPerPage))
+        pages.emplace_back(page.begin(), page.end());
+    EXPECT_EQ(pages, GetParam().pages) << GetParam().name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Io, PrinterBytePages,
+    ::testing::Values(PrinterBytesCase {"nothing", "", 50, {{}}},
+        PrinterBytesCase {"every line end", "A\r\nB\nC\rD", 50, {{"A", "B", "C", "D"}}},
+        PrinterBytesCase {"empty lines stay", "A\r\n\r\n\nB\r\n", 50, {{"A", "", "", "B"}}},
+        PrinterBytesCase {"a full page", "1\r\n2\r\n3\r\n4\r\n5\r\n", 2, {{"1", "2"}, {"3", "4"}, {"5"}}},
+        PrinterBytesCase {"form feeds", "A\r\n\fB\fC", 50, {{"A"}, {"B"}, {"C"}}},
+        PrinterBytesCase {"a closing form feed", "A\r\n\f", 50, {{"A"}}},
+        PrinterBytesCase {"long lines", std::string(130, 'X') + "\r\nY", 2,
+            {{std::string(120, 'X'), std::string(10, 'X')}, {"Y"}}}),
+    [](const auto& info) {
+        std::string name = info.param.name;
+        for (char& c : name)
+            if (c == ' ')
+                c = '_';
+        return name;
+    });
+
+} // namespace
+} // namespace tessaly::io

@@ -5,8 +5,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "core/host.h"
 #include "core/interpreter.h"
 #include "io/simulated_ports.h"
 #include "screen/text_screen.h"
@@ -18,7 +20,22 @@ public:
     void beep() override { ++beeps; }
     void startTimer(core::TimerId id, int periodMs) override { timers.push_back({static_cast<int>(id), periodMs}); }
     void stopTimer(core::TimerId id) override { timers.push_back({static_cast<int>(id), 0}); }
-    void printerWrite(std::string_view bytes) override { printed += bytes; }
+    // The printer takes everything (printer: Written), is missing (NoPrinter) or fails (Failed).
+    bool hasPrinter() override { return printer != core::PrinterWrite::NoPrinter; }
+    core::PrinterWrite printerWrite(std::string_view bytes) override
+    {
+        if (printer == core::PrinterWrite::Written) {
+            printed += bytes;
+            jobBytes += bytes;
+        }
+        return printer;
+    }
+    // A job that printed nothing is no job.
+    void printerEndJob() override
+    {
+        if (!jobBytes.empty())
+            printJobs.push_back(std::exchange(jobBytes, {}));
+    }
     void setDocumentModified(bool modified) override { this->modified = modified; }
     void programLoaded(std::string_view path) override { loadedPath = path; }
     // A simulated port space; portsGranted false stands for a system that grants no port access.
@@ -42,7 +59,10 @@ public:
     };
     int beeps = 0;
     std::vector<TimerCall> timers;
-    std::string printed;
+    core::PrinterWrite printer = core::PrinterWrite::Written;
+    std::string printed;              // everything printed
+    std::string jobBytes;             // printed since the last job ended
+    std::vector<std::string> printJobs;
     bool modified = false;
     std::string loadedPath;
     std::vector<std::string> questions;
