@@ -142,9 +142,15 @@ Outcome stmtLlist(Interpreter& in, int begin, int end)
         int number = store.numberAt(line);
         if (number > to)
             break;
-        // LLIST's failed write names the line as the other disk errors do ("in"), unlike LPRINT's.
-        if (number >= from)
-            TRY_BASIC(writeToPrinter(in, store.textAt(line), PrinterFailure::WithIn));
+        if (number < from)
+            continue;
+        // Each line ends with CR LF on paper, whether or not preparation has taken the line end
+        // off the stored text. A failed write names the line as the other disk errors do ("in"),
+        // unlike LPRINT's.
+        std::string text = store.textAt(line);
+        if (!text.ends_with("\r\n"))
+            text += "\r\n";
+        TRY_BASIC(writeToPrinter(in, text, PrinterFailure::WithIn));
     }
     return kDone;
 }

@@ -17,6 +17,8 @@
 #include "app/headless/headless_timers.h"
 #include "app/headless/interrupt_signal.h"
 #include "app/headless/png_writer.h"
+#include "app/headless/print_to_pdf.h"
+#include "app/headless/printer_file.h"
 #include "app/headless/standard_input.h"
 #include "core/interpreter.h"
 #include "core/shift_jis.h"
@@ -35,7 +37,9 @@ namespace tessaly::app {
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: tessaly --headless [--screen] [--screenshot PNG] [--com N=PATH]... [FILE]\n"
+    "Usage: tessaly --headless [--screen] [--screenshot PNG] [--com N=PATH]... [--lprint FILE]\n"
+    "                          [--print-listing PDF [--page-length N]] [--print-screen PDF [--negative]]\n"
+    "                          [FILE]\n"
     "\n"
     "Runs a BASIC program without a window.\n"
     "\n"
@@ -54,6 +58,19 @@ constexpr const char* kUsage =
     "  --screenshot PNG\n"
     "            write the 640 x 400 screen as it stands when the run ends to the PNG file\n"
     "            (the screen font comes from the Debian package unifont).\n"
+    "  --lprint FILE\n"
+    "            the printer: what LPRINT, LPRINT USING, LLIST, SAVE \"LPT1:\" and printer ports\n"
+    "            (OPEN \"LPT1:\" FOR OUTPUT) print is written to FILE as it comes, unchanged (Shift-JIS,\n"
+    "            CR LF line ends). Without it there is no printer: printing says \"File not open \" and\n"
+    "            opening a printer port \"File can not open in \".\n"
+    "  --print-listing PDF\n"
+    "            when the run ends, print the program listing to the PDF file as the window's Print\n"
+    "            does: A4 pages of N rows (--page-length 50, 75 or 100; 50 unless given), at most 120\n"
+    "            bytes a row, each page numbered. To print a listing without running it, give the\n"
+    "            program on standard input instead of as FILE (its lines are stored, none is run).\n"
+    "  --print-screen PDF\n"
+    "            when the run ends, print the screen to the PDF file, scaled to the page width;\n"
+    "            --negative inverts every colour (white paper, black text for a black screen).\n"
     "\n"
     "Standard output receives every text written to the text screen (program output, OK,\n"
     "BREAK, OK, error messages, listings, prompts), converted from Shift-JIS to UTF-8, with a\n"
@@ -83,6 +100,11 @@ struct Options {
     bool help = false;
     const char* file = nullptr;
     const char* screenshot = nullptr;
+    const char* lprint = nullptr;
+    const char* listingPdf = nullptr;
+    const char* screenPdf = nullptr;
+    bool negative = false;
+    int pageLength = 50;
     std::vector<std::string> comPorts; // N=PATH
 };
 
@@ -98,6 +120,20 @@ bool parseOptions(int argc, char** argv, Options& options)
             options.screenshot = argv[++i];
         else if (arg == "--com" && i + 1 < argc)
             options.comPorts.emplace_back(argv[++i]);
+        else if (arg == "--lprint" && i + 1 < argc)
+            options.lprint = argv[++i];
+        else if (arg == "--print-listing" && i + 1 < argc)
+            options.listingPdf = argv[++i];
+        else if (arg == "--print-screen" && i + 1 < argc)
+            options.screenPdf = argv[++i];
+        else if (arg == "--negative")
+            options.negative = true;
+        else if (arg == "--page-length" && i + 1 < argc) {
+            std::string length = argv[++i];
+            if (length != "50" && length != "75" && length != "100")
+                return false;
+            options.pageLength = std::stoi(length);
+        }
         else if (arg == "--help" || arg == "-h")
             options.help = true;
         else if (arg.starts_with("-") && arg != "-")
@@ -107,13 +143,16 @@ bool parseOptions(int argc, char** argv, Options& options)
         else
             return false;
     }
-    return true;
+    // --negative and --page-length say how to print; alone they are a mistake.
+    return (!options.negative || options.screenPdf != nullptr)
+        && (options.pageLength == 50 || options.listingPdf != nullptr);
 }
 
 class HeadlessHost final : public core::Host {
 public:
-    explicit HeadlessHost(StandardInput& input)
+    HeadlessHost(StandardInput& input, PrinterFile& printer)
         : m_input(input)
+        , m_printer(printer)
     {
     }
     void attach(core::Interpreter* interpreter) { m_interpreter = interpreter; }
@@ -122,6 +161,8 @@ public:
 
     void startTimer(core::TimerId id, int periodMs) override { m_timers.start(id, periodMs); }
     void stopTimer(core::TimerId id) override { m_timers.stop(id); }
+    bool hasPrinter() override { return m_printer.isOpen(); }
+    core::PrinterWrite printerWrite(std::string_view bytes) override { return m_printer.write(bytes); }
 
     // Keys for INKEY$ and INPUT$ come from standard input, one byte each time the program reads.
     // The wait for a key ends when a timer is due or Ctrl+C comes: the program then reads no key
@@ -195,6 +236,7 @@ private:
     }
 
     StandardInput& m_input;
+    PrinterFile& m_printer;
     HeadlessTimers m_timers;
     core::Interpreter* m_interpreter = nullptr;
     std::string m_pending;
@@ -484,8 +526,13 @@ int runHeadless(int argc, char** argv)
     }
     installInterruptHandler();
 
+    PrinterFile printer;
+    if (options.lprint != nullptr && !printer.open(options.lprint)) {
+        std::fprintf(stderr, "tessaly: cannot write %s\n", options.lprint);
+        return 2;
+    }
     StandardInput input;
-    HeadlessHost host(input);
+    HeadlessHost host(input, printer);
     core::Interpreter interpreter(host);
     host.attach(&interpreter);
     for (const auto& option : options.comPorts) {
@@ -498,7 +545,8 @@ int runHeadless(int argc, char** argv)
     // without one the screen is drawn without characters.
     std::string fontError;
     std::optional<screen::Font> font = screen::Font::load(screen::kUnifontJapanesePath, fontError);
-    if (!font && options.screenshot != nullptr) {
+    bool drawsText = options.screenshot != nullptr || options.listingPdf != nullptr || options.screenPdf != nullptr;
+    if (!font && drawsText) {
         std::fprintf(stderr, "tessaly: %s\n", fontError.c_str());
         return 2;
     }
@@ -520,12 +568,14 @@ int runHeadless(int argc, char** argv)
     interpreter.screen().setListener(nullptr);
     if (options.screenDump)
         dumpScreen(interpreter);
-    if (options.screenshot != nullptr) {
-        std::string error;
-        if (!writePng(renderer->composite(), options.screenshot, error)) {
-            std::fprintf(stderr, "tessaly: %s\n", error.c_str());
-            return 2;
-        }
+    std::string error;
+    if ((options.screenshot != nullptr && !writePng(renderer->composite(), options.screenshot, error))
+        || (options.listingPdf != nullptr
+            && !printListingToPdf(interpreter, *renderer, options.pageLength, options.listingPdf, error))
+        || (options.screenPdf != nullptr
+            && !printScreenToPdf(interpreter, *renderer, options.negative, options.screenPdf, error))) {
+        std::fprintf(stderr, "tessaly: %s\n", error.c_str());
+        return 2;
     }
     interpreter.setRenderer(nullptr);
     stream.flush();

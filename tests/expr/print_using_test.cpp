@@ -100,6 +100,10 @@ TEST(PrinterOutput, LprintLprintUsingAndLlistGoToThePrinter)
     session.host().printed.clear();
     session.type({"10 PRINT 1", "20 END", "LLIST 20"});
     EXPECT_EQ(session.host().printed, "20 END\r\n");
+    // Inside a run too, where the stored lines have been prepared, each line ends with CR LF.
+    session.host().printed.clear();
+    session.type({"10 LLIST -20 ", "20 END", "RUN"});
+    EXPECT_EQ(session.host().printed, "10 LLIST -20\r\n20 END\r\n");
     // The screen row is not touched by the printer.
     EXPECT_EQ(session.type("LPRINT 7"), "LPRINT 7\nOK\n");
 }
