@@ -6,6 +6,7 @@
 
 #include "app/desktop/document_prompts.h"
 #include "app/desktop/main_frame.h"
+#include "app/desktop/qt_translations.h"
 #include "app/desktop/recent_files.h"
 #include "app/desktop/serial_port_settings.h"
 #include "app/desktop/tessaly_doc.h"
@@ -118,6 +119,7 @@ int runDesktop(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Local AppWizard-Generated Applications"));
     QApplication::setApplicationName(QStringLiteral("Tessaly"));
+    installQtTranslations(application);
     QStringList arguments = QApplication::arguments();
     arguments.removeFirst();
     CTessalyApp app;

@@ -1,12 +1,17 @@
 // The frame: its place and size, the menu bar and tool bar of the command table, and menu commands
 // reaching the interpreter.
 #include <QClipboard>
+#include <QDialogButtonBox>
+#include <QPrinter>
+#include <QPushButton>
+#include <QTemporaryDir>
 #include <QMenuBar>
 #include <QSignalSpy>
 #include <QToolBar>
 
 #include "app/desktop/command_table.h"
 #include "app/desktop/print_job.h"
+#include "app/desktop/qt_translations.h"
 #include "app/desktop/serial_port_settings.h"
 #include "app/desktop/virtual_keys.h"
 #include "io/file_table.h"
@@ -208,6 +213,37 @@ private slots:
         QCOMPARE(image.pixel(600, 700), QColor(Qt::gray).rgb());
         // Cancel prints nothing.
         QVERIFY(!PrintJob().prepare(w.interpreter(), *w.prompts));
+    }
+
+    // LPRINT's bytes wait for the end of the run, then print as one job on the chosen printer.
+    void lprintPrintsWhenTheRunEnds()
+    {
+        Window w;
+        QTemporaryDir folder;
+        const QString pdf = folder.filePath(QStringLiteral("lprint.pdf"));
+        QPrinter& printer = w.view().host().linePrinter().printer();
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(pdf);
+        w.typeLine(QStringLiteral("10 LPRINT \"A\":LPRINT CHR$(12);\"B\""));
+        w.typeLine(QStringLiteral("20 INPUT X"));
+        w.typeLine(QStringLiteral("RUN"));
+        QVERIFY(w.interpreter().isWaitingForInput());
+        QVERIFY(!QFile::exists(pdf));
+        w.typeLine(QStringLiteral("1"));
+        QVERIFY(!w.interpreter().isRunning());
+        QFile file(pdf);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QByteArray bytes = file.readAll();
+        QVERIFY(bytes.startsWith("%PDF"));
+        // The form feed starts the second page.
+        QCOMPARE(bytes.count("/Type /Page\n"), 2);
+    }
+
+    void standardDialogsSpeakJapanese()
+    {
+        QVERIFY(installQtTranslations(*QCoreApplication::instance()));
+        QDialogButtonBox box(QDialogButtonBox::Cancel);
+        QCOMPARE(box.button(QDialogButtonBox::Cancel)->text(), QStringLiteral("キャンセル"));
     }
 
     void serialPortDevicesAreSetInTheirDialogAndKept()
