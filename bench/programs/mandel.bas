@@ -1,4 +1,4 @@
-100 REM Mandelbrot set on a 64 x 24 grid, up to 200 iterations a point
+100 REM Mandelbrot set on a 64 x 24 grid, up to 200 iterations a point, in double precision
 110 DEFINT I-N
 120 DEFDBL A-H,X-Z
 130 T=0
