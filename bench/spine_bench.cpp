@@ -1,5 +1,5 @@
 // Kernels of the spine: statement recognition, line entry, preparation, and the run loop on a
-// jump-heavy program. Whole programs through the runner: bench/run_programs.sh.
+// jump-heavy program. Whole programs through the runner: bench/compare.
 #include <benchmark/benchmark.h>
 
 #include <string>

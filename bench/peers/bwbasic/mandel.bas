@@ -1,0 +1,23 @@
+100 REM Mandelbrot set on a 64 x 24 grid, up to 200 iterations a point, in double precision
+130 T=0
+140 FOR IY=0 TO 23
+150 CI=-1.25+IY*.109375
+160 L$=""
+170 FOR IX=0 TO 63
+180 CR=-2+IX*.0390625
+190 X=0
+200 Y=0
+210 N=0
+220 Z=X*X-Y*Y+CR
+230 Y=2*X*Y+CI
+240 X=Z
+250 N=N+1
+260 IF N>=200 THEN 280
+270 IF X*X+Y*Y<=4 THEN 220
+280 T=T+N
+290 L$=L$+MID$(" .:-=+*#%@",N MOD 10+1,1)
+300 NEXT IX
+310 PRINT L$
+320 NEXT IY
+330 PRINT "RESULT";T
+340 SYSTEM

@@ -1,0 +1,8 @@
+100 REM BM2: a loop made of IF and a jump back
+300 PRINT "S"
+400 K=0
+500 K=K+1
+600 IF K<300000 THEN 500
+700 PRINT "E"
+710 PRINT "RESULT";K
+800 END
