@@ -3,6 +3,7 @@
 #include "core/interpreter.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 
 #include "core/line_entry.h"
@@ -17,6 +18,7 @@
 #include "io/chain_state.h"
 #include "io/com_channel.h"
 #include "io/file_table.h"
+#include "core/compiled_program.h"
 #include "io/program_formats.h"
 #include "io/user_memory.h"
 #include "screen/colours.h"
@@ -31,6 +33,9 @@ namespace tessaly::core {
 
 Interpreter::Interpreter(Host& host)
     : m_host(host)
+    // TESSALY_TEXT_PATH=1 runs every statement from its text: the reference the compiled
+    // statements are compared with.
+    , m_compiled(std::make_unique<CompiledProgram>(std::getenv("TESSALY_TEXT_PATH") == nullptr))
     , m_screen(std::make_unique<screen::TextScreen>())
     , m_keyboard(std::make_unique<screen::Keyboard>())
     , m_colours(std::make_unique<screen::Colours>())

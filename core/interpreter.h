@@ -44,6 +44,8 @@ class Renderer;
 
 namespace tessaly::core {
 
+class CompiledProgram;
+
 class Interpreter {
 public:
     explicit Interpreter(Host& host);
@@ -110,6 +112,7 @@ public:
     // --- Subsystems ---
     ProgramStore& program() { return m_program; }
     PreparedProgram& prepared() { return m_prepared; }
+    CompiledProgram& compiled() { return *m_compiled; }
     RunState& run() { return m_run; }
     BasicError& error() { return m_error; }
     ErrorTrap& trap() { return m_trap; }
@@ -159,6 +162,7 @@ private:
     Host& m_host;
     ProgramStore m_program;
     PreparedProgram m_prepared;
+    std::unique_ptr<CompiledProgram> m_compiled;
     RunState m_run;
     bool m_inIdle = false; // idle() is under way (a question shown inside a statement lets the
                            // window's idle calls in: they must not run another step)

@@ -58,7 +58,12 @@ public:
 
     // Working entries (preparation and the "?" rewrite of the executor); entry must be valid.
     void setEntry(int entry, int number, std::string text);
-    std::string& mutableText(int entry) { return m_texts[static_cast<size_t>(entry)]; }
+    // A text that may be changed: the store counts as changed.
+    std::string& mutableText(int entry)
+    {
+        ++m_revision;
+        return m_texts[static_cast<size_t>(entry)];
+    }
 
     // Bumped by every change to any entry; caches keyed on it stay valid while it is unchanged.
     [[nodiscard]] uint32_t revision() const { return m_revision; }

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "core/compiled_program.h"
 #include "core/event_traps.h"
 #include "core/executor.h"
 #include "core/interpreter.h"
@@ -232,6 +233,15 @@ AfterStatement afterStatement(Interpreter& in, Outcome outcome)
     return AfterStatement::Return;
 }
 
+// A compiled statement runs as the executor runs its text once it has recognised it.
+Outcome runCompiled(Interpreter& in, CompiledStatement& statement)
+{
+    auto& run = in.run();
+    run.lineInputMode = false;
+    run.statementCode = statement.code();
+    return statement.run(in);
+}
+
 } // namespace
 
 int loadEntryIntoBuffer(Interpreter& in, int entry)
@@ -260,6 +270,7 @@ void runLoop(Interpreter& in)
 {
     auto& run = in.run();
     Next next = Next::Resume;
+    CompiledStatement* compiled = nullptr;
     for (int budget = kEntriesPerCall;; --budget) {
         // The yield point: every pass of the loop comes here before it takes an entry, and no
         // other place handles events. Marked traps fire and a requested BREAK is taken here; after
@@ -284,13 +295,21 @@ void runLoop(Interpreter& in)
                     continue;
                 return;
             }
-            int loaded = loadEntryIntoBuffer(in, run.currentIndex);
-            if (loaded == 0)
-                continue;
-            if (loaded < 0) {
-                if (endRun(in))
+            compiled = in.compiled().statementAt(run.currentIndex, in.program().revision());
+            // An INPUT that is completing reads its text again.
+            if (run.lastFlow == Flow::InputWait)
+                compiled = nullptr;
+            if (compiled == nullptr) {
+                int loaded = loadEntryIntoBuffer(in, run.currentIndex);
+                if (loaded == 0)
                     continue;
-                return;
+                if (loaded < 0) {
+                    if (endRun(in))
+                        continue;
+                    return;
+                }
+                if (in.compiled().untried(run.currentIndex))
+                    in.compiled().remember(run.currentIndex, compileStatement(in.buffer().view()));
             }
         }
         next = Next::Advance;
@@ -298,7 +317,8 @@ void runLoop(Interpreter& in)
         run.executing = true;
         run.waitingForKeys = false;
         run.waitingForDevice = false;
-        Outcome outcome = executeStatement(in, 0, in.buffer().length());
+        Outcome outcome = compiled != nullptr ? runCompiled(in, *compiled) : executeStatement(in, 0, in.buffer().length());
+        compiled = nullptr;
         run.executing = false;
         run.lastFlow = outcome.flow();
         if (afterStatement(in, outcome) == AfterStatement::Return)

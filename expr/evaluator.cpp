@@ -11,6 +11,7 @@
 #include "core/rounding.h"
 #include "expr/builtin_functions.h"
 #include "expr/functions.h"
+#include "expr/group_reduction.h"
 #include "expr/number_text.h"
 #include "expr/expression_scratch.h"
 #include "expr/operators.h"
@@ -37,8 +38,6 @@ bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
     }
     return true;
 }
-
-void negate(Value& value);
 
 class Parser {
 public:
@@ -94,9 +93,6 @@ private:
     // Array arguments as subscripts: numbers truncated to 0..32767.
     int toSubscripts(const std::vector<Value>& args, std::vector<int32_t>& subscripts);
     bool parseBinaryOperator(Op& op);
-    int reduce(std::vector<Token>& tokens, ValueType& groupType);
-    // The wrapped first term -(term) reduced as a group of its own and put in front of the group.
-    int closeFirstTerm(std::vector<Token>& firstTerm, std::vector<Token>& tokens);
     void skipBlanks()
     {
         while (m_pos < m_text.size() && m_text[m_pos] == ' ')
@@ -217,7 +213,7 @@ int Parser::readOperatorStep(GroupReading& group)
         return m_in.raise(ErrorId::SyntaxError);
     if (group.wrapping && (op == Op::Add || op == Op::Subtract)) {
         // The first term ends at the first + or - of this group.
-        TRY_BASIC(closeFirstTerm(group.firstTerm, group.tokens));
+        TRY_BASIC(closeFirstTerm(m_in, group.firstTerm, group.tokens));
         group.current = &group.tokens;
         group.wrapping = false;
     }
@@ -229,86 +225,7 @@ int Parser::finishGroup(GroupReading& group, Value& result)
 {
     if (group.signSeen)
         return m_in.raise(ErrorId::SyntaxError);
-    if (group.wrapping)
-        TRY_BASIC(closeFirstTerm(group.firstTerm, group.tokens));
-    auto& tokens = group.tokens;
-    if (tokens.empty()) {
-        result = Value {};
-        result.empty = true;
-        return 0;
-    }
-    if (tokens.back().isOperator)
-        return m_in.raise(ErrorId::SyntaxError);
-    TRY_BASIC(reduce(tokens, group.type));
-    result = std::move(tokens.front().value);
-    if (!result.isString())
-        result.type = group.type;
-    return 0;
-}
-
-// A negated number; a literal keeps its spelling with the sign in front.
-void negate(Value& value)
-{
-    value.number = -value.number;
-    if (value.form == NumberForm::Literal)
-        value.text = !value.text.empty() && value.text[0] == '-' ? value.text.substr(1) : "-" + value.text;
-}
-
-int Parser::closeFirstTerm(std::vector<Token>& firstTerm, std::vector<Token>& tokens)
-{
-    if (firstTerm.empty())
-        return m_in.raise(ErrorId::SyntaxError);
-    ValueType termType = ValueType::Double;
-    TRY_BASIC(reduce(firstTerm, termType));
-    Value term = std::move(firstTerm.front().value);
-    if (term.isString())
-        return m_in.raise(ErrorId::SyntaxError);
-    negate(term);
-    tokens.push_back({false, Op::Add, std::move(term)});
-    return 0;
-}
-
-int Parser::reduce(std::vector<Token>& tokens, ValueType& groupType)
-{
-    while (tokens.size() > 1) {
-        int pending = -1;
-        int chosen = -1;
-        for (int k = 0; k < static_cast<int>(tokens.size()); ++k) {
-            const auto& token = tokens[static_cast<size_t>(k)];
-            if (!token.isOperator)
-                continue;
-            if (token.op == Op::Not) {
-                pending = k;
-                continue;
-            }
-            if (pending >= 0 && !tokens[static_cast<size_t>(k - 1)].isOperator &&
-                goesFirst(tokens[static_cast<size_t>(pending)].op, token.op)) {
-                chosen = pending;
-                break;
-            }
-            pending = k;
-        }
-        if (chosen < 0)
-            chosen = pending;
-        if (chosen < 0)
-            return m_in.raise(ErrorId::SyntaxError);
-        auto at = static_cast<size_t>(chosen);
-        Op op = tokens[at].op;
-        if (at + 1 >= tokens.size() || tokens[at + 1].isOperator)
-            return m_in.raise(ErrorId::SyntaxError);
-        if (op == Op::Not) {
-            TRY_BASIC(applyNot(m_in, tokens[at + 1].value));
-            tokens.erase(tokens.begin() + static_cast<std::ptrdiff_t>(at));
-            continue;
-        }
-        if (at == 0 || tokens[at - 1].isOperator)
-            return m_in.raise(ErrorId::SyntaxError);
-        TRY_BASIC(applyBinary(m_in, op, tokens[at - 1].value, tokens[at + 1].value));
-        if (isRelational(op))
-            groupType = ValueType::Integer;
-        tokens.erase(tokens.begin() + static_cast<std::ptrdiff_t>(at), tokens.begin() + static_cast<std::ptrdiff_t>(at) + 2);
-    }
-    return 0;
+    return finishGroupTokens(m_in, group.tokens, group.firstTerm, group.wrapping, group.type, result);
 }
 
 bool Parser::parseBinaryOperator(Op& op)

@@ -16,12 +16,14 @@ struct Token {
 };
 
 struct ExpressionScratch {
-    ExpressionScratch() : groups(kGroupSlots) {}
+    ExpressionScratch() : groups(kGroupSlots), firstTerms(kGroupSlots) {}
 
     // One token list per nesting level; never reallocated, so a level's list stays put while
     // deeper levels (and the expressions of FN calls) are reduced.
     static constexpr size_t kGroupSlots = 64 * 12;
     std::vector<std::vector<Token>> groups;
+    // The first term of a group whose leading minus wraps it, per level.
+    std::vector<std::vector<Token>> firstTerms;
     int depth = 0;
 };
 

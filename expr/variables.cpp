@@ -73,6 +73,7 @@ VariableStore::VariableStore()
 
 void VariableStore::reset()
 {
+    ++m_generation;
     m_defTypes.fill(ValueType::Unknown);
     m_entries.clear();
     m_stringPool.clear();
@@ -141,6 +142,7 @@ void VariableStore::define(char first, char last, ValueType type)
 {
     for (char c = first; c <= last; ++c)
         m_defTypes[static_cast<size_t>(c - '@')] = type;
+    ++m_generation;
 }
 
 int VariableStore::find(std::string_view name) const
@@ -177,12 +179,33 @@ bool VariableStore::read(std::string_view name, ValueType type, Value& value)
     int index = findOrCreate(name, type);
     if (index < 0)
         return false;
+    readAt(index, value);
+    return true;
+}
+
+void VariableStore::readAt(int index, Value& value) const
+{
     const auto& scalar = m_entries[static_cast<size_t>(index)];
     if (scalar.type == ValueType::String)
         value = Value::makeString(m_stringPool[scalar.poolNumber - 1u]);
     else
         value = cellValue(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
-    return true;
+}
+
+StoreStatus VariableStore::storeAt(int index, const Value& value)
+{
+    auto& scalar = m_entries[static_cast<size_t>(index)];
+    if (scalar.type == ValueType::String) {
+        if (!value.isString())
+            return StoreStatus::TypeMismatch;
+        m_stringPool[scalar.poolNumber - 1u] = value.text;
+        return StoreStatus::Ok;
+    }
+    double stored = 0;
+    auto status = convertForStore(value, scalar.type, stored);
+    if (status == StoreStatus::Ok)
+        writeCell(m_cells.data() + scalar.offset, scalar.type, stored);
+    return status;
 }
 
 bool VariableStore::readStored(std::string_view name, ValueType type, double& stored)

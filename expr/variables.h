@@ -60,6 +60,14 @@ public:
     StoreStatus store(std::string_view name, ValueType type, const Value& value);
 
     [[nodiscard]] int count() const { return static_cast<int>(m_entries.size()); }
+
+    // Bound access for compiled code. The generation changes when places of names may change (the
+    // store emptied) or the types of names without a suffix do (a DEF statement); a place found
+    // earlier stays good while it is the same.
+    [[nodiscard]] uint32_t generation() const { return m_generation; }
+    // Reads and stores the scalar at a place that find() gave.
+    void readAt(int index, Value& value) const;
+    StoreStatus storeAt(int index, const Value& value);
     // The byte offset of a scalar's cell in the data area (its slot order), for VARPTR.
     [[nodiscard]] uint32_t cellOffset(int index) const { return m_entries[static_cast<size_t>(index)].offset; }
     // The data area: every scalar's cell in its machine form (expr/cell_bytes), one after the
@@ -89,6 +97,7 @@ private:
     std::vector<std::string> m_stringPool; // pool number 1.. is index - 1
     std::unordered_map<std::string, int, NameHash, std::equal_to<>> m_index;
     std::vector<uint8_t> m_cells;
+    uint32_t m_generation = 1;
 };
 
 } // namespace tessaly::expr

@@ -1,0 +1,79 @@
+// Compiling a statement: the executor's reading of the statement (blanks, a label, the keyword, LET,
+// an assignment without LET) done once, then the statement's own compiler.
+#include <string_view>
+
+#include "core/char_class.h"
+#include "core/compiled_statement.h"
+#include "core/keyword_table.h"
+#include "core/text_scan.h"
+
+namespace tessaly::expr {
+std::unique_ptr<core::CompiledStatement> compileLet(std::string_view text, int begin, int end);
+}
+
+namespace tessaly::core {
+
+namespace {
+
+// A label alone: the statement does nothing.
+class CompiledLabel final : public CompiledStatement {
+public:
+    CompiledLabel()
+        : CompiledStatement(0)
+    {
+    }
+    Outcome run(Interpreter&) override { return kDone; }
+};
+
+int skipBlanks(std::string_view text, int pos)
+{
+    while (pos < static_cast<int>(text.size()) && text[static_cast<size_t>(pos)] == ' ')
+        ++pos;
+    return pos;
+}
+
+char at(std::string_view text, int pos) { return pos >= 0 && pos < static_cast<int>(text.size()) ? text[static_cast<size_t>(pos)] : '\0'; }
+
+} // namespace
+
+StatementCompiler compilerFor(int code)
+{
+    switch (static_cast<Stmt>(code)) {
+    case Stmt::Let:
+        return expr::compileLet;
+    default:
+        return nullptr;
+    }
+}
+
+std::unique_ptr<CompiledStatement> compileStatement(std::string_view text)
+{
+    int end = static_cast<int>(text.size());
+    int pos = skipBlanks(text, 0);
+    // Line numbers, "=" at the start and the other oddities keep their text and its errors.
+    if (isDigit(at(text, pos)) || at(text, pos) == '=')
+        return nullptr;
+    if (at(text, pos) == '*')
+        return std::make_unique<CompiledLabel>();
+    for (int restarts = 0; restarts < 8; ++restarts) {
+        auto recognized = keywordTable().recognizeStatement(text, pos);
+        if (recognized.code == 0) {
+            // An assignment without LET starts at the first letter, when an "=" stands outside quotes.
+            if (findOutsideQuotes(text, "=", static_cast<size_t>(pos)) == std::string_view::npos)
+                return nullptr;
+            while (pos < end && !isLetter(at(text, pos)))
+                ++pos;
+            if (pos >= end)
+                return nullptr;
+            return expr::compileLet(text, pos, end);
+        }
+        pos = recognized.position;
+        if (recognized.code == static_cast<int>(Stmt::Let))
+            continue;
+        StatementCompiler compiler = compilerFor(recognized.code);
+        return compiler != nullptr ? compiler(text, pos, end) : nullptr;
+    }
+    return nullptr;
+}
+
+} // namespace tessaly::core

@@ -1,0 +1,543 @@
+// Compiling an expression follows the evaluator's reading of the text step by step, without
+// evaluating anything; evaluating the compiled form replays those steps on values.
+#include "expr/compiled_expression.h"
+
+#include <cmath>
+
+#include "core/char_class.h"
+#include "core/interpreter.h"
+#include "expr/arrays.h"
+#include "expr/expression_scratch.h"
+#include "expr/group_reduction.h"
+#include "expr/number_text.h"
+#include "expr/variables.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+using core::ErrorId;
+using core::isDigit;
+using core::isLetter;
+using core::isNameChar;
+
+bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
+{
+    if (pos + word.size() > text.size())
+        return false;
+    for (size_t k = 0; k < word.size(); ++k) {
+        if (core::toUpperAscii(text[pos + k]) != word[k])
+            return false;
+    }
+    return true;
+}
+
+// Reads text as the evaluator's parser does; false where the parser would raise an error.
+class ExpressionCompiler {
+public:
+    ExpressionCompiler(std::string_view text, size_t begin, size_t end, Quotes quotes)
+        : m_text(text.substr(0, end))
+        , m_pos(begin)
+        , m_quotes(quotes)
+    {
+    }
+
+    bool top(std::string_view scope, CompiledGroup& group)
+    {
+        skipBlanks();
+        bool wrap = false;
+        if (peek() == '-') {
+            wrap = true;
+            for (std::string_view word : {" AND", " NOT", " OR", " XOR", " IMP", " EQV", " \\", " MOD", " THEN", " ELSE"}) {
+                if (scope.find(word) != std::string_view::npos)
+                    wrap = false;
+            }
+        }
+        if (!readGroup(group, wrap))
+            return false;
+        skipBlanks();
+        return peek() != ')';
+    }
+
+    // The arguments up to and with the closing ")".
+    bool arguments(std::vector<CompiledGroup>& groups)
+    {
+        for (;;) {
+            skipBlanks();
+            if (peek() == '#')
+                ++m_pos;
+            groups.emplace_back();
+            if (!readGroup(groups.back(), false))
+                return false;
+            skipBlanks();
+            char c = peek();
+            if (c == ',') {
+                ++m_pos;
+                continue;
+            }
+            if (c == ')') {
+                ++m_pos;
+                return true;
+            }
+            return false;
+        }
+    }
+
+private:
+    bool readGroup(CompiledGroup& group, bool wrapLeadingMinus)
+    {
+        // Deeper than the evaluator's groups can go: the text raises its error when it runs.
+        if (++m_depth >= kMaxGroupDepth)
+            return false;
+        if (wrapLeadingMinus) {
+            ++m_pos;
+            group.wrapping = true;
+        }
+        bool wrapping = wrapLeadingMinus;
+        bool negateNext = false;
+        bool signSeen = false;
+        // What the current token list (the first term while wrapping, else the group) ends with.
+        bool currentEmpty = true;
+        bool lastIsOperator = false;
+        for (;;) {
+            skipBlanks();
+            if (atGroupEnd())
+                break;
+            bool expectOperand = currentEmpty || lastIsOperator;
+            if (expectOperand) {
+                char c = peek();
+                if (c == '+' || c == '-') {
+                    if (c == '-')
+                        negateNext = !negateNext;
+                    signSeen = true;
+                    ++m_pos;
+                    continue;
+                }
+                if (startsWithWord(m_text, m_pos, "NOT")) {
+                    m_pos += 3;
+                    group.steps.push_back({CompiledStep::Kind::Not, Op::Not, 0});
+                    currentEmpty = false;
+                    lastIsOperator = true;
+                    continue;
+                }
+                CompiledOperand operand;
+                if (!readOperand(operand))
+                    return false;
+                // A string literal under a minus is an error of the text; other strings only show
+                // themselves when evaluated.
+                if (negateNext && operand.kind == CompiledOperand::Kind::Literal && operand.literal.isString())
+                    return false;
+                operand.negate = negateNext;
+                negateNext = false;
+                signSeen = false;
+                group.steps.push_back(
+                    {CompiledStep::Kind::Operand, Op::Add, static_cast<uint16_t>(group.operands.size())});
+                group.operands.push_back(std::move(operand));
+                currentEmpty = false;
+                lastIsOperator = false;
+                continue;
+            }
+            Op op {};
+            if (!readBinaryOperator(op))
+                return false;
+            if (wrapping && (op == Op::Add || op == Op::Subtract)) {
+                if (currentEmpty)
+                    return false;
+                group.steps.push_back({CompiledStep::Kind::CloseFirstTerm, Op::Add, 0});
+                wrapping = false;
+            }
+            group.steps.push_back({CompiledStep::Kind::Operator, op, 0});
+            currentEmpty = false;
+            lastIsOperator = true;
+        }
+        --m_depth;
+        if (signSeen)
+            return false;
+        // A group ending in an operator is an error of the text.
+        if (!currentEmpty && lastIsOperator)
+            return false;
+        if (wrapping && currentEmpty)
+            return false;
+        group.wrapping = wrapLeadingMinus && wrapping;
+        return true;
+    }
+
+    bool readOperand(CompiledOperand& operand)
+    {
+        char c = peek();
+        if (isDigit(c) || c == '.')
+            return readNumber(operand);
+        if (c == '&')
+            return readHexOrOctal(operand);
+        if (c == '"')
+            return readString(operand);
+        if (c == '(') {
+            ++m_pos;
+            operand.kind = CompiledOperand::Kind::Group;
+            operand.groups.emplace_back();
+            if (!readGroup(operand.groups.back(), false))
+                return false;
+            skipBlanks();
+            if (peek() != ')')
+                return false;
+            ++m_pos;
+            return true;
+        }
+        if (isLetter(c))
+            return readName(operand);
+        return false;
+    }
+
+    bool readNumber(CompiledOperand& operand)
+    {
+        size_t start = m_pos;
+        while (isDigit(peek()))
+            ++m_pos;
+        if (peek() == '.') {
+            ++m_pos;
+            while (isDigit(peek()))
+                ++m_pos;
+        }
+        char e = core::toUpperAscii(peek());
+        if (e == 'E' || e == 'D') {
+            size_t mark = m_pos + 1;
+            if (mark < m_text.size() && (m_text[mark] == '+' || m_text[mark] == '-'))
+                ++mark;
+            if (mark < m_text.size() && isDigit(m_text[mark])) {
+                m_pos = mark;
+                while (isDigit(peek()))
+                    ++m_pos;
+            }
+        }
+        operand.literal = Value::makeNumber(0, NumberForm::Literal);
+        operand.literal.text.assign(m_text.substr(start, m_pos - start));
+        operand.literal.number = ReadNumberText(operand.literal.text);
+        if (!std::isfinite(operand.literal.number))
+            return false;
+        if (peek() == '#' || peek() == '!' || peek() == '%')
+            ++m_pos;
+        return true;
+    }
+
+    bool readHexOrOctal(CompiledOperand& operand)
+    {
+        ++m_pos;
+        int base = 8;
+        char kind = core::toUpperAscii(peek());
+        if (kind == 'H') {
+            base = 16;
+            ++m_pos;
+        } else if (kind == 'O') {
+            ++m_pos;
+        } else if (!isDigit(kind)) {
+            return false;
+        }
+        uint32_t number = 0;
+        for (;;) {
+            char c = core::toUpperAscii(peek());
+            int digit = isDigit(c) ? c - '0' : (c >= 'A' && c <= 'F' ? c - 'A' + 10 : 99);
+            if (digit >= base)
+                break;
+            number = number * static_cast<uint32_t>(base) + static_cast<uint32_t>(digit);
+            ++m_pos;
+        }
+        auto read = static_cast<int32_t>(number);
+        operand.literal = Value::makeNumber(read, NumberForm::Literal);
+        operand.literal.text = std::to_string(read);
+        operand.literal.unsignedLiteral = true;
+        return true;
+    }
+
+    bool readString(CompiledOperand& operand)
+    {
+        std::string text;
+        size_t from = m_pos + 1;
+        for (;;) {
+            size_t close = m_text.find('"', from);
+            if (close == std::string_view::npos)
+                return false;
+            text.append(m_text.substr(from, close - from));
+            bool doubled = m_quotes == Quotes::DoubledIsQuote && close + 1 < m_text.size() && m_text[close + 1] == '"';
+            if (!doubled) {
+                m_pos = close + 1;
+                break;
+            }
+            text += '"';
+            from = close + 2;
+        }
+        if (text.size() > kMaxStringLength)
+            return false;
+        operand.literal = Value::makeString(std::move(text));
+        return true;
+    }
+
+    bool readName(CompiledOperand& operand)
+    {
+        size_t start = m_pos;
+        while (isNameChar(peek()))
+            ++m_pos;
+        std::string name(m_text.substr(start, m_pos - start));
+        for (char& c : name)
+            c = core::toUpperAscii(c);
+        operand.setsType = true;
+        if (name.size() > 2 && name.starts_with("FN")) {
+            operand.kind = CompiledOperand::Kind::UserFunction;
+            operand.name = std::move(name);
+            return readCallArguments(operand);
+        }
+        auto function = findFunction(name);
+        if (function.kind != FunctionKind::None) {
+            // VARPTR names a variable rather than reading it: its text is read when it runs.
+            if (function.shape == ArgumentShape::Variable)
+                return false;
+            operand.kind = CompiledOperand::Kind::Function;
+            operand.function = function;
+            operand.name = std::move(name);
+            return readCallArguments(operand);
+        }
+        operand.scalar.name = std::move(name);
+        size_t mark = m_pos;
+        skipBlanks();
+        if (peek() == '(') {
+            ++m_pos;
+            operand.kind = CompiledOperand::Kind::Element;
+            return arguments(operand.groups);
+        }
+        m_pos = mark;
+        operand.kind = CompiledOperand::Kind::Scalar;
+        return true;
+    }
+
+    bool readCallArguments(CompiledOperand& operand)
+    {
+        size_t mark = m_pos;
+        skipBlanks();
+        operand.hasParentheses = peek() == '(';
+        if (!operand.hasParentheses) {
+            m_pos = mark;
+            return true;
+        }
+        ++m_pos;
+        return arguments(operand.groups);
+    }
+
+    bool readBinaryOperator(Op& op)
+    {
+        char c = peek();
+        char next = m_pos + 1 < m_text.size() ? m_text[m_pos + 1] : '\0';
+        auto take = [&](Op found, size_t length) {
+            op = found;
+            m_pos += length;
+            return true;
+        };
+        static constexpr std::pair<std::string_view, Op> kMarkPairs[] = {{"<=", Op::LessEqual}, {"=<", Op::LessEqual},
+            {">=", Op::GreaterEqual}, {"=>", Op::GreaterEqual}, {"<>", Op::NotEqual}, {"><", Op::NotEqual}};
+        for (const auto& [marks, found] : kMarkPairs) {
+            if (c == marks[0] && next == marks[1])
+                return take(found, 2);
+        }
+        static constexpr std::pair<char, Op> kMarks[] = {{'+', Op::Add}, {'-', Op::Subtract}, {'*', Op::Multiply},
+            {'/', Op::Divide}, {'^', Op::Power}, {'\\', Op::IntDivide}, {'<', Op::Less}, {'>', Op::Greater},
+            {'=', Op::Equal}};
+        for (const auto& [mark, found] : kMarks) {
+            if (c == mark)
+                return take(found, 1);
+        }
+        static constexpr std::pair<std::string_view, Op> kWords[] = {
+            {"MOD", Op::Mod}, {"AND", Op::And}, {"OR", Op::Or}, {"XOR", Op::Xor}, {"EQV", Op::Eqv}, {"IMP", Op::Imp}};
+        for (const auto& [word, found] : kWords) {
+            if (startsWithWord(m_text, m_pos, word))
+                return take(found, word.size());
+        }
+        return false;
+    }
+
+    [[nodiscard]] bool atGroupEnd() const
+    {
+        char c = peek();
+        return c == '\0' || c == ':' || c == '\'' || c == '\r' || c == '\n' || c == ')' || c == ',' || c == ';';
+    }
+    void skipBlanks()
+    {
+        while (m_pos < m_text.size() && m_text[m_pos] == ' ')
+            ++m_pos;
+    }
+    [[nodiscard]] char peek() const { return m_pos < m_text.size() ? m_text[m_pos] : '\0'; }
+
+    std::string_view m_text;
+    size_t m_pos;
+    Quotes m_quotes;
+    int m_depth = 0;
+};
+
+// Evaluation: the groups' tokens go to the evaluator's scratch lists, level by level.
+class Evaluation {
+public:
+    explicit Evaluation(core::Interpreter& in)
+        : m_in(in)
+        , m_scratch(in.expressionScratch())
+    {
+    }
+
+    int group(const CompiledGroup& group, Value& result)
+    {
+        if (m_depth >= kMaxGroupDepth || m_scratch.depth + 1 >= static_cast<int>(ExpressionScratch::kGroupSlots))
+            return m_in.raise(ErrorId::OutOfMemory);
+        ++m_scratch.depth;
+        ++m_depth;
+        struct DepthGuard {
+            int& depth;
+            int& local;
+            ~DepthGuard() { --depth, --local; }
+        } guard {m_scratch.depth, m_depth};
+        auto level = static_cast<size_t>(m_scratch.depth);
+        auto& tokens = m_scratch.groups[level];
+        auto& firstTerm = m_scratch.firstTerms[level];
+        tokens.clear();
+        firstTerm.clear();
+        std::vector<Token>* current = group.wrapping ? &firstTerm : &tokens;
+        ValueType type = ValueType::Double;
+        for (const auto& step : group.steps) {
+            switch (step.kind) {
+            case CompiledStep::Kind::Operand: {
+                const auto& operand = group.operands[step.operand];
+                Token token {false, Op::Add, {}};
+                ValueType operandType = ValueType::Double;
+                TRY_BASIC(this->operand(operand, token.value, operandType));
+                if (operand.setsType)
+                    type = operandType;
+                if (operand.negate) {
+                    if (token.value.isString())
+                        return m_in.raise(ErrorId::SyntaxError);
+                    negate(token.value);
+                }
+                current->push_back(std::move(token));
+                break;
+            }
+            case CompiledStep::Kind::Not:
+                current->push_back({true, Op::Not, {}});
+                break;
+            case CompiledStep::Kind::Operator:
+                current->push_back({true, step.op, {}});
+                break;
+            case CompiledStep::Kind::CloseFirstTerm:
+                TRY_BASIC(closeFirstTerm(m_in, firstTerm, tokens));
+                current = &tokens;
+                break;
+            }
+        }
+        return finishGroupTokens(m_in, tokens, firstTerm, current == &firstTerm, type, result);
+    }
+
+    int arguments(const std::vector<CompiledGroup>& groups, std::vector<Value>& values)
+    {
+        values.clear();
+        for (const auto& argument : groups) {
+            Value value;
+            TRY_BASIC(group(argument, value));
+            values.push_back(std::move(value));
+        }
+        return 0;
+    }
+
+private:
+    int operand(const CompiledOperand& operand, Value& value, ValueType& type)
+    {
+        switch (operand.kind) {
+        case CompiledOperand::Kind::Literal:
+            value = operand.literal;
+            return 0;
+        case CompiledOperand::Kind::Group:
+            return group(operand.groups.front(), value);
+        case CompiledOperand::Kind::Scalar:
+            type = operand.scalar.typeIn(m_in.variables());
+            if (!operand.scalar.read(m_in.variables(), value))
+                return m_in.raise(ErrorId::OutOfMemory);
+            return 0;
+        case CompiledOperand::Kind::Element:
+            type = operand.scalar.typeIn(m_in.variables());
+            return element(operand, type, value);
+        case CompiledOperand::Kind::Function: {
+            std::vector<Value> args;
+            if (operand.hasParentheses)
+                TRY_BASIC(arguments(operand.groups, args));
+            TRY_BASIC(callFunction(m_in, operand.function, FunctionCall {operand.name, args, operand.hasParentheses},
+                value));
+            type = operand.function.kind == FunctionKind::String ? ValueType::String : ValueType::Double;
+            return 0;
+        }
+        case CompiledOperand::Kind::UserFunction: {
+            std::vector<Value> args;
+            if (operand.hasParentheses)
+                TRY_BASIC(arguments(operand.groups, args));
+            TRY_BASIC(callUserFunction(m_in, std::string_view(operand.name).substr(2), args, operand.hasParentheses,
+                value));
+            type = value.isString() ? ValueType::String : value.type;
+            return 0;
+        }
+        }
+        return m_in.raise(ErrorId::SyntaxError);
+    }
+
+    int element(const CompiledOperand& operand, ValueType type, Value& value)
+    {
+        std::vector<Value> args;
+        TRY_BASIC(arguments(operand.groups, args));
+        std::vector<int32_t> subscripts;
+        for (const auto& arg : args) {
+            if (arg.isString())
+                return m_in.raise(ErrorId::TypeMismatch);
+            double s = std::trunc(arg.number);
+            if (!(s >= 0 && s <= 32767))
+                return m_in.raise(ErrorId::SubscriptOutOfRange);
+            subscripts.push_back(static_cast<int32_t>(s));
+        }
+        switch (m_in.arrays().read(operand.scalar.name, type, subscripts, value)) {
+        case ArrayStatus::Ok:
+            return 0;
+        case ArrayStatus::OutOfMemory:
+            return m_in.raise(ErrorId::OutOfMemory);
+        default:
+            return m_in.raise(ErrorId::SubscriptOutOfRange);
+        }
+    }
+
+    core::Interpreter& m_in;
+    ExpressionScratch& m_scratch;
+    int m_depth = 0;
+};
+
+} // namespace
+
+std::unique_ptr<CompiledExpression> CompiledExpression::compile(std::string_view text, size_t begin, size_t end,
+    std::string_view scope, Quotes quotes)
+{
+    auto compiled = std::make_unique<CompiledExpression>();
+    ExpressionCompiler compiler(text, begin, end, quotes);
+    if (!compiler.top(scope, compiled->m_top))
+        return nullptr;
+    return compiled;
+}
+
+std::unique_ptr<CompiledExpression> CompiledExpression::compileArguments(std::string_view list)
+{
+    auto compiled = std::make_unique<CompiledExpression>();
+    ExpressionCompiler compiler(list, 0, list.size(), Quotes::Plain);
+    if (!compiler.arguments(compiled->m_arguments))
+        return nullptr;
+    return compiled;
+}
+
+int CompiledExpression::evaluate(core::Interpreter& in, Value& result) const
+{
+    Evaluation evaluation(in);
+    return evaluation.group(m_top, result);
+}
+
+int CompiledExpression::evaluateArguments(core::Interpreter& in, std::vector<Value>& values) const
+{
+    Evaluation evaluation(in);
+    return evaluation.arguments(m_arguments, values);
+}
+
+} // namespace tessaly::expr

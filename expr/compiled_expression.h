@@ -1,0 +1,71 @@
+// An expression read once: literals already read into values, names bound to their variables,
+// functions identified, groups in parentheses nested. Evaluating it does what evaluating its text
+// does, in the same order (operands left to right, each group reduced when its end is reached, the
+// same errors at the same moments), without reading the text again.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "expr/evaluator.h"
+#include "expr/functions.h"
+#include "expr/operators.h"
+#include "expr/scalar_binding.h"
+#include "expr/values.h"
+
+namespace tessaly::core {
+class Interpreter;
+}
+
+namespace tessaly::expr {
+
+struct CompiledGroup;
+
+struct CompiledOperand {
+    enum class Kind : uint8_t { Literal, Scalar, Element, Function, UserFunction, Group };
+    Kind kind = Kind::Literal;
+    bool negate = false;                // a minus (or an odd number of them) stood before it
+    bool setsType = false;              // a name: the group takes its type
+    Value literal;                      // Literal
+    mutable ScalarBinding scalar;       // Scalar; Element: its name
+    FunctionId function;                // Function
+    std::string name;                   // Function, UserFunction (with FN)
+    bool hasParentheses = false;        // Function, UserFunction
+    std::vector<CompiledGroup> groups;  // the arguments or subscripts; Group: the group itself
+};
+
+struct CompiledStep {
+    enum class Kind : uint8_t { Operand, Not, Operator, CloseFirstTerm };
+    Kind kind = Kind::Operand;
+    Op op = Op::Add;
+    uint16_t operand = 0;
+};
+
+struct CompiledGroup {
+    std::vector<CompiledStep> steps;
+    std::vector<CompiledOperand> operands;
+    bool wrapping = false; // a leading minus wraps the first term
+};
+
+class CompiledExpression {
+public:
+    // Reads text[begin, end) as the evaluator would, with scope deciding whether a leading minus
+    // wraps the first term; nullptr when the evaluator would stop on the text with an error (the
+    // statement then keeps reading its text, which raises that error at its moment).
+    static std::unique_ptr<CompiledExpression> compile(std::string_view text, size_t begin, size_t end,
+        std::string_view scope, Quotes quotes = Quotes::Plain);
+    // An argument list "a, b, c)" as evaluateArguments reads it.
+    static std::unique_ptr<CompiledExpression> compileArguments(std::string_view list);
+
+    // Returns 0, or kFailed after raising.
+    int evaluate(core::Interpreter& interpreter, Value& result) const;
+    int evaluateArguments(core::Interpreter& interpreter, std::vector<Value>& values) const;
+
+private:
+    CompiledGroup m_top;
+    std::vector<CompiledGroup> m_arguments;
+};
+
+} // namespace tessaly::expr

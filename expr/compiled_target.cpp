@@ -1,0 +1,98 @@
+#include "expr/compiled_target.h"
+
+#include <cmath>
+#include <string>
+
+#include "core/char_class.h"
+#include "core/interpreter.h"
+#include "core/text_scan.h"
+#include "expr/arrays.h"
+#include "expr/variables.h"
+
+namespace tessaly::expr {
+
+using core::ErrorId;
+
+namespace {
+
+int storeError(core::Interpreter& in, StoreStatus status)
+{
+    switch (status) {
+    case StoreStatus::Ok: return 0;
+    case StoreStatus::Overflow: return in.raise(ErrorId::Overflow);
+    case StoreStatus::TypeMismatch: return in.raise(ErrorId::TypeMismatch);
+    default: return in.raise(ErrorId::OutOfMemory);
+    }
+}
+
+int arrayError(core::Interpreter& in, ArrayStatus status)
+{
+    switch (status) {
+    case ArrayStatus::Ok: return 0;
+    case ArrayStatus::Overflow: return in.raise(ErrorId::Overflow);
+    case ArrayStatus::TypeMismatch: return in.raise(ErrorId::TypeMismatch);
+    case ArrayStatus::OutOfMemory: return in.raise(ErrorId::OutOfMemory);
+    case ArrayStatus::Duplicate: return in.raise(ErrorId::DuplicateDefinition);
+    default: return in.raise(ErrorId::SubscriptOutOfRange);
+    }
+}
+
+} // namespace
+
+bool CompiledTarget::compile(std::string_view text, size_t& pos, size_t end)
+{
+    while (pos < end && text[pos] == ' ')
+        ++pos;
+    if (pos >= end || !core::isLetter(text[pos]))
+        return false;
+    size_t start = pos;
+    while (pos < end && core::isNameChar(text[pos]))
+        ++pos;
+    m_scalar.name.assign(text.substr(start, pos - start));
+    for (char& c : m_scalar.name)
+        c = core::toUpperAscii(c);
+    size_t mark = pos;
+    while (pos < end && text[pos] == ' ')
+        ++pos;
+    if (pos >= end || text[pos] != '(') {
+        pos = mark;
+        return true;
+    }
+    size_t close = core::matchingParen(text.substr(0, end), pos);
+    if (close == std::string_view::npos)
+        return false;
+    std::string list(text.substr(pos + 1, close - pos - 1));
+    list += ')';
+    m_subscriptList = CompiledExpression::compileArguments(list);
+    pos = close + 1;
+    return m_subscriptList != nullptr;
+}
+
+int CompiledTarget::locate(core::Interpreter& in)
+{
+    m_type = m_scalar.typeIn(in.variables());
+    if (!m_subscriptList)
+        return 0;
+    TRY_BASIC(m_subscriptList->evaluateArguments(in, m_values));
+    m_subscripts.clear();
+    for (const auto& value : m_values) {
+        if (value.isString() || value.empty)
+            return in.raise(value.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
+        double s = std::trunc(value.number);
+        if (!(s >= 0 && s <= 32767))
+            return in.raise(ErrorId::SubscriptOutOfRange);
+        m_subscripts.push_back(static_cast<int32_t>(s));
+    }
+    return 0;
+}
+
+int CompiledTarget::assign(core::Interpreter& in, const Value& value)
+{
+    if (value.empty)
+        return in.raise(ErrorId::SyntaxError);
+    if (m_subscriptList)
+        return arrayError(in, in.arrays().store(m_scalar.name, m_type, m_subscripts, value));
+    return storeError(in, m_scalar.store(in.variables(), value));
+}
+
+} // namespace tessaly::expr

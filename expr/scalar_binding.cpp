@@ -1,0 +1,45 @@
+#include "expr/scalar_binding.h"
+
+namespace tessaly::expr {
+
+void ScalarBinding::bind(VariableStore& store)
+{
+    type = store.typeOfName(name);
+    index = store.find(name);
+    generation = store.generation();
+}
+
+ValueType ScalarBinding::typeIn(VariableStore& store)
+{
+    if (generation != store.generation())
+        bind(store);
+    return type;
+}
+
+bool ScalarBinding::read(VariableStore& store, Value& value)
+{
+    if (generation != store.generation())
+        bind(store);
+    if (index < 0) {
+        if (!store.read(name, type, value))
+            return false;
+        index = store.find(name);
+        return true;
+    }
+    store.readAt(index, value);
+    return true;
+}
+
+StoreStatus ScalarBinding::store(VariableStore& store, const Value& value)
+{
+    if (generation != store.generation())
+        bind(store);
+    if (index < 0) {
+        auto status = store.store(name, type, value);
+        index = store.find(name);
+        return status;
+    }
+    return store.storeAt(index, value);
+}
+
+} // namespace tessaly::expr

@@ -1,0 +1,31 @@
+// A scalar variable named in compiled code, bound to its place in the variable store: the name is
+// looked up once, and again only after the store was emptied (RUN, CLEAR, NEW, CHAIN) or a DEF
+// statement changed the types of names.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "expr/values.h"
+#include "expr/variables.h"
+
+namespace tessaly::expr {
+
+struct ScalarBinding {
+    std::string name;        // upper-cased, with its suffix as written
+    uint32_t generation = 0; // the store's generation when bound; 0: never bound
+    int index = -1;          // the scalar's place; -1: not created yet
+    ValueType type = ValueType::Single;
+
+    // Reads the scalar, creating it as reading by name would; false when the table is full.
+    bool read(VariableStore& store, Value& value);
+    // Stores as storing by name would.
+    StoreStatus store(VariableStore& store, const Value& value);
+    // The type of the name as it stands.
+    ValueType typeIn(VariableStore& store);
+
+private:
+    void bind(VariableStore& store);
+};
+
+} // namespace tessaly::expr

@@ -1,0 +1,60 @@
+// LET (and an assignment without LET) compiled: the target bound, its subscripts and the value read
+// once; running it evaluates and stores in the order and with the errors of stmtLet.
+#include <cmath>
+
+#include "core/compiled_statement.h"
+#include "core/interpreter.h"
+#include "core/keyword_table.h"
+#include "core/text_scan.h"
+#include "expr/arrays.h"
+#include "expr/compiled_expression.h"
+#include "expr/compiled_target.h"
+#include "expr/variables.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+class CompiledLet final : public core::CompiledStatement {
+public:
+    CompiledLet(CompiledTarget target, std::unique_ptr<CompiledExpression> value)
+        : CompiledStatement(static_cast<int>(core::Stmt::Let))
+        , m_target(std::move(target))
+        , m_value(std::move(value))
+    {
+    }
+
+    core::Outcome run(core::Interpreter& in) override
+    {
+        TRY_BASIC(m_target.locate(in));
+        Value value;
+        TRY_BASIC(m_value->evaluate(in, value));
+        TRY_BASIC(m_target.assign(in, value));
+        return core::kDone;
+    }
+
+private:
+    CompiledTarget m_target;
+    std::unique_ptr<CompiledExpression> m_value;
+};
+
+} // namespace
+
+std::unique_ptr<core::CompiledStatement> compileLet(std::string_view text, int begin, int end)
+{
+    CompiledTarget target;
+    auto pos = static_cast<size_t>(begin);
+    if (!target.compile(text, pos, static_cast<size_t>(end)))
+        return nullptr;
+    while (pos < static_cast<size_t>(end) && text[pos] == ' ')
+        ++pos;
+    if (pos >= static_cast<size_t>(end) || text[pos] != '=')
+        return nullptr;
+    ++pos;
+    auto value = CompiledExpression::compile(text, pos, static_cast<size_t>(end), text.substr(std::min(pos, text.size())));
+    if (!value)
+        return nullptr;
+    return std::make_unique<CompiledLet>(std::move(target), std::move(value));
+}
+
+} // namespace tessaly::expr
