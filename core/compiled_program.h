@@ -19,6 +19,13 @@ public:
     {
     }
 
+    // Off: every statement runs from its text from now on.
+    void setEnabled(bool enabled)
+    {
+        m_enabled = enabled;
+        dropAll(m_revision);
+    }
+
     // The compiled statement of the entry, nullptr when there is none (yet); revision is the
     // program store's, which drops everything compiled for an older one.
     CompiledStatement* statementAt(int entry, uint32_t revision)

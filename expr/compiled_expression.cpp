@@ -158,7 +158,6 @@ private:
             return false;
         if (wrapping && currentEmpty)
             return false;
-        group.wrapping = wrapLeadingMinus && wrapping;
         return true;
     }
 

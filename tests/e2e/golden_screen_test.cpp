@@ -5,6 +5,7 @@
 
 #include <png.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -57,12 +58,26 @@ std::vector<std::string> goldenNames()
 
 class GoldenScreen : public ::testing::TestWithParam<std::string> {};
 
+void comparePicture(const std::string& name);
+
+// Compiled statements and statements read from their text draw the same pixels.
 TEST_P(GoldenScreen, MatchesThePicture)
 {
-    std::string base = std::string(TESSALY_GOLDEN) + "/" + GetParam();
-    std::string actualPath = ::testing::TempDir() + "golden_" + GetParam() + ".actual.png";
+    for (bool textPath : {false, true}) {
+        SCOPED_TRACE(textPath ? "statements read from their text" : "compiled statements");
+        if (textPath)
+            setenv("TESSALY_TEXT_PATH", "1", 1);
+        comparePicture(GetParam());
+        unsetenv("TESSALY_TEXT_PATH");
+    }
+}
+
+void comparePicture(const std::string& name)
+{
+    std::string base = std::string(TESSALY_GOLDEN) + "/" + name;
+    std::string actualPath = ::testing::TempDir() + "golden_" + name + ".actual.png";
     auto run = tessaly::test::runBinaryWithInputFile({"--headless", "--screenshot", actualPath, base + ".bas"}, "/dev/null");
-    ASSERT_FALSE(run.timedOut) << GetParam() << " still running after its time limit";
+    ASSERT_FALSE(run.timedOut) << name << " still running after its time limit";
     Image expected;
     Image actual;
     ASSERT_TRUE(readPng(base + ".png", expected)) << base;
@@ -80,7 +95,7 @@ TEST_P(GoldenScreen, MatchesThePicture)
         differing += same ? 0 : 1;
     }
     if (differing != 0) {
-        std::string differencePath = ::testing::TempDir() + "golden_" + GetParam() + ".difference.png";
+        std::string differencePath = ::testing::TempDir() + "golden_" + name + ".difference.png";
         writePng(differencePath, difference);
         ADD_FAILURE() << differing << " pixels differ; see " << actualPath << " and " << differencePath;
     }

@@ -60,9 +60,23 @@ std::vector<std::string> wordsOf(const std::string& text)
 
 class TranscriptTest : public ::testing::TestWithParam<Transcript> {};
 
+void runTranscript(const Transcript& t);
+
+// Every transcript runs twice: with compiled statements, and with every statement read from its
+// text (TESSALY_TEXT_PATH=1); both must give the expected output byte for byte.
 TEST_P(TranscriptTest, MatchesExpectedOutput)
 {
-    const auto& t = GetParam();
+    for (bool textPath : {false, true}) {
+        SCOPED_TRACE(textPath ? "statements read from their text" : "compiled statements");
+        if (textPath)
+            setenv("TESSALY_TEXT_PATH", "1", 1);
+        runTranscript(GetParam());
+        unsetenv("TESSALY_TEXT_PATH");
+    }
+}
+
+void runTranscript(const Transcript& t)
+{
     auto base = t.program.parent_path() / t.name;
     std::vector<std::string> args {"--headless"};
     if (fs::exists(base.string() + ".args")) {
