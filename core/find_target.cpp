@@ -46,4 +46,29 @@ int findTarget(Interpreter& in, int begin, int end)
     return target;
 }
 
+bool CompiledJump::compile(std::string_view statement, int begin, int end)
+{
+    auto operand = jumpOperand(statement, begin, end);
+    if (!operand.empty() && operand[0] == '*') {
+        m_label = operand;
+        return true;
+    }
+    m_number = leadingNumber(operand);
+    return m_number >= 1;
+}
+
+int CompiledJump::resolve(Interpreter& in)
+{
+    in.run().outputText.clear();
+    int extent = in.prepared().lastAllocated;
+    if (m_target == 0 || m_extent != extent) {
+        m_target = m_label.empty() ? in.prepared().findLine(in.program(), m_number) : in.prepared().findLabel(m_label);
+        m_extent = extent;
+        if (m_target == 0)
+            return in.raise(m_label.empty() ? ErrorId::UndefinedLineNumber : ErrorId::UndefinedLabel);
+    }
+    in.run().jumpTarget = m_target;
+    return m_target;
+}
+
 } // namespace tessaly::core

@@ -17,4 +17,21 @@ class Interpreter;
 // "Undefined line number in " raised. Sets jumpTarget.
 int findTarget(Interpreter& interpreter, int begin, int end);
 
+// A jump operand read once (compiled GOTO and GOSUB): the entry it leads to is looked up the first
+// time and kept while the prepared program's extent stays the same (the compiled statement itself
+// is dropped when the program changes).
+class CompiledJump {
+public:
+    // False where findTarget would raise "Syntax error in " (no operand, no number).
+    bool compile(std::string_view statement, int begin, int end);
+    // As findTarget.
+    int resolve(Interpreter& interpreter);
+
+private:
+    std::string m_label; // "*NAME", or empty for a line number
+    int m_number = 0;
+    int m_target = 0;
+    int m_extent = -1;   // the prepared program's last entry when m_target was found
+};
+
 } // namespace tessaly::core

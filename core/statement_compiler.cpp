@@ -13,6 +13,14 @@ std::unique_ptr<core::CompiledStatement> compileLet(std::string_view text, int b
 
 namespace tessaly::core {
 
+std::unique_ptr<CompiledStatement> compileGotoStatement(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileGoToStatement(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileGosub(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileReturn(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileIf(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileFor(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileNext(std::string_view text, int begin, int end);
+
 namespace {
 
 // A label alone: the statement does nothing.
@@ -41,6 +49,20 @@ StatementCompiler compilerFor(int code)
     switch (static_cast<Stmt>(code)) {
     case Stmt::Let:
         return expr::compileLet;
+    case Stmt::Goto:
+        return compileGotoStatement;
+    case Stmt::GoTo:
+        return compileGoToStatement;
+    case Stmt::Gosub:
+        return compileGosub;
+    case Stmt::Return:
+        return compileReturn;
+    case Stmt::If:
+        return compileIf;
+    case Stmt::For:
+        return compileFor;
+    case Stmt::Next:
+        return compileNext;
     default:
         return nullptr;
     }

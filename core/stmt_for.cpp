@@ -6,6 +6,7 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "core/program_walk.h"
+#include "core/for_loops.h"
 #include "core/statements.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
@@ -26,6 +27,8 @@ std::string searchableText(Interpreter& in, int entry)
         text.erase(rem);
     return text;
 }
+
+} // namespace
 
 // The matching NEXT of a loop that runs zero times; 0 when there is none.
 int findMatchingNext(Interpreter& in, int forEntry, int level)
@@ -54,12 +57,6 @@ int findMatchingNext(Interpreter& in, int forEntry, int level)
     });
 }
 
-bool sameVariable(const ForLevel& level, const expr::Target& target)
-{
-    return level.variable == target.name && level.isElement == target.isElement && level.subscripts == target.subscripts;
-}
-
-} // namespace
 
 Outcome stmtFor(Interpreter& in, int begin, int end)
 {
@@ -86,14 +83,8 @@ Outcome stmtFor(Interpreter& in, int begin, int end)
     if (target.type != expr::ValueType::Integer && target.type != expr::ValueType::Single)
         return in.raise(ErrorId::TypeMismatch);
 
-    // A FOR run again (a GOTO back to it) takes up its own level again.
     int level = 0;
-    for (int k = 1; k <= stacks.forDepth; ++k) {
-        if (stacks.forLevels[static_cast<size_t>(k)].entry == run.currentIndex)
-            level = k;
-    }
-    if (level == 0 && stacks.forDepth >= kMaxForDepth)
-        return in.raise(ErrorId::OutOfMemory);
+    TRY_BASIC(findForLevel(in, level));
 
     expr::Value initial;
     TRY_BASIC(expr::evaluateExpression(in, static_cast<int>(equals) + 1, static_cast<int>(toAt), initial));
@@ -109,6 +100,27 @@ Outcome stmtFor(Interpreter& in, int begin, int end)
             return in.raise(ErrorId::TypeMismatch);
         step = static_cast<float>(stepValue.number);
     }
+    return enterLoop(in, target, level, limit, step);
+}
+
+int findForLevel(Interpreter& in, int& level)
+{
+    auto& stacks = in.stacks();
+    // A FOR run again (a GOTO back to it) takes up its own level again.
+    level = 0;
+    for (int k = 1; k <= stacks.forDepth; ++k) {
+        if (stacks.forLevels[static_cast<size_t>(k)].entry == in.run().currentIndex)
+            level = k;
+    }
+    if (level == 0 && stacks.forDepth >= kMaxForDepth)
+        return in.raise(ErrorId::OutOfMemory);
+    return 0;
+}
+
+Outcome enterLoop(Interpreter& in, const expr::Target& target, int level, const expr::Value& limit, double step)
+{
+    auto& run = in.run();
+    auto& stacks = in.stacks();
     if (limit.isString() || limit.empty)
         return in.raise(limit.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
     if (step == 0)
@@ -151,19 +163,37 @@ Outcome stmtNext(Interpreter& in, int begin, int end)
         expr::Target target;
         int pos = begin;
         TRY_BASIC(expr::parseTarget(in, pos, end, target));
-        if (!sameVariable(stacks.forLevels[static_cast<size_t>(level)], target)) {
-            level = 0;
-            for (int k = 1; k <= stacks.forCurrentLevel && k <= stacks.forDepth; ++k) {
-                if (sameVariable(stacks.forLevels[static_cast<size_t>(k)], target)) {
-                    level = k;
-                    break;
-                }
-            }
-            if (level == 0)
-                return in.raise(ErrorId::NextWithoutFor);
-            stacks.forDepth = level;
+        TRY_BASIC(levelOfVariable(in, target.name, target.isElement, target.subscripts, level));
+    }
+    return stepLoop(in, level);
+}
+
+int levelOfVariable(Interpreter& in, std::string_view name, bool isElement, const std::vector<int32_t>& subscripts,
+    int& level)
+{
+    auto& stacks = in.stacks();
+    auto same = [&](const ForLevel& loop) {
+        return loop.variable == name && loop.isElement == isElement && loop.subscripts == subscripts;
+    };
+    if (same(stacks.forLevels[static_cast<size_t>(level)]))
+        return 0;
+    level = 0;
+    for (int k = 1; k <= stacks.forCurrentLevel && k <= stacks.forDepth; ++k) {
+        if (same(stacks.forLevels[static_cast<size_t>(k)])) {
+            level = k;
+            break;
         }
     }
+    if (level == 0)
+        return in.raise(ErrorId::NextWithoutFor);
+    stacks.forDepth = level;
+    return 0;
+}
+
+Outcome stepLoop(Interpreter& in, int level)
+{
+    auto& run = in.run();
+    auto& stacks = in.stacks();
     auto& loop = stacks.forLevels[static_cast<size_t>(level)];
     expr::Target variable {loop.variable, loop.subscripts, loop.isElement, loop.type};
     // The variable steps from the value its cell holds: a single not through its seven-digit

@@ -6,13 +6,10 @@
 #include "core/interpreter.h"
 #include "expr/evaluator.h"
 #include "core/text_scan.h"
+#include "expr/condition_parts.h"
 #include "expr/function_state.h"
 
 namespace tessaly::expr {
-
-namespace {
-
-using core::ErrorId;
 
 constexpr std::string_view kLogicalWords[] = {" AND", " OR", " XOR", " IMP", " EQV", " NOT"};
 
@@ -29,12 +26,6 @@ size_t findLogical(std::string_view text, size_t pos, size_t& length)
         return false;
     });
 }
-
-struct Relation {
-    size_t at = std::string_view::npos;
-    size_t length = 0;
-    int kind = 0; // 1 =, 2 <>, 3 <, 4 <=, 5 >, 6 >=
-};
 
 // The first relational operator of a term outside quotes and parentheses.
 Relation findRelation(std::string_view term)
@@ -54,6 +45,10 @@ Relation findRelation(std::string_view term)
     return {pos, 1, c == '=' ? 1 : (c == '<' ? 3 : 5)};
 }
 
+namespace {
+
+using core::ErrorId;
+
 bool holds(int kind, int comparison)
 {
     switch (kind) {
@@ -66,22 +61,18 @@ bool holds(int kind, int comparison)
     }
 }
 
-int termTruth(core::Interpreter& in, std::string_view term, bool& truth)
+} // namespace
+
+int valueTruth(core::Interpreter& in, const Value& value, bool& truth)
 {
-    auto relation = findRelation(term);
-    if (relation.at == std::string_view::npos) {
-        Value value;
-        TRY_BASIC(evaluateText(in, term, value));
-        if (value.isString())
-            return in.raise(ErrorId::TypeMismatch);
-        // A condition without a comparison is read as an integer: IF 0.5 THEN is false.
-        truth = std::trunc(value.number) != 0;
-        return 0;
-    }
-    Value left;
-    Value right;
-    TRY_BASIC(evaluateText(in, term.substr(0, relation.at), left));
-    TRY_BASIC(evaluateText(in, term.substr(relation.at + relation.length), right));
+    if (value.isString())
+        return in.raise(ErrorId::TypeMismatch);
+    truth = std::trunc(value.number) != 0;
+    return 0;
+}
+
+int sidesTruth(core::Interpreter& in, const Value& left, const Value& right, int kind, bool& truth)
+{
     if (left.isString() != right.isString() || left.empty || right.empty)
         return in.raise(left.empty || right.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
     int comparison = 0;
@@ -91,8 +82,25 @@ int termTruth(core::Interpreter& in, std::string_view term, bool& truth)
     } else {
         comparison = left.number < right.number ? -1 : (left.number > right.number ? 1 : 0);
     }
-    truth = holds(relation.kind, comparison);
+    truth = holds(kind, comparison);
     return 0;
+}
+
+namespace {
+
+int termTruth(core::Interpreter& in, std::string_view term, bool& truth)
+{
+    auto relation = findRelation(term);
+    if (relation.at == std::string_view::npos) {
+        Value value;
+        TRY_BASIC(evaluateText(in, term, value));
+        return valueTruth(in, value, truth);
+    }
+    Value left;
+    Value right;
+    TRY_BASIC(evaluateText(in, term.substr(0, relation.at), left));
+    TRY_BASIC(evaluateText(in, term.substr(relation.at + relation.length), right));
+    return sidesTruth(in, left, right, relation.kind, truth);
 }
 
 } // namespace

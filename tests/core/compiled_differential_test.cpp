@@ -48,7 +48,7 @@ public:
 
     std::string statement()
     {
-        switch (pick(16)) {
+        switch (pick(22)) {
         case 0: return "A=" + expression();
         case 1: return "B%=" + expression();
         case 2: return "C#=" + expression() + ":PRINT C#";
@@ -64,6 +64,12 @@ public:
         case 12: return "D=" + expression() + ":PRINT D";
         case 13: return "GOSUB 900";
         case 14: return "A=A+1:B%=B%-1:C#=C#*1.5:PRINT A;B%;C#";
+        case 15: return "FOR J=1 TO 2:A(J)=A(J)+" + expression() + ":NEXT:PRINT A(1);A(2)";
+        case 16: return "IF " + expression() + " AND " + expression() + " THEN PRINT \"T\" ELSE PRINT \"F\"";
+        case 17: return "IF S$<" + expression() + " OR A>1 THEN PRINT \"Y\"";
+        case 18: return "FOR A(1)=1 TO 3:NEXT A(1):FOR B%=3 TO 1 STEP -1:NEXT:PRINT A(1);B%";
+        case 19: return pick(2) == 0 ? "GOTO *SKIP" : "RETURN";
+        case 20: return "FOR S$=1 TO 2:NEXT S$";
         default: return "PRINT A;B%;C#;D!;X;S$;Y$";
         }
     }
@@ -77,7 +83,7 @@ public:
         int lines = pick(20) + 5;
         for (int line = 1; line <= lines; ++line)
             text += std::to_string(line * 10) + " " + statement() + "\n";
-        text += "790 R=R+1:IF R<2 THEN 10\n800 END\n900 X=X+1:RETURN\n1000 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
+        text += "780 *SKIP:PRINT \"S\"\n790 R=R+1:IF R<2 THEN 10\n800 END\n900 X=X+1:RETURN\n1000 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
         return text;
     }
 

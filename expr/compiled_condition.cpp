@@ -1,0 +1,93 @@
+#include "expr/compiled_condition.h"
+
+#include "core/interpreter.h"
+#include "expr/condition_parts.h"
+#include "expr/evaluator.h"
+#include "expr/function_state.h"
+
+namespace tessaly::expr {
+
+namespace {
+
+std::unique_ptr<CompiledExpression> compileText(std::string_view text)
+{
+    return CompiledExpression::compile(text, 0, text.size(), text);
+}
+
+} // namespace
+
+std::unique_ptr<CompiledCondition> CompiledCondition::compile(std::string_view condition)
+{
+    auto compiled = std::make_unique<CompiledCondition>();
+    size_t pos = 0;
+    while (pos <= condition.size()) {
+        size_t length = 0;
+        size_t word = findLogical(condition, pos, length);
+        size_t stop = word == std::string_view::npos ? condition.size() : word;
+        auto term = condition.substr(pos, stop - pos);
+        if (term.find_first_not_of(' ') != std::string_view::npos) {
+            Term compiledTerm;
+            auto relation = findRelation(term);
+            if (relation.at == std::string_view::npos) {
+                compiledTerm.left = compileText(term);
+            } else {
+                compiledTerm.left = compileText(term.substr(0, relation.at));
+                compiledTerm.right = compileText(term.substr(relation.at + relation.length));
+                compiledTerm.kind = relation.kind;
+                if (!compiledTerm.right)
+                    return nullptr;
+            }
+            if (!compiledTerm.left)
+                return nullptr;
+            compiled->m_pieces.push_back({static_cast<int>(compiled->m_terms.size()), {}});
+            compiled->m_terms.push_back(std::move(compiledTerm));
+        }
+        if (word == std::string_view::npos)
+            break;
+        compiled->m_pieces.push_back({-1, std::string(condition.substr(word, length)) + ' '});
+        pos = word + length;
+    }
+    // A condition with nothing in it keeps its text, and the error that comes with it.
+    if (compiled->m_terms.empty())
+        return nullptr;
+    return compiled;
+}
+
+int CompiledCondition::evaluate(core::Interpreter& in, bool& truth) const
+{
+    // The terms are evaluated in order; the words between them then combine their -1 and 0.
+    bool single = m_pieces.size() == 1;
+    std::string combined;
+    for (const auto& piece : m_pieces) {
+        if (piece.term < 0) {
+            combined += piece.text;
+            continue;
+        }
+        const auto& term = m_terms[static_cast<size_t>(piece.term)];
+        bool termTrue = false;
+        Value left;
+        TRY_BASIC(term.left->evaluate(in, left));
+        if (term.right) {
+            Value right;
+            TRY_BASIC(term.right->evaluate(in, right));
+            TRY_BASIC(sidesTruth(in, left, right, term.kind, termTrue));
+        } else {
+            TRY_BASIC(valueTruth(in, left, termTrue));
+        }
+        if (single) {
+            in.functionState().conditionValue = termTrue ? -1 : 0;
+            truth = termTrue;
+            return 0;
+        }
+        combined += termTrue ? "-1 " : " 0 ";
+    }
+    Value value;
+    TRY_BASIC(evaluateText(in, combined, value));
+    if (value.isString() || value.empty)
+        return in.raise(core::ErrorId::SyntaxError);
+    in.functionState().conditionValue = integerOf(value);
+    truth = in.functionState().conditionValue != 0;
+    return 0;
+}
+
+} // namespace tessaly::expr
