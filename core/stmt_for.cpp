@@ -57,11 +57,8 @@ int findMatchingNext(Interpreter& in, int forEntry, int level)
     });
 }
 
-
 Outcome stmtFor(Interpreter& in, int begin, int end)
 {
-    auto& run = in.run();
-    auto& stacks = in.stacks();
     auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
 
     expr::Target target;
@@ -150,7 +147,6 @@ Outcome enterLoop(Interpreter& in, const expr::Target& target, int level, const 
 
 Outcome stmtNext(Interpreter& in, int begin, int end)
 {
-    auto& run = in.run();
     auto& stacks = in.stacks();
     char after = in.buffer().at(begin);
     if (begin < end && after != ' ')

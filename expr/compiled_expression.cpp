@@ -158,7 +158,99 @@ private:
             return false;
         if (wrapping && currentEmpty)
             return false;
-        return true;
+        return scheduleGroup(group);
+    }
+
+    // Works out, from the group's steps, the order in which the reduction of its tokens applies
+    // the operators; false where that reduction would raise an error.
+    static bool scheduleGroup(CompiledGroup& group)
+    {
+        struct SimToken {
+            bool isOperator;
+            Op op;
+            uint16_t slot;
+        };
+        std::vector<SimToken> tokens;
+        std::vector<SimToken> firstTerm;
+        std::vector<SimToken>* current = group.wrapping ? &firstTerm : &tokens;
+        auto& code = group.code;
+        // The reduction of reduceGroup, on slots: the result's slot, or -1 where it would fail.
+        auto reduce = [&code](std::vector<SimToken>& list, bool* relational) -> int {
+            while (list.size() > 1) {
+                int pending = -1;
+                int chosen = -1;
+                for (int k = 0; k < static_cast<int>(list.size()); ++k) {
+                    const auto& token = list[static_cast<size_t>(k)];
+                    if (!token.isOperator)
+                        continue;
+                    if (token.op == Op::Not) {
+                        pending = k;
+                        continue;
+                    }
+                    if (pending >= 0 && !list[static_cast<size_t>(k - 1)].isOperator
+                        && goesFirst(list[static_cast<size_t>(pending)].op, token.op)) {
+                        chosen = pending;
+                        break;
+                    }
+                    pending = k;
+                }
+                if (chosen < 0)
+                    chosen = pending;
+                if (chosen < 0)
+                    return -1;
+                auto at = static_cast<size_t>(chosen);
+                Op op = list[at].op;
+                if (at + 1 >= list.size() || list[at + 1].isOperator)
+                    return -1;
+                if (op == Op::Not) {
+                    code.push_back({GroupInstruction::Kind::Not, Op::Not, list[at + 1].slot, 0});
+                    list.erase(list.begin() + static_cast<std::ptrdiff_t>(at));
+                    continue;
+                }
+                if (at == 0 || list[at - 1].isOperator)
+                    return -1;
+                code.push_back({GroupInstruction::Kind::Binary, op, list[at - 1].slot, list[at + 1].slot});
+                if (relational != nullptr && isRelational(op))
+                    *relational = true;
+                list.erase(list.begin() + static_cast<std::ptrdiff_t>(at), list.begin() + static_cast<std::ptrdiff_t>(at) + 2);
+            }
+            return list.empty() || list.front().isOperator ? -1 : list.front().slot;
+        };
+        auto closeTerm = [&]() {
+            int slot = reduce(firstTerm, nullptr);
+            if (slot < 0)
+                return false;
+            code.push_back({GroupInstruction::Kind::NegateTerm, Op::Add, static_cast<uint16_t>(slot), 0});
+            tokens.push_back({false, Op::Add, static_cast<uint16_t>(slot)});
+            current = &tokens;
+            return true;
+        };
+        for (const auto& step : group.steps) {
+            switch (step.kind) {
+            case CompiledStep::Kind::Operand:
+                code.push_back({GroupInstruction::Kind::Operand, Op::Add, step.operand, 0});
+                current->push_back({false, Op::Add, step.operand});
+                break;
+            case CompiledStep::Kind::Not:
+            case CompiledStep::Kind::Operator:
+                current->push_back({true, step.op, 0});
+                break;
+            case CompiledStep::Kind::CloseFirstTerm:
+                if (!closeTerm())
+                    return false;
+                break;
+            }
+        }
+        if (current == &firstTerm && !closeTerm())
+            return false;
+        group.steps.clear();
+        group.steps.shrink_to_fit();
+        if (tokens.empty())
+            return true;
+        if (tokens.back().isOperator)
+            return false;
+        group.result = reduce(tokens, &group.relational);
+        return group.result >= 0;
     }
 
     bool readOperand(CompiledOperand& operand)
@@ -389,43 +481,50 @@ public:
             int& local;
             ~DepthGuard() { --depth, --local; }
         } guard {m_scratch.depth, m_depth};
-        auto level = static_cast<size_t>(m_scratch.depth);
-        auto& tokens = m_scratch.groups[level];
-        auto& firstTerm = m_scratch.firstTerms[level];
-        tokens.clear();
-        firstTerm.clear();
-        std::vector<Token>* current = group.wrapping ? &firstTerm : &tokens;
+        if (group.result < 0) {
+            result = Value {};
+            result.empty = true;
+            return 0;
+        }
+        auto& slots = m_scratch.groups[static_cast<size_t>(m_scratch.depth)];
+        if (slots.size() < group.operands.size())
+            slots.resize(group.operands.size());
         ValueType type = ValueType::Double;
-        for (const auto& step : group.steps) {
-            switch (step.kind) {
-            case CompiledStep::Kind::Operand: {
-                const auto& operand = group.operands[step.operand];
-                Token token {false, Op::Add, {}};
+        for (const auto& instruction : group.code) {
+            switch (instruction.kind) {
+            case GroupInstruction::Kind::Operand: {
+                const auto& operand = group.operands[instruction.a];
+                Value& value = slots[instruction.a].value;
                 ValueType operandType = ValueType::Double;
-                TRY_BASIC(this->operand(operand, token.value, operandType));
+                TRY_BASIC(this->operand(operand, value, operandType));
                 if (operand.setsType)
                     type = operandType;
                 if (operand.negate) {
-                    if (token.value.isString())
+                    if (value.isString())
                         return m_in.raise(ErrorId::SyntaxError);
-                    negate(token.value);
+                    negate(value);
                 }
-                current->push_back(std::move(token));
                 break;
             }
-            case CompiledStep::Kind::Not:
-                current->push_back({true, Op::Not, {}});
+            case GroupInstruction::Kind::Not:
+                TRY_BASIC(applyNot(m_in, slots[instruction.a].value));
                 break;
-            case CompiledStep::Kind::Operator:
-                current->push_back({true, step.op, {}});
+            case GroupInstruction::Kind::Binary:
+                TRY_BASIC(applyBinary(m_in, instruction.op, slots[instruction.a].value, slots[instruction.b].value));
                 break;
-            case CompiledStep::Kind::CloseFirstTerm:
-                TRY_BASIC(closeFirstTerm(m_in, firstTerm, tokens));
-                current = &tokens;
+            case GroupInstruction::Kind::NegateTerm: {
+                Value& term = slots[instruction.a].value;
+                if (term.isString())
+                    return m_in.raise(ErrorId::SyntaxError);
+                negate(term);
                 break;
+            }
             }
         }
-        return finishGroupTokens(m_in, tokens, firstTerm, current == &firstTerm, type, result);
+        result = std::move(slots[static_cast<size_t>(group.result)].value);
+        if (!result.isString())
+            result.type = group.relational ? ValueType::Integer : type;
+        return 0;
     }
 
     int arguments(const std::vector<CompiledGroup>& groups, std::vector<Value>& values)

@@ -36,6 +36,7 @@ struct CompiledOperand {
     std::vector<CompiledGroup> groups;  // the arguments or subscripts; Group: the group itself
 };
 
+// What reading the group's text met, in order (used while compiling).
 struct CompiledStep {
     enum class Kind : uint8_t { Operand, Not, Operator, CloseFirstTerm };
     Kind kind = Kind::Operand;
@@ -43,10 +44,24 @@ struct CompiledStep {
     uint16_t operand = 0;
 };
 
+// What evaluating the group does, in order: operand k is evaluated into slot k; NOT and the binary
+// operators work on slots in the order the reduction of the group's tokens takes them (the result
+// stays in the left slot); a wrapped first term is negated where its reduction ends.
+struct GroupInstruction {
+    enum class Kind : uint8_t { Operand, Not, Binary, NegateTerm };
+    Kind kind = Kind::Operand;
+    Op op = Op::Add;
+    uint16_t a = 0; // the operand and its slot; NOT's slot; the left slot; the negated slot
+    uint16_t b = 0; // the right slot
+};
+
 struct CompiledGroup {
     std::vector<CompiledStep> steps;
     std::vector<CompiledOperand> operands;
     bool wrapping = false; // a leading minus wraps the first term
+    std::vector<GroupInstruction> code;
+    int result = -1;          // the slot of the group's value; -1: the group is empty
+    bool relational = false;  // a comparison is done: the group's type is integer
 };
 
 class CompiledExpression {
