@@ -327,8 +327,10 @@ void driveUntilIdle(Runner& r)
             r.interpreter.breakProgram();
             continue;
         }
-        // Timers come between two statements, as the window's timer messages do.
-        r.host.timers().deliverDue(r.interpreter);
+        // Timers come between two statements, as the window's timer messages do (looked at every
+        // few statements, as the window looks between two turns of its event loop).
+        if (step % kStepsBetweenClockReads == 0)
+            r.host.timers().deliverDue(r.interpreter);
         r.interpreter.idle();
         // A serial port has not brought or taken enough: look again in a moment, not at once.
         if (r.interpreter.isWaitingForDevice())
