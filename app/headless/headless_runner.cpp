@@ -305,6 +305,7 @@ struct Runner {
     StreamWriter& stream;
     StandardInput& input;
     bool terminal; // standard input is a terminal, which shows what is typed by itself
+    unsigned steps = 0; // steps run, counted across the runs of driveUntilIdle
 };
 
 void driveUntilIdle(Runner& r)
@@ -315,8 +316,10 @@ void driveUntilIdle(Runner& r)
     constexpr auto kFlushEvery = std::chrono::milliseconds(50);
     constexpr unsigned kStepsBetweenClockReads = 16;
     auto lastFlush = Clock::now();
-    for (unsigned step = 1; r.interpreter.isRunning(); ++step) {
-        if (step % kStepsBetweenClockReads == 0) {
+    while (r.interpreter.isRunning()) {
+        // Counted across calls: a program that waits for keys comes back here every few steps.
+        bool lookAtClock = ++r.steps % kStepsBetweenClockReads == 1;
+        if (lookAtClock) {
             if (auto now = Clock::now(); now - lastFlush >= kFlushEvery) {
                 r.stream.flush();
                 lastFlush = now;
@@ -329,7 +332,7 @@ void driveUntilIdle(Runner& r)
         }
         // Timers come between two statements, as the window's timer messages do (looked at every
         // few statements, as the window looks between two turns of its event loop).
-        if (step % kStepsBetweenClockReads == 0)
+        if (lookAtClock)
             r.host.timers().deliverDue(r.interpreter);
         r.interpreter.idle();
         // A serial port has not brought or taken enough: look again in a moment, not at once.
