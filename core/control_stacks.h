@@ -28,6 +28,10 @@ struct ForLevel {
     double initial = 0;
     double limit = 0;
     double step = 1;
+    // A scalar loop variable's place in the variable store, found at the first NEXT and kept
+    // while the store's generation stays the same.
+    int cell = -1;
+    uint32_t cellGeneration = 0;
 };
 
 struct ControlStacks {

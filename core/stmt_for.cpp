@@ -10,6 +10,7 @@
 #include "core/statements.h"
 #include "expr/evaluator.h"
 #include "expr/statements.h"
+#include "expr/variables.h"
 
 namespace tessaly::core {
 
@@ -191,11 +192,19 @@ Outcome stepLoop(Interpreter& in, int level)
     auto& run = in.run();
     auto& stacks = in.stacks();
     auto& loop = stacks.forLevels[static_cast<size_t>(level)];
-    expr::Target variable {loop.variable, loop.subscripts, loop.isElement, loop.type};
+    auto& variables = in.variables();
+    if (!loop.isElement && (loop.cellGeneration != variables.generation() || loop.cell < 0)) {
+        loop.cell = variables.find(loop.variable);
+        loop.cellGeneration = variables.generation();
+    }
+    bool bound = !loop.isElement && loop.cell >= 0;
     // The variable steps from the value its cell holds: a single not through its seven-digit
     // text, so 0.1 added ten times is just above 1 and FOR X=0 TO 1 STEP 0.1 runs ten times.
     double stored = 0;
-    TRY_BASIC(expr::readTargetStored(in, variable, stored));
+    if (bound)
+        stored = variables.readStoredAt(loop.cell);
+    else
+        TRY_BASIC(expr::readTargetStored(in, {loop.variable, loop.subscripts, loop.isElement, loop.type}, stored));
     bool ended = false;
     double next = 0;
     if (loop.type == expr::ValueType::Integer) {
@@ -213,7 +222,10 @@ Outcome stepLoop(Interpreter& in, int level)
         ended = loop.step > 0 ? value > limit : value < limit;
     }
     expr::Value stepped = expr::Value::makeNumber(next, expr::NumberForm::Computed16);
-    TRY_BASIC(expr::assignTarget(in, variable, stepped));
+    if (bound)
+        TRY_BASIC(expr::storeStatusError(in, variables.storeAt(loop.cell, stepped)));
+    else
+        TRY_BASIC(expr::assignTarget(in, {loop.variable, loop.subscripts, loop.isElement, loop.type}, stepped));
     stacks.forCurrentLevel = level;
     if (ended) {
         stacks.forDepth = level - 1;

@@ -60,21 +60,30 @@ void ArrayStore::place(Array& array)
 }
 
 ArrayStatus ArrayStore::locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts,
-    Element& element)
+    Element& element, ArrayBinding* binding)
 {
     for (int32_t s : subscripts) {
         if (s < 0 || s > 32767)
             return ArrayStatus::SubscriptOutOfRange;
     }
-    auto found = m_index.find(name);
-    if (found == m_index.end()) {
-        std::vector<int32_t> bounds(subscripts.size(), kImplicitBound);
-        auto status = create(name, type, bounds);
-        if (status != ArrayStatus::Ok)
-            return status;
-        found = m_index.find(name);
+    Array* array = nullptr;
+    if (binding != nullptr && binding->generation == m_generation && binding->array != nullptr) {
+        array = static_cast<Array*>(binding->array);
+    } else {
+        auto found = m_index.find(name);
+        if (found == m_index.end()) {
+            std::vector<int32_t> bounds(subscripts.size(), kImplicitBound);
+            auto status = create(name, type, bounds);
+            if (status != ArrayStatus::Ok)
+                return status;
+            found = m_index.find(name);
+        }
+        array = &found->second;
+        if (binding != nullptr) {
+            binding->array = array;
+            binding->generation = m_generation;
+        }
     }
-    const Array* array = &found->second;
     if (subscripts.size() != array->bounds.size())
         return ArrayStatus::SubscriptOutOfRange;
     // The first subscript varies fastest.
@@ -85,7 +94,7 @@ ArrayStatus ArrayStore::locate(std::string_view name, ValueType type, const std:
             return ArrayStatus::SubscriptOutOfRange;
         index = index * static_cast<size_t>(array->bounds[k] + 1) + static_cast<size_t>(s);
     }
-    element = {&found->second, index};
+    element = {array, index};
     return ArrayStatus::Ok;
 }
 
@@ -98,8 +107,18 @@ ArrayStatus ArrayStore::read(std::string_view name, ValueType type, const std::v
 {
     Element element;
     auto status = locate(name, type, subscripts, element);
-    if (status != ArrayStatus::Ok)
-        return status;
+    return status == ArrayStatus::Ok ? readElement(element, value) : status;
+}
+
+ArrayStatus ArrayStore::read(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts, Value& value)
+{
+    Element element;
+    auto status = locate(binding.name, type, subscripts, element, &binding);
+    return status == ArrayStatus::Ok ? readElement(element, value) : status;
+}
+
+ArrayStatus ArrayStore::readElement(const Element& element, Value& value) const
+{
     const Array& array = *element.array;
     if (array.type == ValueType::String)
         value = Value::makeString(array.strings[element.cell]);
@@ -126,8 +145,19 @@ ArrayStatus ArrayStore::store(std::string_view name, ValueType type, const std::
 {
     Element element;
     auto status = locate(name, type, subscripts, element);
-    if (status != ArrayStatus::Ok)
-        return status;
+    return status == ArrayStatus::Ok ? storeElement(element, value) : status;
+}
+
+ArrayStatus ArrayStore::store(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts,
+    const Value& value)
+{
+    Element element;
+    auto status = locate(binding.name, type, subscripts, element, &binding);
+    return status == ArrayStatus::Ok ? storeElement(element, value) : status;
+}
+
+ArrayStatus ArrayStore::storeElement(const Element& element, const Value& value)
+{
     Array& array = *element.array;
     if (array.type == ValueType::String) {
         if (!value.isString())
@@ -164,6 +194,7 @@ bool ArrayStore::erase(std::string_view name)
         m_stringCounter = static_cast<uint16_t>(m_stringCounter - gone.strings.size());
     }
     m_index.erase(found);
+    ++m_generation;
     return true;
 }
 
@@ -214,6 +245,7 @@ bool ArrayStore::setOptionBase(int base)
 
 void ArrayStore::reset()
 {
+    ++m_generation;
     m_index.clear();
     m_data.clear();
     m_stringElements = 0;

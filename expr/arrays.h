@@ -22,6 +22,14 @@ inline constexpr int kImplicitBound = 10;
 
 enum class ArrayStatus : uint8_t { Ok, Duplicate, OutOfMemory, SubscriptOutOfRange, Overflow, TypeMismatch };
 
+// An array named in compiled code: found once, and again only after arrays went away (ERASE,
+// CLEAR, RUN, NEW, CHAIN).
+struct ArrayBinding {
+    std::string name;
+    uint32_t generation = 0;
+    void* array = nullptr; // the store's array while the generation is the same
+};
+
 class ArrayStore {
 public:
     // DIM name(bounds): Duplicate when it exists, OutOfMemory beyond the limits.
@@ -32,6 +40,9 @@ public:
     // A numeric element's cell as stored (a single exactly, not through its text).
     ArrayStatus readStored(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, double& stored);
     ArrayStatus store(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, const Value& value);
+    // The same through a binding.
+    ArrayStatus read(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts, Value& value);
+    ArrayStatus store(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts, const Value& value);
     // Removes an array; false when there is none of that name. The cells of the arrays made after
     // it move down to close the gap.
     bool erase(std::string_view name);
@@ -74,7 +85,10 @@ private:
     };
     // Appends the array's cells to the data area (pool numbers in a string array's cells).
     void place(Array& array);
-    ArrayStatus locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Element& element);
+    ArrayStatus locate(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, Element& element,
+        ArrayBinding* binding = nullptr);
+    ArrayStatus readElement(const Element& element, Value& value) const;
+    ArrayStatus storeElement(const Element& element, const Value& value);
     // The number a numeric array's cell holds.
     [[nodiscard]] double storedAt(const Array& array, size_t cell) const;
 
@@ -84,6 +98,7 @@ private:
     uint16_t m_stringCounter = 0; // the pool number of the last string element made
     int m_optionBase = 0;
     bool m_optionBaseSet = false;
+    uint32_t m_generation = 1; // changes when arrays go away
 };
 
 } // namespace tessaly::expr

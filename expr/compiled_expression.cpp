@@ -392,6 +392,7 @@ private:
         if (peek() == '(') {
             ++m_pos;
             operand.kind = CompiledOperand::Kind::Element;
+            operand.array.name = operand.scalar.name;
             return arguments(operand.groups);
         }
         m_pos = mark;
@@ -556,7 +557,7 @@ private:
             type = operand.scalar.typeIn(m_in.variables());
             return element(operand, type, value);
         case CompiledOperand::Kind::Function: {
-            std::vector<Value> args;
+            auto& args = argumentList();
             if (operand.hasParentheses)
                 TRY_BASIC(arguments(operand.groups, args));
             TRY_BASIC(callFunction(m_in, operand.function, FunctionCall {operand.name, args, operand.hasParentheses},
@@ -565,7 +566,7 @@ private:
             return 0;
         }
         case CompiledOperand::Kind::UserFunction: {
-            std::vector<Value> args;
+            auto& args = argumentList();
             if (operand.hasParentheses)
                 TRY_BASIC(arguments(operand.groups, args));
             TRY_BASIC(callUserFunction(m_in, std::string_view(operand.name).substr(2), args, operand.hasParentheses,
@@ -577,11 +578,21 @@ private:
         return m_in.raise(ErrorId::SyntaxError);
     }
 
+    // The argument list of this level, emptied: deeper levels (the arguments' own calls) have
+    // theirs, so nothing is allocated once the lists have grown.
+    std::vector<Value>& argumentList()
+    {
+        auto& args = m_scratch.argumentLists[static_cast<size_t>(m_scratch.depth)];
+        args.clear();
+        return args;
+    }
+
     int element(const CompiledOperand& operand, ValueType type, Value& value)
     {
-        std::vector<Value> args;
+        auto& args = argumentList();
         TRY_BASIC(arguments(operand.groups, args));
-        std::vector<int32_t> subscripts;
+        auto& subscripts = m_scratch.subscriptLists[static_cast<size_t>(m_scratch.depth)];
+        subscripts.clear();
         for (const auto& arg : args) {
             if (arg.isString())
                 return m_in.raise(ErrorId::TypeMismatch);
@@ -590,7 +601,7 @@ private:
                 return m_in.raise(ErrorId::SubscriptOutOfRange);
             subscripts.push_back(static_cast<int32_t>(s));
         }
-        switch (m_in.arrays().read(operand.scalar.name, type, subscripts, value)) {
+        switch (m_in.arrays().read(operand.array, type, subscripts, value)) {
         case ArrayStatus::Ok:
             return 0;
         case ArrayStatus::OutOfMemory:

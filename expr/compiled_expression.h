@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "expr/arrays.h"
 #include "expr/evaluator.h"
 #include "expr/functions.h"
 #include "expr/operators.h"
@@ -29,7 +30,8 @@ struct CompiledOperand {
     bool negate = false;                // a minus (or an odd number of them) stood before it
     bool setsType = false;              // a name: the group takes its type
     Value literal;                      // Literal
-    mutable ScalarBinding scalar;       // Scalar; Element: its name
+    mutable ScalarBinding scalar;       // Scalar; Element: its name (and the type of the name)
+    mutable ArrayBinding array;         // Element
     FunctionId function;                // Function
     std::string name;                   // Function, UserFunction (with FN)
     bool hasParentheses = false;        // Function, UserFunction

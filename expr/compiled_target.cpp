@@ -7,37 +7,12 @@
 #include "core/interpreter.h"
 #include "core/text_scan.h"
 #include "expr/arrays.h"
+#include "expr/statements.h"
 #include "expr/variables.h"
 
 namespace tessaly::expr {
 
 using core::ErrorId;
-
-namespace {
-
-int storeError(core::Interpreter& in, StoreStatus status)
-{
-    switch (status) {
-    case StoreStatus::Ok: return 0;
-    case StoreStatus::Overflow: return in.raise(ErrorId::Overflow);
-    case StoreStatus::TypeMismatch: return in.raise(ErrorId::TypeMismatch);
-    default: return in.raise(ErrorId::OutOfMemory);
-    }
-}
-
-int arrayError(core::Interpreter& in, ArrayStatus status)
-{
-    switch (status) {
-    case ArrayStatus::Ok: return 0;
-    case ArrayStatus::Overflow: return in.raise(ErrorId::Overflow);
-    case ArrayStatus::TypeMismatch: return in.raise(ErrorId::TypeMismatch);
-    case ArrayStatus::OutOfMemory: return in.raise(ErrorId::OutOfMemory);
-    case ArrayStatus::Duplicate: return in.raise(ErrorId::DuplicateDefinition);
-    default: return in.raise(ErrorId::SubscriptOutOfRange);
-    }
-}
-
-} // namespace
 
 bool CompiledTarget::compile(std::string_view text, size_t& pos, size_t end)
 {
@@ -64,6 +39,7 @@ bool CompiledTarget::compile(std::string_view text, size_t& pos, size_t end)
     std::string list(text.substr(pos + 1, close - pos - 1));
     list += ')';
     m_subscriptList = CompiledExpression::compileArguments(list);
+    m_array.name = m_scalar.name;
     pos = close + 1;
     return m_subscriptList != nullptr;
 }
@@ -91,8 +67,8 @@ int CompiledTarget::assign(core::Interpreter& in, const Value& value)
     if (value.empty)
         return in.raise(ErrorId::SyntaxError);
     if (m_subscriptList)
-        return arrayError(in, in.arrays().store(m_scalar.name, m_type, m_subscripts, value));
-    return storeError(in, m_scalar.store(in.variables(), value));
+        return arrayStatusError(in, in.arrays().store(m_array, m_type, m_subscripts, value));
+    return storeStatusError(in, m_scalar.store(in.variables(), value));
 }
 
 } // namespace tessaly::expr

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "expr/arrays.h"
 #include "expr/compiled_expression.h"
 #include "expr/scalar_binding.h"
 
@@ -33,6 +34,7 @@ public:
 
 private:
     ScalarBinding m_scalar;
+    ArrayBinding m_array;
     std::unique_ptr<CompiledExpression> m_subscriptList;
     ValueType m_type = ValueType::Single;
     std::vector<Value> m_values;

@@ -16,7 +16,13 @@ struct Token {
 };
 
 struct ExpressionScratch {
-    ExpressionScratch() : groups(kGroupSlots), firstTerms(kGroupSlots) {}
+    ExpressionScratch()
+        : groups(kGroupSlots)
+        , firstTerms(kGroupSlots)
+        , argumentLists(kGroupSlots)
+        , subscriptLists(kGroupSlots)
+    {
+    }
 
     // One token list per nesting level; never reallocated, so a level's list stays put while
     // deeper levels (and the expressions of FN calls) are reduced.
@@ -24,6 +30,9 @@ struct ExpressionScratch {
     std::vector<std::vector<Token>> groups;
     // The first term of a group whose leading minus wraps it, per level.
     std::vector<std::vector<Token>> firstTerms;
+    // The arguments of a call or the subscripts of an element read by a compiled group, per level.
+    std::vector<std::vector<Value>> argumentLists;
+    std::vector<std::vector<int32_t>> subscriptLists;
     int depth = 0;
 };
 

@@ -35,6 +35,13 @@ struct Target {
     ValueType type = ValueType::Single;
 };
 
+enum class StoreStatus : uint8_t;
+enum class ArrayStatus : uint8_t;
+
+// The errors of a store that failed: Ok gives 0, the others raise their error (kFailed).
+int storeStatusError(core::Interpreter& interpreter, StoreStatus status);
+int arrayStatusError(core::Interpreter& interpreter, ArrayStatus status);
+
 // Reads a target (name, optional subscripts in parentheses) from the statement buffer at pos;
 // pos moves past it. Returns 0 or kFailed.
 int parseTarget(core::Interpreter& in, int& pos, int end, Target& target);

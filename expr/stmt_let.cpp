@@ -15,11 +15,9 @@ namespace tessaly::expr {
 using core::kDone;
 using core::Outcome;
 
-namespace {
-
 using core::ErrorId;
 
-int storeStatus(core::Interpreter& in, StoreStatus status)
+int storeStatusError(core::Interpreter& in, StoreStatus status)
 {
     switch (status) {
     case StoreStatus::Ok: return 0;
@@ -29,7 +27,7 @@ int storeStatus(core::Interpreter& in, StoreStatus status)
     }
 }
 
-int arrayStatus(core::Interpreter& in, ArrayStatus status)
+int arrayStatusError(core::Interpreter& in, ArrayStatus status)
 {
     switch (status) {
     case ArrayStatus::Ok: return 0;
@@ -41,6 +39,8 @@ int arrayStatus(core::Interpreter& in, ArrayStatus status)
     }
 }
 
+namespace {
+
 // A target read through one kind of reader of the arrays and its kind for the scalars.
 template <typename Out>
 int readTargetThrough(core::Interpreter& in, const Target& target, Out& out,
@@ -48,7 +48,7 @@ int readTargetThrough(core::Interpreter& in, const Target& target, Out& out,
     bool (VariableStore::*readScalar)(std::string_view, ValueType, Out&))
 {
     if (target.isElement)
-        return arrayStatus(in, (in.arrays().*readElement)(target.name, target.type, target.subscripts, out));
+        return arrayStatusError(in, (in.arrays().*readElement)(target.name, target.type, target.subscripts, out));
     if (!(in.variables().*readScalar)(target.name, target.type, out))
         return in.raise(ErrorId::OutOfMemory);
     return 0;
@@ -114,8 +114,8 @@ int assignTarget(core::Interpreter& in, const Target& target, const Value& value
     if (value.empty)
         return in.raise(ErrorId::SyntaxError);
     if (target.isElement)
-        return arrayStatus(in, in.arrays().store(target.name, target.type, target.subscripts, value));
-    return storeStatus(in, in.variables().store(target.name, target.type, value));
+        return arrayStatusError(in, in.arrays().store(target.name, target.type, target.subscripts, value));
+    return storeStatusError(in, in.variables().store(target.name, target.type, value));
 }
 
 Outcome stmtLet(core::Interpreter& in, int begin, int end)

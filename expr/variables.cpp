@@ -192,6 +192,12 @@ void VariableStore::readAt(int index, Value& value) const
         value = cellValue(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
 }
 
+double VariableStore::readStoredAt(int index) const
+{
+    const auto& scalar = m_entries[static_cast<size_t>(index)];
+    return scalar.type == ValueType::String ? 0.0 : readCell(m_cells.data() + scalar.offset, scalar.type);
+}
+
 StoreStatus VariableStore::storeAt(int index, const Value& value)
 {
     auto& scalar = m_entries[static_cast<size_t>(index)];
@@ -213,8 +219,7 @@ bool VariableStore::readStored(std::string_view name, ValueType type, double& st
     int index = findOrCreate(name, type);
     if (index < 0)
         return false;
-    const auto& scalar = m_entries[static_cast<size_t>(index)];
-    stored = scalar.type == ValueType::String ? 0.0 : readCell(m_cells.data() + scalar.offset, scalar.type);
+    stored = readStoredAt(index);
     return true;
 }
 

@@ -67,6 +67,7 @@ public:
     [[nodiscard]] uint32_t generation() const { return m_generation; }
     // Reads and stores the scalar at a place that find() gave.
     void readAt(int index, Value& value) const;
+    [[nodiscard]] double readStoredAt(int index) const;
     StoreStatus storeAt(int index, const Value& value);
     // The byte offset of a scalar's cell in the data area (its slot order), for VARPTR.
     [[nodiscard]] uint32_t cellOffset(int index) const { return m_entries[static_cast<size_t>(index)].offset; }
