@@ -1,6 +1,7 @@
 // Number texts: GcvtText and the evaluator, PRINT and STR$ forms, and ReadNumberText.
 #include "expr/number_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -150,14 +151,29 @@ constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 
 // ten up to 1e22 are exact), far below 1e-8 for y under 1e7, so the nearest whole number is certain
 // unless y lies within that of a half; n / 10^k is then the double nearest the decimal n x 10^-k,
 // as reading the decimal text gives. false when the text route must decide.
+// floor(log10(magnitude)), or one less: read from the binary exponent, which is much quicker than
+// the logarithm. The callers move on by one where the guess was one short.
+int decimalExponentGuess(double magnitude)
+{
+    int binaryExponent = 0;
+    std::frexp(magnitude, &binaryExponent);
+    return static_cast<int>(std::floor((binaryExponent - 1) * 0.30102999566398120));
+}
+
 bool roundByScaling(double magnitude, int digits, double& rounded)
 {
-    int exponent = static_cast<int>(std::floor(std::log10(magnitude)));
-    int k = digits - 1 - exponent;
-    if (k < -22 || k > 22)
-        return false;
-    double scale = kPowersOfTen[k < 0 ? -k : k];
-    double y = k >= 0 ? magnitude * scale : magnitude / scale;
+    int k = digits - 1 - decimalExponentGuess(magnitude);
+    double scale = 0;
+    double y = 0;
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        if (k < -22 || k > 22)
+            return false;
+        scale = kPowersOfTen[k < 0 ? -k : k];
+        y = k >= 0 ? magnitude * scale : magnitude / scale;
+        if (y < kPowersOfTen[digits])
+            break;
+        --k; // the guess was one short: one digit too many
+    }
     if (!(y >= kPowersOfTen[digits - 1] && y < kPowersOfTen[digits]))
         return false;
     double whole = std::floor(y);
@@ -243,7 +259,9 @@ bool roundSixteenExactly(double magnitude, double& rounded)
     constexpr uint64_t kLowest = 1000000000000000ULL;
     constexpr uint64_t kExactLimit = 1ULL << 53;
     constexpr uint64_t kHighest = 10000000000000000ULL;
-    int k = 15 - static_cast<int>(std::floor(std::log10(magnitude)));
+    // The guess is the exponent or one short, so k is right or one too high; 22 is the highest k
+    // that a magnitude from 1e-7 can need.
+    int k = std::min(15 - decimalExponentGuess(magnitude), 22);
     int binaryExponent = 0;
     double fraction = std::frexp(magnitude, &binaryExponent);
     auto mantissa = static_cast<uint64_t>(std::ldexp(fraction, 53));
