@@ -19,6 +19,8 @@ void CompiledProgram::remember(int entry, std::unique_ptr<CompiledStatement> sta
         m_statements.resize(kEntryCapacity);
         m_tried.resize(kEntryCapacity);
     }
+    if (!m_tried[static_cast<size_t>(entry)])
+        m_triedEntries.push_back(entry);
     m_statements[static_cast<size_t>(entry)] = std::move(statement);
     m_tried[static_cast<size_t>(entry)] = true;
 }
@@ -26,8 +28,11 @@ void CompiledProgram::remember(int entry, std::unique_ptr<CompiledStatement> sta
 void CompiledProgram::dropAll(uint32_t revision)
 {
     m_revision = revision;
-    m_statements.clear();
-    m_tried.clear();
+    for (int entry : m_triedEntries) {
+        m_statements[static_cast<size_t>(entry)].reset();
+        m_tried[static_cast<size_t>(entry)] = false;
+    }
+    m_triedEntries.clear();
 }
 
 } // namespace tessaly::core

@@ -32,7 +32,7 @@ public:
     {
         if (revision != m_revision)
             dropAll(revision);
-        if (m_statements.empty() || entry < 0 || static_cast<size_t>(entry) >= m_statements.size())
+        if (m_triedEntries.empty() || entry < 0 || static_cast<size_t>(entry) >= m_statements.size())
             return nullptr;
         return m_statements[static_cast<size_t>(entry)].get();
     }
@@ -46,8 +46,11 @@ private:
 
     bool m_enabled;
     uint32_t m_revision = 0;
+    // Indexed by entry, made at the first remember() and kept: dropping clears only the entries
+    // that were tried, so a program that is run again and again pays for its own entries only.
     std::vector<std::unique_ptr<CompiledStatement>> m_statements;
     std::vector<bool> m_tried;
+    std::vector<int> m_triedEntries;
 };
 
 } // namespace tessaly::core

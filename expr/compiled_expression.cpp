@@ -128,6 +128,11 @@ private:
                 if (negateNext && operand.kind == CompiledOperand::Kind::Literal && operand.literal.isString())
                     return false;
                 operand.negate = negateNext;
+                // A number under a minus is the same number every time: negated once here.
+                if (operand.negate && operand.kind == CompiledOperand::Kind::Literal) {
+                    negate(operand.literal);
+                    operand.negate = false;
+                }
                 negateNext = false;
                 signSeen = false;
                 group.steps.push_back(
@@ -250,7 +255,30 @@ private:
         if (tokens.back().isOperator)
             return false;
         group.result = reduce(tokens, &group.relational);
-        return group.result >= 0;
+        if (group.result < 0)
+            return false;
+        readLiteralsInPlace(group);
+        return true;
+    }
+
+    // A literal that is only ever the right operand of an operator is not copied into its slot:
+    // the operator reads it where it stands.
+    static void readLiteralsInPlace(CompiledGroup& group)
+    {
+        std::vector<bool> changed(group.operands.size(), false);
+        changed[static_cast<size_t>(group.result)] = true;
+        for (auto& instruction : group.code) {
+            if (instruction.kind == GroupInstruction::Kind::Binary) {
+                const auto& right = group.operands[instruction.b];
+                instruction.rightIsLiteral = right.kind == CompiledOperand::Kind::Literal && !changed[instruction.b];
+            }
+            if (instruction.kind != GroupInstruction::Kind::Operand)
+                changed[instruction.a] = true;
+        }
+        std::erase_if(group.code, [&](const GroupInstruction& instruction) {
+            return instruction.kind == GroupInstruction::Kind::Operand
+                && group.operands[instruction.a].kind == CompiledOperand::Kind::Literal && !changed[instruction.a];
+        });
     }
 
     bool readOperand(CompiledOperand& operand)
@@ -510,9 +538,12 @@ public:
             case GroupInstruction::Kind::Not:
                 TRY_BASIC(applyNot(m_in, slots[instruction.a].value));
                 break;
-            case GroupInstruction::Kind::Binary:
-                TRY_BASIC(applyBinary(m_in, instruction.op, slots[instruction.a].value, slots[instruction.b].value));
+            case GroupInstruction::Kind::Binary: {
+                const Value& right = instruction.rightIsLiteral ? group.operands[instruction.b].literal
+                                                                : slots[instruction.b].value;
+                TRY_BASIC(applyBinary(m_in, instruction.op, slots[instruction.a].value, right));
                 break;
+            }
             case GroupInstruction::Kind::NegateTerm: {
                 Value& term = slots[instruction.a].value;
                 if (term.isString())

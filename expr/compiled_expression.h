@@ -55,6 +55,7 @@ struct GroupInstruction {
     Op op = Op::Add;
     uint16_t a = 0; // the operand and its slot; NOT's slot; the left slot; the negated slot
     uint16_t b = 0; // the right slot
+    bool rightIsLiteral = false; // the right operand is literal b itself, read where it stands
 };
 
 struct CompiledGroup {
