@@ -1,5 +1,6 @@
-// The parts of FOR and NEXT that the statements read from their text and the compiled ones share:
-// the FOR stack's levels, entering a loop and stepping it.
+// The parts of FOR, NEXT and WHILE that the statements read from their text and the compiled ones
+// share: the FOR stack's levels, entering a loop and stepping it, and WHILE once its condition is
+// known.
 #pragma once
 
 #include <cstdint>
@@ -31,5 +32,8 @@ int levelOfVariable(Interpreter& interpreter, std::string_view name, bool isElem
     const std::vector<int32_t>& subscripts, int& level);
 // NEXT: the variable steps; the loop goes round again or ends.
 Outcome stepLoop(Interpreter& interpreter, int level);
+// WHILE after its condition (the depth checked before): the level pushed, and a false condition
+// skipped to the matching WEND.
+Outcome whileTested(Interpreter& interpreter, bool truth);
 
 } // namespace tessaly::core

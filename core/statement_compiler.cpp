@@ -20,6 +20,8 @@ std::unique_ptr<CompiledStatement> compileReturn(std::string_view text, int begi
 std::unique_ptr<CompiledStatement> compileIf(std::string_view text, int begin, int end);
 std::unique_ptr<CompiledStatement> compileFor(std::string_view text, int begin, int end);
 std::unique_ptr<CompiledStatement> compileNext(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileWhile(std::string_view text, int begin, int end);
+std::unique_ptr<CompiledStatement> compileWend(std::string_view text, int begin, int end);
 
 namespace {
 
@@ -63,6 +65,10 @@ StatementCompiler compilerFor(int code)
         return compileFor;
     case Stmt::Next:
         return compileNext;
+    case Stmt::While:
+        return compileWhile;
+    case Stmt::Wend:
+        return compileWend;
     default:
         return nullptr;
     }

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "core/interpreter.h"
+#include "core/for_loops.h"
 #include "core/keyword_table.h"
 #include "core/program_walk.h"
 #include "core/statements.h"
@@ -11,13 +12,19 @@ namespace tessaly::core {
 
 Outcome stmtWhile(Interpreter& in, int begin, int end)
 {
-    auto& run = in.run();
     auto& stacks = in.stacks();
     // More than 31 open WHILE levels is refused with the stack left as it is.
     if (stacks.whileDepth >= kMaxWhileDepth)
         return in.raise(ErrorId::OutOfMemory);
     bool truth = false;
     TRY_BASIC(expr::evaluateCondition(in, begin, end, truth));
+    return whileTested(in, truth);
+}
+
+Outcome whileTested(Interpreter& in, bool truth)
+{
+    auto& run = in.run();
+    auto& stacks = in.stacks();
     ++stacks.whileDepth;
     stacks.whileEntry[static_cast<size_t>(stacks.whileDepth)] = run.currentIndex;
     if (truth)

@@ -48,7 +48,7 @@ public:
 
     std::string statement()
     {
-        switch (pick(22)) {
+        switch (pick(23)) {
         case 0: return "A=" + expression();
         case 1: return "B%=" + expression();
         case 2: return "C#=" + expression() + ":PRINT C#";
@@ -70,6 +70,7 @@ public:
         case 18: return "FOR A(1)=1 TO 3:NEXT A(1):FOR B%=3 TO 1 STEP -1:NEXT:PRINT A(1);B%";
         case 19: return pick(2) == 0 ? "GOTO *SKIP" : "RETURN";
         case 20: return "FOR S$=1 TO 2:NEXT S$";
+        case 21: return "W=0:WHILE W<" + expression() + " AND W<4:W=W+1:WEND:PRINT W";
         default: return "PRINT A;B%;C#;D!;X;S$;Y$";
         }
     }
