@@ -152,3 +152,28 @@ TEST(CompiledStatements, NamesAreBoundAgainWhenTheirMeaningChanges)
 
 } // namespace
 } // namespace tessaly::core
+
+namespace tessaly::core {
+namespace {
+
+std::string editAfterBreak(bool textPath)
+{
+    test::Session session;
+    session.interpreter().compiled().setEnabled(!textPath);
+    session.type({"10 A=A+1", "20 IF A<1000000 THEN 10", "30 PRINT A", "40 END"});
+    session.typeThenBreak("RUN", 60);
+    session.type("10 A=A+100000");
+    return session.type("GOTO 10");
+}
+
+// A line changed after BREAK runs as it now reads: nothing compiled from its old text is left.
+TEST(CompiledStatements, ALineEditedAfterBreakRunsItsNewText)
+{
+    std::string compiled = editAfterBreak(false);
+    EXPECT_EQ(compiled, editAfterBreak(true));
+    EXPECT_NE(compiled.find(" 1000"), std::string::npos) << compiled;
+    EXPECT_EQ(compiled.find(" 1000000 "), std::string::npos) << compiled;
+}
+
+} // namespace
+} // namespace tessaly::core
