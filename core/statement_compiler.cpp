@@ -9,7 +9,9 @@
 
 namespace tessaly::expr {
 std::unique_ptr<core::CompiledStatement> compileLet(std::string_view text, int begin, int end);
-}
+std::unique_ptr<core::CompiledStatement> compilePrintStatement(std::string_view text, int begin, int end);
+std::unique_ptr<core::CompiledStatement> compileLprintStatement(std::string_view text, int begin, int end);
+} // namespace tessaly::expr
 
 namespace tessaly::core {
 
@@ -51,6 +53,10 @@ StatementCompiler compilerFor(int code)
     switch (static_cast<Stmt>(code)) {
     case Stmt::Let:
         return expr::compileLet;
+    case Stmt::Print:
+        return expr::compilePrintStatement;
+    case Stmt::Lprint:
+        return expr::compileLprintStatement;
     case Stmt::Goto:
         return compileGotoStatement;
     case Stmt::GoTo:

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "core/outcome.h"
+#include "expr/values.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,6 +40,13 @@ core::Outcome printBuiltLine(core::Interpreter& in, int begin, int end, PrintLin
 int formatPrintText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine);
 int formatPrintUsingText(core::Interpreter& in, int begin, int end, std::string& text, bool& endsLine);
 int formatWriteText(core::Interpreter& in, int begin, int end, std::string& text);
+
+// The value of item k of a list (from its text, or compiled); 0 or kFailed.
+using ItemEvaluator = std::function<int(size_t item, Value& value)>;
+// The line of a PRINT from its items: values in order, "," to the next zone of 14 columns, ";" and
+// "," at the end keep the row open (printNewline, the text carried over). 0 or kFailed.
+int assemblePrintLine(core::Interpreter& in, const std::vector<PrintItem>& items, std::string& line,
+    const ItemEvaluator& evaluate);
 
 // Splits the argument text; false when its parentheses do not balance.
 [[nodiscard]] bool splitPrintItems(std::string_view arguments, std::vector<PrintItem>& items);

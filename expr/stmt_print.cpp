@@ -21,19 +21,36 @@ constexpr size_t kZoneWidth = 14;
 // Builds the printed line into run.outputText; sets printNewline and the carried-over text.
 int buildPrintLine(core::Interpreter& in, int begin, int end, std::string& line)
 {
-    auto& run = in.run();
     auto arguments = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     std::vector<PrintItem> items;
     if (!splitPrintItems(arguments, items))
         return in.raise(core::ErrorId::SyntaxError);
+    struct Reading {
+        core::Interpreter& in;
+        const std::vector<PrintItem>& items;
+        std::string_view arguments;
+    } reading {in, items, arguments};
+    // One pointer captured: the evaluator is kept without an allocation.
+    return assemblePrintLine(in, items, line, [r = &reading](size_t k, Value& value) {
+        return evaluateText(r->in, r->items[k].text, value, Quotes::DoubledIsQuote, r->arguments.substr(r->items[k].offset));
+    });
+}
+
+} // namespace
+
+int assemblePrintLine(core::Interpreter& in, const std::vector<PrintItem>& items, std::string& line,
+    const ItemEvaluator& evaluate)
+{
+    auto& run = in.run();
     std::string carried = run.pendingPrintText;
     line.clear();
     bool newline = true;
-    for (const auto& item : items) {
+    for (size_t k = 0; k < items.size(); ++k) {
+        const auto& item = items[k];
         if (item.text.find_first_not_of(' ') != std::string::npos) {
             run.printColumn = static_cast<int>(run.pendingPrintText.size());
             Value value;
-            TRY_BASIC(evaluateText(in, item.text, value, Quotes::DoubledIsQuote, arguments.substr(item.offset)));
+            TRY_BASIC(evaluate(k, value));
             if (value.isString())
                 line += value.text;
             else if (!value.empty)
@@ -52,8 +69,6 @@ int buildPrintLine(core::Interpreter& in, int begin, int end, std::string& line)
     run.pendingPrintText = newline ? std::string() : carried + line;
     return 0;
 }
-
-} // namespace
 
 Outcome deliverPrintLine(core::Interpreter& in, std::string line, PrintTarget target)
 {
