@@ -1,9 +1,9 @@
-// The tessaly binary: the desktop window (tessaly [FILE], tessaly --run FILE) or, with --headless,
-// the runner without a window.
+// The tessaly command: with --headless (or --help) the runner without a window, which needs no
+// desktop library; otherwise the window program, tessaly-window, takes over the process.
 #include <cstring>
 
-#include "app/desktop/tessaly_app.h"
 #include "app/headless/headless_runner.h"
+#include "app/headless/window_launcher.h"
 
 int main(int argc, char** argv)
 {
@@ -11,5 +11,5 @@ int main(int argc, char** argv)
         if (std::strcmp(argv[i], "--headless") == 0 || std::strcmp(argv[i], "--help") == 0)
             return tessaly::app::runHeadless(argc, argv);
     }
-    return tessaly::desktop::runDesktop(argc, argv);
+    return tessaly::app::startWindow(argc, argv);
 }
