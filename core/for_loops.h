@@ -3,6 +3,7 @@
 // known.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -35,5 +36,17 @@ Outcome stepLoop(Interpreter& interpreter, int level);
 // WHILE after its condition (the depth checked before): the level pushed, and a false condition
 // skipped to the matching WEND.
 Outcome whileTested(Interpreter& interpreter, bool truth);
+// WEND: back to its WHILE.
+Outcome wendReached(Interpreter& interpreter);
+
+// Where the parts of FOR stand in its text (found outside quotes): the "=", " TO" (or "TO") and
+// "STEP" after the variable that ends at pos. False when there is no "=" or no TO.
+struct ForParts {
+    size_t equals = 0;
+    size_t to = 0;
+    size_t toLength = 3;
+    size_t step = std::string_view::npos;
+};
+bool findForParts(std::string_view statement, size_t pos, ForParts& parts);
 
 } // namespace tessaly::core

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/executor.h"
+#include "core/flow_parts.h"
 #include "core/find_target.h"
 #include "core/interpreter.h"
 #include "core/text_scan.h"
@@ -18,10 +19,15 @@ namespace {
 
 Outcome stmtGosub(Interpreter& in, int begin, int end)
 {
+    in.run().runMode = RunMode::Gosub;
+    TRY_BASIC(findTarget(in, begin, end));
+    return enterSubroutine(in);
+}
+
+Outcome enterSubroutine(Interpreter& in)
+{
     auto& run = in.run();
     auto& stacks = in.stacks();
-    run.runMode = RunMode::Gosub;
-    TRY_BASIC(findTarget(in, begin, end));
     if (stacks.gosubDepth >= kMaxGosubDepth)
         return in.raise(ErrorId::OutOfMemory);
     stacks.gosubReturn[static_cast<size_t>(stacks.gosubDepth)] = run.currentIndex + 1;
@@ -31,7 +37,7 @@ Outcome stmtGosub(Interpreter& in, int begin, int end)
     return kDone;
 }
 
-Outcome stmtReturn(Interpreter& in, int begin, int end)
+Outcome leaveSubroutine(Interpreter& in)
 {
     auto& run = in.run();
     auto& stacks = in.stacks();
@@ -43,6 +49,13 @@ Outcome stmtReturn(Interpreter& in, int begin, int end)
     --stacks.gosubDepth;
     run.jumpTarget = stacks.gosubReturn[static_cast<size_t>(stacks.gosubDepth)];
     run.currentIndex = run.jumpTarget - 1;
+    return kDone;
+}
+
+Outcome stmtReturn(Interpreter& in, int begin, int end)
+{
+    if (Outcome left = leaveSubroutine(in); left.failed())
+        return left;
     auto rest = in.buffer().view().substr(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     if (rest.find_first_not_of(' ') == std::string_view::npos)
         return kDone;

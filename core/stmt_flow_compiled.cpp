@@ -2,6 +2,7 @@
 // what core/stmt_goto.cpp and core/stmt_flow.cpp do with the statement's text.
 #include "core/compiled_statement.h"
 #include "core/find_target.h"
+#include "core/flow_parts.h"
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
 #include "core/text_scan.h"
@@ -37,17 +38,9 @@ public:
     }
     Outcome run(Interpreter& in) override
     {
-        auto& run = in.run();
-        auto& stacks = in.stacks();
-        run.runMode = RunMode::Gosub;
+        in.run().runMode = RunMode::Gosub;
         TRY_BASIC(m_jump.resolve(in));
-        if (stacks.gosubDepth >= kMaxGosubDepth)
-            return in.raise(ErrorId::OutOfMemory);
-        stacks.gosubReturn[static_cast<size_t>(stacks.gosubDepth)] = run.currentIndex + 1;
-        ++stacks.gosubDepth;
-        run.currentIndex = run.jumpTarget - 1;
-        stacks.gosubTarget[static_cast<size_t>(stacks.gosubDepth)] = run.currentIndex;
-        return kDone;
+        return enterSubroutine(in);
     }
 
 private:
@@ -61,20 +54,7 @@ public:
         : CompiledStatement(static_cast<int>(Stmt::Return))
     {
     }
-    Outcome run(Interpreter& in) override
-    {
-        auto& run = in.run();
-        auto& stacks = in.stacks();
-        run.runMode = RunMode::Returned;
-        if (stacks.gosubDepth <= 0) {
-            stacks.gosubDepth = 0;
-            return in.raise(ErrorId::ReturnWithoutGosub);
-        }
-        --stacks.gosubDepth;
-        run.jumpTarget = stacks.gosubReturn[static_cast<size_t>(stacks.gosubDepth)];
-        run.currentIndex = run.jumpTarget - 1;
-        return kDone;
-    }
+    Outcome run(Interpreter& in) override { return leaveSubroutine(in); }
 };
 
 class CompiledIf final : public CompiledStatement {

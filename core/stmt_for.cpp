@@ -65,18 +65,13 @@ Outcome stmtFor(Interpreter& in, int begin, int end)
     expr::Target target;
     int pos = begin;
     TRY_BASIC(expr::parseTarget(in, pos, end, target));
-    auto equals = text.find('=', static_cast<size_t>(pos));
-    if (equals == std::string_view::npos)
+    ForParts parts;
+    if (!findForParts(text, static_cast<size_t>(pos), parts))
         return in.raise(ErrorId::SyntaxError);
-    size_t toAt = findOutsideQuotes(text, " TO", equals);
-    size_t toLength = 3;
-    if (toAt == std::string_view::npos) {
-        toAt = findOutsideQuotes(text, "TO", equals);
-        toLength = 2;
-    }
-    if (toAt == std::string_view::npos)
-        return in.raise(ErrorId::SyntaxError);
-    size_t stepAt = findOutsideQuotes(text, "STEP", toAt + toLength);
+    size_t equals = parts.equals;
+    size_t toAt = parts.to;
+    size_t toLength = parts.toLength;
+    size_t stepAt = parts.step;
 
     if (target.type != expr::ValueType::Integer && target.type != expr::ValueType::Single)
         return in.raise(ErrorId::TypeMismatch);
@@ -99,6 +94,23 @@ Outcome stmtFor(Interpreter& in, int begin, int end)
         step = static_cast<float>(stepValue.number);
     }
     return enterLoop(in, target, level, limit, step);
+}
+
+bool findForParts(std::string_view text, size_t pos, ForParts& parts)
+{
+    parts.equals = text.find('=', pos);
+    if (parts.equals == std::string_view::npos)
+        return false;
+    parts.to = findOutsideQuotes(text, " TO", parts.equals);
+    parts.toLength = 3;
+    if (parts.to == std::string_view::npos) {
+        parts.to = findOutsideQuotes(text, "TO", parts.equals);
+        parts.toLength = 2;
+    }
+    if (parts.to == std::string_view::npos)
+        return false;
+    parts.step = findOutsideQuotes(text, "STEP", parts.to + parts.toLength);
+    return true;
 }
 
 int findForLevel(Interpreter& in, int& level)

@@ -88,19 +88,13 @@ std::unique_ptr<CompiledStatement> compileFor(std::string_view text, int begin, 
     auto pos = static_cast<size_t>(begin);
     if (!statement->target.compile(text, pos, static_cast<size_t>(end)))
         return nullptr;
-    auto whole = text.substr(0, static_cast<size_t>(end));
-    size_t equals = whole.find('=', pos);
-    if (equals == std::string_view::npos)
+    ForParts parts;
+    if (!findForParts(text.substr(0, static_cast<size_t>(end)), pos, parts))
         return nullptr;
-    size_t toAt = findOutsideQuotes(whole, " TO", equals);
-    size_t toLength = 3;
-    if (toAt == std::string_view::npos) {
-        toAt = findOutsideQuotes(whole, "TO", equals);
-        toLength = 2;
-    }
-    if (toAt == std::string_view::npos)
-        return nullptr;
-    size_t stepAt = findOutsideQuotes(whole, "STEP", toAt + toLength);
+    size_t equals = parts.equals;
+    size_t toAt = parts.to;
+    size_t toLength = parts.toLength;
+    size_t stepAt = parts.step;
     size_t limitEnd = stepAt == std::string_view::npos ? static_cast<size_t>(end) : stepAt;
     statement->initial = compilePart(text, equals + 1, toAt);
     statement->limit = compilePart(text, toAt + toLength, limitEnd);

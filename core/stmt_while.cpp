@@ -52,7 +52,9 @@ Outcome whileTested(Interpreter& in, bool truth)
     return Outcome(Flow::ChainOn);
 }
 
-Outcome stmtWend(Interpreter& in, int, int)
+Outcome stmtWend(Interpreter& in, int, int) { return wendReached(in); }
+
+Outcome wendReached(Interpreter& in)
 {
     auto& stacks = in.stacks();
     // A WEND with no open WHILE: the WHILE/WEND pairing is broken.

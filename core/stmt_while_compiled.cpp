@@ -36,15 +36,7 @@ public:
         : CompiledStatement(static_cast<int>(Stmt::Wend))
     {
     }
-    Outcome run(Interpreter& in) override
-    {
-        auto& stacks = in.stacks();
-        if (stacks.whileDepth <= 0)
-            return in.raise(ErrorId::WhileWithoutWend);
-        in.run().currentIndex = stacks.whileEntry[static_cast<size_t>(stacks.whileDepth)] - 1;
-        --stacks.whileDepth;
-        return Outcome(Flow::ChainOn);
-    }
+    Outcome run(Interpreter& in) override { return wendReached(in); }
 };
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "core/char_class.h"
 #include "core/interpreter.h"
 #include "expr/arrays.h"
+#include "expr/expression_lexer.h"
 #include "expr/expression_scratch.h"
 #include "expr/group_reduction.h"
 #include "expr/number_text.h"
@@ -20,17 +21,6 @@ using core::ErrorId;
 using core::isDigit;
 using core::isLetter;
 using core::isNameChar;
-
-bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
-{
-    if (pos + word.size() > text.size())
-        return false;
-    for (size_t k = 0; k < word.size(); ++k) {
-        if (core::toUpperAscii(text[pos + k]) != word[k])
-            return false;
-    }
-    return true;
-}
 
 // Reads text as the evaluator's parser does; false where the parser would raise an error.
 class ExpressionCompiler {
@@ -182,25 +172,7 @@ private:
         // The reduction of reduceGroup, on slots: the result's slot, or -1 where it would fail.
         auto reduce = [&code](std::vector<SimToken>& list, bool* relational) -> int {
             while (list.size() > 1) {
-                int pending = -1;
-                int chosen = -1;
-                for (int k = 0; k < static_cast<int>(list.size()); ++k) {
-                    const auto& token = list[static_cast<size_t>(k)];
-                    if (!token.isOperator)
-                        continue;
-                    if (token.op == Op::Not) {
-                        pending = k;
-                        continue;
-                    }
-                    if (pending >= 0 && !list[static_cast<size_t>(k - 1)].isOperator
-                        && goesFirst(list[static_cast<size_t>(pending)].op, token.op)) {
-                        chosen = pending;
-                        break;
-                    }
-                    pending = k;
-                }
-                if (chosen < 0)
-                    chosen = pending;
+                int chosen = nextOperatorAt(list);
                 if (chosen < 0)
                     return -1;
                 auto at = static_cast<size_t>(chosen);
@@ -309,58 +281,17 @@ private:
 
     bool readNumber(CompiledOperand& operand)
     {
-        size_t start = m_pos;
-        while (isDigit(peek()))
-            ++m_pos;
-        if (peek() == '.') {
-            ++m_pos;
-            while (isDigit(peek()))
-                ++m_pos;
-        }
-        char e = core::toUpperAscii(peek());
-        if (e == 'E' || e == 'D') {
-            size_t mark = m_pos + 1;
-            if (mark < m_text.size() && (m_text[mark] == '+' || m_text[mark] == '-'))
-                ++mark;
-            if (mark < m_text.size() && isDigit(m_text[mark])) {
-                m_pos = mark;
-                while (isDigit(peek()))
-                    ++m_pos;
-            }
-        }
         operand.literal = Value::makeNumber(0, NumberForm::Literal);
-        operand.literal.text.assign(m_text.substr(start, m_pos - start));
+        operand.literal.text.assign(readNumberLiteral(m_text, m_pos));
         operand.literal.number = ReadNumberText(operand.literal.text);
-        if (!std::isfinite(operand.literal.number))
-            return false;
-        if (peek() == '#' || peek() == '!' || peek() == '%')
-            ++m_pos;
-        return true;
+        return std::isfinite(operand.literal.number);
     }
 
     bool readHexOrOctal(CompiledOperand& operand)
     {
-        ++m_pos;
-        int base = 8;
-        char kind = core::toUpperAscii(peek());
-        if (kind == 'H') {
-            base = 16;
-            ++m_pos;
-        } else if (kind == 'O') {
-            ++m_pos;
-        } else if (!isDigit(kind)) {
+        int32_t read = 0;
+        if (!readHexOrOctalLiteral(m_text, m_pos, read))
             return false;
-        }
-        uint32_t number = 0;
-        for (;;) {
-            char c = core::toUpperAscii(peek());
-            int digit = isDigit(c) ? c - '0' : (c >= 'A' && c <= 'F' ? c - 'A' + 10 : 99);
-            if (digit >= base)
-                break;
-            number = number * static_cast<uint32_t>(base) + static_cast<uint32_t>(digit);
-            ++m_pos;
-        }
-        auto read = static_cast<int32_t>(number);
         operand.literal = Value::makeNumber(read, NumberForm::Literal);
         operand.literal.text = std::to_string(read);
         operand.literal.unsignedLiteral = true;
@@ -370,21 +301,7 @@ private:
     bool readString(CompiledOperand& operand)
     {
         std::string text;
-        size_t from = m_pos + 1;
-        for (;;) {
-            size_t close = m_text.find('"', from);
-            if (close == std::string_view::npos)
-                return false;
-            text.append(m_text.substr(from, close - from));
-            bool doubled = m_quotes == Quotes::DoubledIsQuote && close + 1 < m_text.size() && m_text[close + 1] == '"';
-            if (!doubled) {
-                m_pos = close + 1;
-                break;
-            }
-            text += '"';
-            from = close + 2;
-        }
-        if (text.size() > kMaxStringLength)
+        if (readStringLiteral(m_text, m_pos, m_quotes, text) != StringLiteral::Read)
             return false;
         operand.literal = Value::makeString(std::move(text));
         return true;
@@ -441,36 +358,7 @@ private:
         return arguments(operand.groups);
     }
 
-    bool readBinaryOperator(Op& op)
-    {
-        char c = peek();
-        char next = m_pos + 1 < m_text.size() ? m_text[m_pos + 1] : '\0';
-        auto take = [&](Op found, size_t length) {
-            op = found;
-            m_pos += length;
-            return true;
-        };
-        static constexpr std::pair<std::string_view, Op> kMarkPairs[] = {{"<=", Op::LessEqual}, {"=<", Op::LessEqual},
-            {">=", Op::GreaterEqual}, {"=>", Op::GreaterEqual}, {"<>", Op::NotEqual}, {"><", Op::NotEqual}};
-        for (const auto& [marks, found] : kMarkPairs) {
-            if (c == marks[0] && next == marks[1])
-                return take(found, 2);
-        }
-        static constexpr std::pair<char, Op> kMarks[] = {{'+', Op::Add}, {'-', Op::Subtract}, {'*', Op::Multiply},
-            {'/', Op::Divide}, {'^', Op::Power}, {'\\', Op::IntDivide}, {'<', Op::Less}, {'>', Op::Greater},
-            {'=', Op::Equal}};
-        for (const auto& [mark, found] : kMarks) {
-            if (c == mark)
-                return take(found, 1);
-        }
-        static constexpr std::pair<std::string_view, Op> kWords[] = {
-            {"MOD", Op::Mod}, {"AND", Op::And}, {"OR", Op::Or}, {"XOR", Op::Xor}, {"EQV", Op::Eqv}, {"IMP", Op::Imp}};
-        for (const auto& [word, found] : kWords) {
-            if (startsWithWord(m_text, m_pos, word))
-                return take(found, word.size());
-        }
-        return false;
-    }
+    bool readBinaryOperator(Op& op) { return expr::readBinaryOperator(m_text, m_pos, op); }
 
     [[nodiscard]] bool atGroupEnd() const
     {

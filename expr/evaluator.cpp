@@ -13,6 +13,7 @@
 #include "expr/functions.h"
 #include "expr/group_reduction.h"
 #include "expr/number_text.h"
+#include "expr/expression_lexer.h"
 #include "expr/expression_scratch.h"
 #include "expr/operators.h"
 #include "expr/variables.h"
@@ -27,17 +28,6 @@ using core::ErrorId;
 using core::isDigit;
 using core::isLetter;
 using core::isNameChar;
-
-bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
-{
-    if (pos + word.size() > text.size())
-        return false;
-    for (size_t k = 0; k < word.size(); ++k) {
-        if (core::toUpperAscii(text[pos + k]) != word[k])
-            return false;
-    }
-    return true;
-}
 
 class Parser {
 public:
@@ -228,37 +218,7 @@ int Parser::finishGroup(GroupReading& group, Value& result)
     return finishGroupTokens(m_in, group.tokens, group.firstTerm, group.wrapping, group.type, result);
 }
 
-bool Parser::parseBinaryOperator(Op& op)
-{
-    char c = peek();
-    char next = m_pos + 1 < m_text.size() ? m_text[m_pos + 1] : '\0';
-    auto take = [&](Op found, size_t length) {
-        op = found;
-        m_pos += length;
-        return true;
-    };
-    // Two relational marks make one operator, in either order.
-    static constexpr std::pair<std::string_view, Op> kMarkPairs[] = {{"<=", Op::LessEqual}, {"=<", Op::LessEqual},
-        {">=", Op::GreaterEqual}, {"=>", Op::GreaterEqual}, {"<>", Op::NotEqual}, {"><", Op::NotEqual}};
-    for (const auto& [marks, found] : kMarkPairs) {
-        if (c == marks[0] && next == marks[1])
-            return take(found, 2);
-    }
-    static constexpr std::pair<char, Op> kMarks[] = {{'+', Op::Add}, {'-', Op::Subtract}, {'*', Op::Multiply},
-        {'/', Op::Divide}, {'^', Op::Power}, {'\\', Op::IntDivide}, {'<', Op::Less}, {'>', Op::Greater},
-        {'=', Op::Equal}};
-    for (const auto& [mark, found] : kMarks) {
-        if (c == mark)
-            return take(found, 1);
-    }
-    static constexpr std::pair<std::string_view, Op> kWords[] = {
-        {"MOD", Op::Mod}, {"AND", Op::And}, {"OR", Op::Or}, {"XOR", Op::Xor}, {"EQV", Op::Eqv}, {"IMP", Op::Imp}};
-    for (const auto& [word, found] : kWords) {
-        if (startsWithWord(m_text, m_pos, word))
-            return take(found, word.size());
-    }
-    return false;
-}
+bool Parser::parseBinaryOperator(Op& op) { return readBinaryOperator(m_text, m_pos, op); }
 
 int Parser::parseOperand(Value& value, bool& substituted, ValueType& substitutedType)
 {
@@ -285,59 +245,19 @@ int Parser::parseOperand(Value& value, bool& substituted, ValueType& substituted
 
 int Parser::parseNumber(Value& value)
 {
-    size_t start = m_pos;
-    while (isDigit(peek()))
-        ++m_pos;
-    if (peek() == '.') {
-        ++m_pos;
-        while (isDigit(peek()))
-            ++m_pos;
-    }
-    char e = core::toUpperAscii(peek());
-    if (e == 'E' || e == 'D') {
-        size_t mark = m_pos + 1;
-        if (mark < m_text.size() && (m_text[mark] == '+' || m_text[mark] == '-'))
-            ++mark;
-        if (mark < m_text.size() && isDigit(m_text[mark])) {
-            m_pos = mark;
-            while (isDigit(peek()))
-                ++m_pos;
-        }
-    }
     value = Value::makeNumber(0, NumberForm::Literal);
-    value.text.assign(m_text.substr(start, m_pos - start));
+    value.text.assign(readNumberLiteral(m_text, m_pos));
     value.number = ReadNumberText(value.text);
     if (!std::isfinite(value.number))
         return m_in.raise(ErrorId::Overflow);
-    // A type mark after a number (1#, 2%) does not change its value.
-    if (peek() == '#' || peek() == '!' || peek() == '%')
-        ++m_pos;
     return 0;
 }
 
 int Parser::parseHexOrOctal(Value& value)
 {
-    ++m_pos;
-    int base = 8;
-    char kind = core::toUpperAscii(peek());
-    if (kind == 'H') {
-        base = 16;
-        ++m_pos;
-    } else if (kind == 'O') {
-        ++m_pos;
-    } else if (!isDigit(kind)) {
+    int32_t read = 0;
+    if (!readHexOrOctalLiteral(m_text, m_pos, read))
         return m_in.raise(ErrorId::SyntaxError);
-    }
-    uint32_t number = 0;
-    for (;;) {
-        char c = core::toUpperAscii(peek());
-        int digit = isDigit(c) ? c - '0' : (c >= 'A' && c <= 'F' ? c - 'A' + 10 : 99);
-        if (digit >= base)
-            break;
-        number = number * static_cast<uint32_t>(base) + static_cast<uint32_t>(digit);
-        ++m_pos;
-    }
-    auto read = static_cast<int32_t>(number);
     value = Value::makeNumber(read, NumberForm::Literal);
     value.text = std::to_string(read);
     value.unsignedLiteral = true;
@@ -347,22 +267,14 @@ int Parser::parseHexOrOctal(Value& value)
 int Parser::parseString(Value& value)
 {
     std::string text;
-    size_t from = m_pos + 1;
-    for (;;) {
-        size_t close = m_text.find('"', from);
-        if (close == std::string_view::npos)
-            return m_in.raise(ErrorId::IllegalFunctionCall);
-        text.append(m_text.substr(from, close - from));
-        bool doubled = m_quotes == Quotes::DoubledIsQuote && close + 1 < m_text.size() && m_text[close + 1] == '"';
-        if (!doubled) {
-            m_pos = close + 1;
-            break;
-        }
-        text += '"';
-        from = close + 2;
-    }
-    if (text.size() > kMaxStringLength)
+    switch (readStringLiteral(m_text, m_pos, m_quotes, text)) {
+    case StringLiteral::Unterminated:
+        return m_in.raise(ErrorId::IllegalFunctionCall);
+    case StringLiteral::TooLong:
         return m_in.raise(ErrorId::OutOfMemory);
+    case StringLiteral::Read:
+        break;
+    }
     value = Value::makeString(std::move(text));
     return 0;
 }

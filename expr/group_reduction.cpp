@@ -17,25 +17,7 @@ void negate(Value& value)
 int reduceGroup(core::Interpreter& in, std::vector<Token>& tokens, ValueType& groupType)
 {
     while (tokens.size() > 1) {
-        int pending = -1;
-        int chosen = -1;
-        for (int k = 0; k < static_cast<int>(tokens.size()); ++k) {
-            const auto& token = tokens[static_cast<size_t>(k)];
-            if (!token.isOperator)
-                continue;
-            if (token.op == Op::Not) {
-                pending = k;
-                continue;
-            }
-            if (pending >= 0 && !tokens[static_cast<size_t>(k - 1)].isOperator &&
-                goesFirst(tokens[static_cast<size_t>(pending)].op, token.op)) {
-                chosen = pending;
-                break;
-            }
-            pending = k;
-        }
-        if (chosen < 0)
-            chosen = pending;
+        int chosen = nextOperatorAt(tokens);
         if (chosen < 0)
             return in.raise(ErrorId::SyntaxError);
         auto at = static_cast<size_t>(chosen);

@@ -6,12 +6,36 @@
 #include <vector>
 
 #include "expr/expression_scratch.h"
+#include "expr/operators.h"
 
 namespace tessaly::core {
 class Interpreter;
 }
 
 namespace tessaly::expr {
+
+// The place of the operator that the reduction applies next: the first one that goes before its
+// right neighbour (a NOT waits for what follows it), else the last one; -1 when there is none.
+// Works on any list of tokens with isOperator and op.
+template <typename TokenList>
+[[nodiscard]] int nextOperatorAt(const TokenList& tokens)
+{
+    int pending = -1;
+    for (int k = 0; k < static_cast<int>(tokens.size()); ++k) {
+        const auto& token = tokens[static_cast<size_t>(k)];
+        if (!token.isOperator)
+            continue;
+        if (token.op == Op::Not) {
+            pending = k;
+            continue;
+        }
+        if (pending >= 0 && !tokens[static_cast<size_t>(k - 1)].isOperator
+            && goesFirst(tokens[static_cast<size_t>(pending)].op, token.op))
+            return pending;
+        pending = k;
+    }
+    return pending;
+}
 
 // A negated number; a literal keeps its spelling with the sign in front.
 void negate(Value& value);
