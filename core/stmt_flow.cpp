@@ -66,19 +66,28 @@ Outcome stmtReturn(Interpreter& in, int begin, int end)
     return executeFromKeyword(in, keyword, end);
 }
 
-Outcome stmtIf(Interpreter& in, int begin, int end)
+size_t ifConditionEnd(std::string_view statement, int begin, int end)
 {
-    auto& run = in.run();
-    auto text = in.buffer().view().substr(0, static_cast<size_t>(end));
+    auto text = statement.substr(0, static_cast<size_t>(end));
     size_t stop = findOutsideQuotes(text, " THEN", static_cast<size_t>(begin));
     size_t jump = findOutsideQuotes(text, " GOTO", static_cast<size_t>(begin));
     if (jump < stop)
         stop = jump;
-    if (stop == std::string_view::npos)
-        stop = static_cast<size_t>(end);
-    in.stacks().lastIfEntry = run.currentIndex;
+    return stop == std::string_view::npos ? static_cast<size_t>(end) : stop;
+}
+
+Outcome stmtIf(Interpreter& in, int begin, int end)
+{
+    size_t stop = ifConditionEnd(in.buffer().view(), begin, end);
+    in.stacks().lastIfEntry = in.run().currentIndex;
     bool truth = false;
     TRY_BASIC(expr::evaluateCondition(in, begin, static_cast<int>(stop), truth));
+    return takeIfBranch(in, truth);
+}
+
+Outcome takeIfBranch(Interpreter& in, bool truth)
+{
+    auto& run = in.run();
     int k = in.prepared().findIf(run.currentIndex);
     if (k < 0)
         return in.raise(ErrorId::IllegalFunctionCall);

@@ -5,7 +5,6 @@
 #include "core/flow_parts.h"
 #include "core/interpreter.h"
 #include "core/keyword_table.h"
-#include "core/text_scan.h"
 #include "expr/compiled_condition.h"
 
 namespace tessaly::core {
@@ -66,16 +65,10 @@ public:
     }
     Outcome run(Interpreter& in) override
     {
-        auto& run = in.run();
-        in.stacks().lastIfEntry = run.currentIndex;
+        in.stacks().lastIfEntry = in.run().currentIndex;
         bool truth = false;
         TRY_BASIC(m_condition->evaluate(in, truth));
-        int k = in.prepared().findIf(run.currentIndex);
-        if (k < 0)
-            return in.raise(ErrorId::IllegalFunctionCall);
-        int base = in.prepared().ifAt(k).branchBase;
-        run.currentIndex = truth ? base : base + 2;
-        return Outcome(Flow::RepeatEntry);
+        return takeIfBranch(in, truth);
     }
 
 private:
@@ -121,14 +114,8 @@ std::unique_ptr<CompiledStatement> compileReturn(std::string_view text, int begi
 
 std::unique_ptr<CompiledStatement> compileIf(std::string_view text, int begin, int end)
 {
-    auto statement = text.substr(0, static_cast<size_t>(end));
-    size_t stop = findOutsideQuotes(statement, " THEN", static_cast<size_t>(begin));
-    size_t jump = findOutsideQuotes(statement, " GOTO", static_cast<size_t>(begin));
-    if (jump < stop)
-        stop = jump;
-    if (stop == std::string_view::npos)
-        stop = static_cast<size_t>(end);
-    auto condition = expr::CompiledCondition::compile(statement.substr(static_cast<size_t>(begin), stop - static_cast<size_t>(begin)));
+    size_t stop = ifConditionEnd(text, begin, end);
+    auto condition = expr::CompiledCondition::compile(text.substr(static_cast<size_t>(begin), stop - static_cast<size_t>(begin)));
     if (!condition)
         return nullptr;
     return std::make_unique<CompiledIf>(std::move(condition));
