@@ -35,14 +35,7 @@ public:
     bool top(std::string_view scope, CompiledGroup& group)
     {
         skipBlanks();
-        bool wrap = false;
-        if (peek() == '-') {
-            wrap = true;
-            for (std::string_view word : {" AND", " NOT", " OR", " XOR", " IMP", " EQV", " \\", " MOD", " THEN", " ELSE"}) {
-                if (scope.find(word) != std::string_view::npos)
-                    wrap = false;
-            }
-        }
+        bool wrap = peek() == '-' && leadingMinusWraps(scope);
         if (!readGroup(group, wrap))
             return false;
         skipBlanks();

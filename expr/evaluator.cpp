@@ -116,15 +116,7 @@ int Parser::parseTop(Value& result)
     skipBlanks();
     // A leading minus applies to the whole first term (-A^2+B is -(A^2)+B), unless a logical
     // operator, MOD, \, THEN or ELSE stands anywhere in the rest of the statement.
-    bool wrap = false;
-    if (peek() == '-') {
-        wrap = true;
-        auto rest = m_scope;
-        for (std::string_view word : {" AND", " NOT", " OR", " XOR", " IMP", " EQV", " \\", " MOD", " THEN", " ELSE"}) {
-            if (rest.find(word) != std::string_view::npos)
-                wrap = false;
-        }
-    }
+    bool wrap = peek() == '-' && leadingMinusWraps(m_scope);
     TRY_BASIC(parseGroup(result, Stop::Top, wrap));
     skipBlanks();
     if (peek() == ')')

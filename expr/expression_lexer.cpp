@@ -17,6 +17,15 @@ bool startsWithWord(std::string_view text, size_t pos, std::string_view word)
     return true;
 }
 
+bool leadingMinusWraps(std::string_view scope)
+{
+    for (std::string_view word : {" AND", " NOT", " OR", " XOR", " IMP", " EQV", " \\", " MOD", " THEN", " ELSE"}) {
+        if (scope.find(word) != std::string_view::npos)
+            return false;
+    }
+    return true;
+}
+
 std::string_view readNumberLiteral(std::string_view text, size_t& pos)
 {
     auto at = [&](size_t k) { return k < text.size() ? text[k] : '\0'; };

@@ -15,6 +15,10 @@ namespace tessaly::expr {
 // The upper-cased word stands at pos (letters compared without case).
 [[nodiscard]] bool startsWithWord(std::string_view text, size_t pos, std::string_view word);
 
+// A leading minus applies to the whole first term (-A^2+B is -(A^2)+B), unless a logical operator,
+// MOD, \, THEN or ELSE stands anywhere in the scope (the rest of the statement).
+[[nodiscard]] bool leadingMinusWraps(std::string_view scope);
+
 // A number literal from pos (digits, a point, an exponent with E or D): pos moves past it and past
 // a type mark (# ! %) after it; the spelling is returned.
 std::string_view readNumberLiteral(std::string_view text, size_t& pos);
