@@ -119,7 +119,8 @@ bool splitAtTopLevel(std::string_view text, IsSeparator isSeparator, Piece piece
 // without that byte; pos moves past it, so that it stands beyond the text after the last line.
 [[nodiscard]] inline std::string_view takeLine(std::string_view text, size_t& pos, std::string_view ends)
 {
-    size_t end = text.find_first_of(ends, pos);
+    // One end byte is searched as a byte: find_first_of tests the set at every position.
+    size_t end = ends.size() == 1 ? text.find(ends[0], pos) : text.find_first_of(ends, pos);
     if (end == std::string_view::npos)
         end = text.size();
     auto line = text.substr(pos, end - pos);
