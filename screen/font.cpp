@@ -2,7 +2,6 @@
 #include "screen/font.h"
 
 #include <fstream>
-#include <sstream>
 
 #include "core/shift_jis.h"
 #include "core/text_scan.h"
@@ -40,6 +39,9 @@ uint32_t firstCodepoint(std::string_view utf8)
 Font Font::parse(std::string_view text)
 {
     Font font;
+    // A glyph line is "XXXX:" and 32 or 64 hex digits: about 40 to 70 bytes of text each.
+    font.m_index.reserve(text.size() / 40);
+    font.m_bitmaps.reserve(text.size() / 2);
     size_t pos = 0;
     while (pos < text.size()) {
         auto line = core::takeLine(text, pos, "\n");
@@ -78,9 +80,17 @@ std::optional<Font> Font::load(const std::string& path, std::string& error)
         error = "cannot read the screen font " + path + " (install the Debian package \"" + kUnifontPackage + "\")";
         return std::nullopt;
     }
-    std::stringstream contents;
-    contents << file.rdbuf();
-    Font font = parse(contents.str());
+    // Read in one piece: the file is some megabytes.
+    std::string contents;
+    file.seekg(0, std::ios::end);
+    auto size = file.tellg();
+    file.seekg(0, std::ios::beg);
+    if (size > 0) {
+        contents.resize(static_cast<size_t>(size));
+        file.read(contents.data(), size);
+        contents.resize(static_cast<size_t>(file.gcount()));
+    }
+    Font font = parse(contents);
     if (font.glyphCount() == 0) {
         error = "the screen font " + path + " holds no glyphs (reinstall the Debian package \"" +
             std::string(kUnifontPackage) + "\")";
