@@ -5,6 +5,9 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sys/wait.h>
 #include <string>
 
 #include "support/binary_process.h"
@@ -88,6 +91,26 @@ TEST(RunnerFiles, AFileThatCannotBeReadEndsWithStatusTwo)
         EXPECT_EQ(run.output, "") << path;
     }
     std::filesystem::remove(folder);
+}
+
+// Without --headless the command hands over to tessaly-window beside it; a command that finds
+// none says so, points to --headless, and ends with status 2.
+TEST(WindowLauncher, WithoutTheWindowProgramItSaysSoAndEndsWithStatusTwo)
+{
+    namespace fs = std::filesystem;
+    char pattern[] = "/tmp/tessaly-launcher-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern), nullptr);
+    fs::path folder = pattern;
+    fs::copy_file(TESSALY_BINARY, folder / "tessaly");
+    std::string command = "cd " + folder.string() + " && ./tessaly x.bas 2>errors.txt";
+    int status = std::system(command.c_str());
+    std::ifstream file(folder / "errors.txt");
+    std::string errors((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    fs::remove_all(folder);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 2);
+    EXPECT_EQ(errors, "tessaly: cannot start the window (tessaly-window: No such file or directory); tessaly "
+                      "--headless runs programs without one\n");
 }
 
 } // namespace
