@@ -12,6 +12,10 @@ std::unique_ptr<core::CompiledStatement> compileLet(std::string_view text, int b
 std::unique_ptr<core::CompiledStatement> compilePrintStatement(std::string_view text, int begin, int end);
 std::unique_ptr<core::CompiledStatement> compileLprintStatement(std::string_view text, int begin, int end);
 } // namespace tessaly::expr
+namespace tessaly::screen {
+std::unique_ptr<core::CompiledStatement> compilePsetStatement(std::string_view text, int begin, int end);
+std::unique_ptr<core::CompiledStatement> compilePresetStatement(std::string_view text, int begin, int end);
+} // namespace tessaly::screen
 
 namespace tessaly::core {
 
@@ -75,6 +79,10 @@ StatementCompiler compilerFor(int code)
         return compileWhile;
     case Stmt::Wend:
         return compileWend;
+    case Stmt::Pset:
+        return screen::compilePsetStatement;
+    case Stmt::Preset:
+        return screen::compilePresetStatement;
     default:
         return nullptr;
     }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/outcome.h"
 #include "expr/values.h"
 
 namespace tessaly::core {
@@ -21,6 +22,10 @@ class TextScreen;
 
 // The arguments of a statement, each evaluated on its own; an omitted one is empty.
 int evaluateStatementArguments(core::Interpreter& in, int begin, int end, std::vector<expr::Value>& values);
+// PSET and PRESET once their point and arguments are known: the pixel in the colour given, else in
+// defaultColour; the point becomes the last point.
+struct FigurePoint;
+core::Outcome plotPixel(core::Interpreter& in, const FigurePoint& point, const std::vector<expr::Value>& rest, int defaultColour);
 // An argument as a whole number (0.5 added, truncated), or `omitted` when it was left out.
 [[nodiscard]] int argumentOr(const std::vector<expr::Value>& values, size_t k, int omitted);
 

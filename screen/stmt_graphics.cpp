@@ -73,12 +73,22 @@ Outcome setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
 {
     PointArguments point;
     TRY_BASIC(readPoint(in, begin, end, point));
+    return plotPixel(in, {point.step, point.x, point.y}, point.rest, defaultColour);
+}
+
+} // namespace
+
+Outcome plotPixel(core::Interpreter& in, const FigurePoint& point, const std::vector<expr::Value>& rest, int defaultColour)
+{
     int px = 0;
     int py = 0;
-    placePoint(in, point, px, py);
+    auto& g = in.graphics();
+    toDevicePoint(g, point, px, py);
+    g.lastX = px;
+    g.lastY = py;
     auto& colours = in.colours();
     colours.foregroundColour = defaultColour;
-    int given = argumentOr(point.rest, 0, 20);
+    int given = argumentOr(rest, 0, 20);
     if (colours.isValid(given))
         colours.foregroundColour = given;
     if (auto* renderer = in.renderer()) {
@@ -87,8 +97,6 @@ Outcome setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
     }
     return kDone;
 }
-
-} // namespace
 
 Outcome stmtPset(core::Interpreter& in, int begin, int end) { return setPixel(in, begin, end, in.colours().pointColour); }
 
