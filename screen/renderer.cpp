@@ -42,7 +42,7 @@ void Renderer::setUp()
 {
     Pixel fill = background();
     m_composite.fill(m_composite.bounds(), fill);
-    m_text.fill(m_text.bounds(), fill);
+    m_cells.clearRows(0, kRows - 1, fill);
     m_spare.fill(m_spare.bounds(), fill);
     // A fresh screen: the pages lose the clip of an earlier VIEW.
     for (auto& page : m_pages) {
@@ -55,37 +55,19 @@ void Renderer::setUp()
 
 void Renderer::drawText(int column, int row, std::string_view bytes)
 {
-    if (row < 0 || row >= kRows)
-        return;
-    // A 0xA0 that does not follow a lead byte is drawn as a blank.
-    std::string text(bytes);
-    for (size_t k = 0; k < text.size(); ++k) {
-        auto byte = static_cast<uint8_t>(text[k]);
-        if (core::IsLeadByte(byte)) {
-            ++k;
-            continue;
-        }
-        if (byte == 0xA0)
-            text[k] = ' ';
-    }
-    int x = column * kCellWidth;
-    int y = row * kCellHeight;
-    m_text.fill({x, y, x + static_cast<int>(text.size()) * kCellWidth, y + kCellHeight}, background());
     Pixel colour = kDigitalColours[static_cast<size_t>(std::clamp(m_colours.textColour, 0, 7))];
-    m_font.drawText(m_text, x, y, text, colour);
+    m_cells.write(column, row, bytes, colour, background());
 }
 
 void Renderer::scrollUp(int top, int bottom)
 {
-    Rect band = rowBand(top, bottom - 1);
-    m_text.copyFrom(m_text, {0, band.top + kCellHeight, kScreenWidth, band.bottom}, 0, band.top);
-    m_text.fill({0, band.bottom - kCellHeight, kScreenWidth, band.bottom}, background());
+    m_cells.scrollUp(top, bottom - 1, background());
     // The text screen presents the band after scrolling.
 }
 
 void Renderer::clearRows(int first, int last)
 {
-    m_text.fill(rowBand(first, last), background());
+    m_cells.clearRows(first, last, background());
     composeBand(first, last);
 }
 
@@ -121,6 +103,7 @@ void Renderer::flush()
         m_composite.copyFrom(m_pages[1], area, area.left, area.top);
     else
         m_composite.fill(area, background());
+    m_cells.bringUpToDate(m_text, m_font);
     m_composite.copyKeyed(m_text, area, area.left, area.top, background());
     // The function-key line is drawn again only where the composed area covered it.
     if (area.bottom > kFunctionKeyRow * kCellHeight)
@@ -141,31 +124,36 @@ void Renderer::focusGained()
     composeRect(0, 0, kScreenWidth - 1, kScreenHeight - 1);
 }
 
+const Plane& Renderer::textPlane()
+{
+    m_cells.bringUpToDate(m_text, m_font);
+    return m_text;
+}
+
 void Renderer::shiftCells(int column, int row, int shift, int followingRows)
 {
+    if (row < 0 || row >= kRows)
+        return;
     const int last = std::min(row + followingRows, kRows - 1);
-    auto cell = [](int c, int r) { return Rect {c * kCellWidth, r * kCellHeight, (c + 1) * kCellWidth, (r + 1) * kCellHeight}; };
     auto startOf = [&](int r) { return r == row ? column : 0; };
     if (shift > 0) {
         // From the last row up, so that each row's last cell lands on the first cell of the row
         // below after that row has made room.
         for (int r = last; r >= row; --r) {
             if (r < last)
-                m_text.copyFrom(m_text, cell(kColumns - 1, r), 0, (r + 1) * kCellHeight);
+                m_cells.copyCell(kColumns - 1, r, 0, r + 1);
             int start = startOf(r);
-            Rect moving {start * kCellWidth, r * kCellHeight, (kColumns - 1) * kCellWidth, (r + 1) * kCellHeight};
-            m_text.copyFrom(m_text, moving, (start + 1) * kCellWidth, r * kCellHeight);
+            m_cells.move(start, r, kColumns - 1 - start, start + 1, r);
         }
         return;
     }
     for (int r = row; r <= last; ++r) {
         int start = startOf(r);
-        Rect moving {(start + 1) * kCellWidth, r * kCellHeight, kColumns * kCellWidth, (r + 1) * kCellHeight};
-        m_text.copyFrom(m_text, moving, start * kCellWidth, r * kCellHeight);
+        m_cells.move(start + 1, r, kColumns - 1 - start, start, r);
         if (r < last)
-            m_text.copyFrom(m_text, cell(0, r + 1), (kColumns - 1) * kCellWidth, r * kCellHeight);
+            m_cells.copyCell(0, r + 1, kColumns - 1, r);
         else
-            m_text.fill(cell(kColumns - 1, r), background());
+            m_cells.blankCell(kColumns - 1, r, background());
     }
 }
 
@@ -177,7 +165,7 @@ void Renderer::redrawRows(const TextScreen& screen)
     for (int r = 0; r <= last; ++r) {
         std::string_view text = screen.row(r);
         text = text.substr(0, std::min<size_t>(text.size(), kColumns + 1));
-        m_text.fill({0, r * kCellHeight, kScreenWidth, (r + 1) * kCellHeight}, fill);
+        m_cells.clearRows(r, r, fill);
         drawText(0, r, text);
     }
     composeBand(0, kRows - 1);

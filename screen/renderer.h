@@ -11,6 +11,7 @@
 #include "screen/function_keys.h"
 #include "screen/graphics.h"
 #include "screen/raster.h"
+#include "screen/text_cells.h"
 #include "screen/text_screen.h"
 
 namespace tessaly::screen {
@@ -44,7 +45,8 @@ public:
         flush();
         return m_composite;
     }
-    [[nodiscard]] const Plane& textPlane() const { return m_text; }
+    // The text plane with every cell drawn as it now stands.
+    [[nodiscard]] const Plane& textPlane();
     Plane& page(int k) { return m_pages[static_cast<size_t>(k & 1)]; }
     Plane& activePage() { return page(m_graphics.activePage); }
     // Marks the rectangle of device pixels (inclusive corners) for composition; it is composed when
@@ -75,6 +77,7 @@ private:
     Rect m_dirty;
     Rect m_windowDamage;
     Plane m_composite;
+    TextCells m_cells; // the truth of the text plane, drawn on m_text when it is looked at
     Plane m_text;
     std::array<Plane, 2> m_pages;
     Plane m_spare;
