@@ -49,7 +49,7 @@ void Renderer::setUp()
         page.resetClip();
         page.fill(page.bounds(), fill);
     }
-    drawFunctionKeyLine();
+    paintFunctionKeyLine();
     m_windowDamage = m_composite.bounds();
 }
 
@@ -94,8 +94,14 @@ void Renderer::flush()
 {
     Rect area = m_dirty;
     m_dirty = {};
-    if (area.empty())
+    if (area.empty()) {
+        if (m_keyLinePending) {
+            paintFunctionKeyLine();
+            Rect keyRow = rowBand(kFunctionKeyRow, kFunctionKeyRow);
+            m_windowDamage = m_windowDamage.empty() ? keyRow : m_windowDamage.united(keyRow);
+        }
         return;
+    }
     bool shown = m_graphics.graphicsSwitch == 0;
     if (shown && m_graphics.displayPageValue == 1)
         m_composite.copyFrom(m_pages[0], area, area.left, area.top);
@@ -105,9 +111,12 @@ void Renderer::flush()
         m_composite.fill(area, background());
     m_cells.bringUpToDate(m_text, m_font);
     m_composite.copyKeyed(m_text, area, area.left, area.top, background());
-    // The function-key line is drawn again only where the composed area covered it.
-    if (area.bottom > kFunctionKeyRow * kCellHeight)
-        drawFunctionKeyLine();
+    // The function-key line is drawn again where the composed area covered it, or when it was
+    // asked for since.
+    if (area.bottom > kFunctionKeyRow * kCellHeight || m_keyLinePending) {
+        paintFunctionKeyLine();
+        area = area.united(rowBand(kFunctionKeyRow, kFunctionKeyRow));
+    }
     m_windowDamage = m_windowDamage.empty() ? area : m_windowDamage.united(area);
 }
 
@@ -185,6 +194,13 @@ void Renderer::clearGraphics()
 
 void Renderer::drawFunctionKeyLine()
 {
+    // Drawn when the composite is next looked at: a fast PRINT loop asks at every scroll.
+    m_keyLinePending = true;
+}
+
+void Renderer::paintFunctionKeyLine()
+{
+    m_keyLinePending = false;
     if (!m_keys.lineShown)
         return;
     int y = kFunctionKeyRow * kCellHeight;

@@ -69,12 +69,14 @@ public:
 
 private:
     [[nodiscard]] Pixel background() const;
+    void paintFunctionKeyLine();
 
     const Font& m_font;
     const Colours& m_colours;
     const FunctionKeys& m_keys;
     const GraphicScreen& m_graphics;
     Rect m_dirty;
+    bool m_keyLinePending = false;
     Rect m_windowDamage;
     Plane m_composite;
     TextCells m_cells; // the truth of the text plane, drawn on m_text when it is looked at
