@@ -19,8 +19,11 @@ Plane::Plane(int width, int height, Pixel fill)
     : m_width(std::max(width, 1))
     , m_height(std::max(height, 1))
     , m_clip {0, 0, m_width, m_height}
-    , m_pixels(static_cast<size_t>(m_width) * static_cast<size_t>(m_height), fill)
+    , m_pixels(static_cast<size_t>(m_width) * static_cast<size_t>(m_height))
+    , m_allZero(fill == 0)
 {
+    if (fill != 0)
+        std::fill(m_pixels.begin(), m_pixels.end(), fill);
 }
 
 Pixel Plane::pixel(int x, int y, Pixel outside) const
@@ -39,6 +42,8 @@ void Plane::setPixel(int x, int y, Pixel colour)
 
 void Plane::fill(const Rect& area, Pixel colour)
 {
+    if (colour == 0 && m_allZero)
+        return;
     Rect target = area.intersect(m_clip);
     if (target.empty())
         return;

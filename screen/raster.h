@@ -5,6 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -30,6 +32,37 @@ struct Rect {
     }
 };
 
+// Memory for pixels that starts zeroed without being written: a plane nobody draws on costs no
+// memory pages.
+template <typename T>
+struct ZeroedAllocator {
+    using value_type = T;
+    ZeroedAllocator() = default;
+    template <typename U>
+    ZeroedAllocator(const ZeroedAllocator<U>&) // NOLINT(google-explicit-constructor)
+    {
+    }
+    T* allocate(size_t count)
+    {
+        void* memory = std::calloc(count, sizeof(T));
+        if (memory == nullptr)
+            throw std::bad_alloc();
+        return static_cast<T*>(memory);
+    }
+    void deallocate(T* memory, size_t) { std::free(memory); }
+    // A new element is the zero calloc gave it.
+    template <typename U>
+    void construct(U*)
+    {
+    }
+    template <typename U, typename... Args>
+    void construct(U* at, Args&&... args)
+    {
+        ::new (static_cast<void*>(at)) U(std::forward<Args>(args)...);
+    }
+    bool operator==(const ZeroedAllocator&) const { return true; }
+};
+
 class Plane {
 public:
     explicit Plane(int width = kScreenWidth, int height = kScreenHeight, Pixel fill = 0);
@@ -38,7 +71,11 @@ public:
     [[nodiscard]] int height() const { return m_height; }
     [[nodiscard]] Rect bounds() const { return {0, 0, m_width, m_height}; }
     [[nodiscard]] const Pixel* row(int y) const { return m_pixels.data() + static_cast<size_t>(y) * static_cast<size_t>(m_width); }
-    Pixel* row(int y) { return m_pixels.data() + static_cast<size_t>(y) * static_cast<size_t>(m_width); }
+    Pixel* row(int y)
+    {
+        m_allZero = false;
+        return m_pixels.data() + static_cast<size_t>(y) * static_cast<size_t>(m_width);
+    }
 
     // Drawing is limited to the clip rectangle (the whole plane by default).
     void setClip(const Rect& clip) { m_clip = clip.intersect(bounds()); }
@@ -71,7 +108,8 @@ private:
     int m_width;
     int m_height;
     Rect m_clip;
-    std::vector<Pixel> m_pixels;
+    std::vector<Pixel, ZeroedAllocator<Pixel>> m_pixels;
+    bool m_allZero; // no pixel was written since the plane was made with zeros: filling with 0 is nothing
 };
 
 template <typename Brush>

@@ -1,6 +1,8 @@
 // The raster layer, pixel by pixel: clipping, copies, the see-through colour, lines without end pixel.
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include <string>
 
 #include "screen/raster.h"
@@ -89,6 +91,38 @@ TEST(Raster, OverlappingCopyWithinAPlaneScrolls)
     plane.copyFrom(plane, {0, 0, 2, 3}, 0, 1);
     EXPECT_EQ(plane.pixel(0, 1), 2U);
     EXPECT_EQ(plane.pixel(0, 3), 4U);
+}
+
+// A plane made of zeros skips filling with zeros until something is drawn on it: every way of
+// drawing must end that, so that a later fill with 0 clears what was drawn.
+TEST(Raster, FillingWithZeroClearsWhateverWasDrawn)
+{
+    Plane source(8, 8, 3);
+    const std::function<void(Plane&)> draws[] = {
+        [](Plane& p) { p.setPixel(2, 2, 5); },
+        [](Plane& p) { p.fill({1, 1, 4, 4}, 6); },
+        [&](Plane& p) { p.copyFrom(source, {0, 0, 8, 8}, 0, 0); },
+        [&](Plane& p) { p.copyKeyed(source, {0, 0, 8, 8}, 0, 0, 0); },
+        [](Plane& p) { p.line(0, 0, 7, 7, 4); },
+        [](Plane& p) { p.floodFill(3, 3, 9, 1); },
+        [](Plane& p) { p.row(5)[5] = 8; },
+    };
+    for (const auto& draw : draws) {
+        Plane plane(8, 8);
+        plane.fill(plane.bounds(), 0);
+        draw(plane);
+        Plane copy = plane;
+        plane.fill(plane.bounds(), 0);
+        copy.fill(copy.bounds(), 0);
+        for (int y = 0; y < 8; ++y)
+            for (int x = 0; x < 8; ++x) {
+                ASSERT_EQ(plane.pixel(x, y), 0U);
+                ASSERT_EQ(copy.pixel(x, y), 0U);
+            }
+    }
+    Plane white(4, 4, 0xFFFFFF);
+    white.fill(white.bounds(), 0);
+    EXPECT_EQ(white.pixel(3, 3), 0U);
 }
 
 } // namespace
