@@ -103,8 +103,10 @@ public:
 
     KeyScriptResult read(std::string_view text)
     {
-        if (text.size() > kMaxKeyScriptBytes)
-            return failed("longer than " + std::to_string(kMaxKeyScriptBytes) + " bytes");
+        if (text.size() > kMaxKeyScriptBytes) {
+            fail("longer than " + std::to_string(kMaxKeyScriptBytes) + " bytes");
+            return std::move(m_result);
+        }
         size_t plainStart = 0;
         size_t at = 0;
         while (at < text.size()) {
@@ -188,7 +190,7 @@ private:
         if (!m_result.error.empty())
             return;
         if (m_result.strokes.size() + static_cast<size_t>(count) > kMaxKeyStrokes) {
-            failed("more than " + std::to_string(kMaxKeyStrokes) + " keys");
+            fail("more than " + std::to_string(kMaxKeyStrokes) + " keys");
             return;
         }
         m_result.strokes.insert(m_result.strokes.end(), static_cast<size_t>(count), stroke);
@@ -196,15 +198,14 @@ private:
 
     void failAt(const std::string& what)
     {
-        failed("line " + std::to_string(m_line) + ", column " + std::to_string(m_column) + ": " + what);
+        fail("line " + std::to_string(m_line) + ", column " + std::to_string(m_column) + ": " + what);
     }
 
-    KeyScriptResult failed(const std::string& what)
+    void fail(const std::string& what)
     {
         m_result.ok = false;
         m_result.error = what;
         m_result.strokes.clear();
-        return m_result;
     }
 
     KeyScriptResult m_result;
