@@ -124,20 +124,20 @@ std::vector<std::string> rowsEnterTakes(core::Interpreter& in)
     auto link = screen.link(last);
     int first = link.firstRow >= 0 && link.firstRow <= last ? link.firstRow : last;
     std::vector<std::string> rows;
-    std::string carried; // a lead byte that ended the row above
+    size_t taken = 0; // bytes of this row that ended the row above (a character's trail byte)
     for (int r = first; r <= last; ++r) {
-        std::string text = carried + screen.row(r);
-        carried.clear();
+        const std::string& row = screen.row(r);
+        std::string text = row.substr(std::min(taken, row.size()));
+        taken = 0;
         size_t at = 0;
         while (at < text.size())
             at += core::IsLeadByte(static_cast<uint8_t>(text[at])) ? 2 : 1;
-        if (at > text.size()) {
-            carried = text.back();
-            text.pop_back();
+        if (at > text.size() && r < last && !screen.row(r + 1).empty()) {
+            text += screen.row(r + 1)[0];
+            taken = 1;
         }
         rows.push_back(std::move(text));
     }
-    rows.back() += carried;
     auto end = rows.back().find_last_not_of(' ');
     rows.back().erase(end == std::string::npos ? 0 : end + 1);
     bool anyText = std::any_of(rows.begin(), rows.end(), [](const std::string& row) { return !row.empty(); });

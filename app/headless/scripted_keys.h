@@ -48,7 +48,7 @@ private:
 
 // The rows of the logical line that Enter at the cursor hands over, as Shift-JIS texts, for the
 // runner's echo: from the line's first row to the cursor row, blanks at the end removed; a double-byte character that a row end cut stays
-// whole in the later row. Empty when Enter only moves the cursor down.
+// whole at the end of the earlier row, as the runner echoes typed lines. Empty when Enter only moves the cursor down.
 std::vector<std::string> rowsEnterTakes(core::Interpreter& in);
 
 } // namespace tessaly::app

@@ -44,7 +44,11 @@ INSTANTIATE_TEST_SUITE_P(Runner, KeysAtThePrompt,
         // A line longer than a row is echoed in the rows the screen breaks it into.
         TypedCase {"LongLine", {"--keys", "PRINT \"" + std::string(80, 'x') + "\";{ENTER}"}, "",
             "PRINT \"" + std::string(73, 'x') + "\n" + std::string(7, 'x') + "\";\n" + std::string(80, 'x')
-                + "\n\nOK\n"}),
+                + "\n\nOK\n"},
+        // A double-byte character across the row end stays whole at the end of the first row.
+        TypedCase {"LongLineCutInACharacter",
+            {"--keys", "PRINT \"" + std::string(72, 'x') + "\u3042\u3044\"{ENTER}"}, "",
+            "PRINT \"" + std::string(72, 'x') + "\u3042\n\u3044\"\n" + std::string(72, 'x') + "\u3042\u3044\nOK\n"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 struct RefusedCase {
