@@ -19,6 +19,7 @@
 #include "app/headless/png_writer.h"
 #include "app/headless/print_to_pdf.h"
 #include "app/headless/printer_file.h"
+#include "app/headless/scripted_keys.h"
 #include "app/headless/standard_input.h"
 #include "core/interpreter.h"
 #include "core/shift_jis.h"
@@ -39,7 +40,7 @@ namespace {
 constexpr const char* kUsage =
     "Usage: tessaly --headless [--screen] [--screenshot PNG] [--com N=PATH]... [--lprint FILE]\n"
     "                          [--print-listing PDF [--page-length N]] [--print-screen PDF [--negative]]\n"
-    "                          [FILE]\n"
+    "                          [--keys TEXT | --keys-file KEYS]... [FILE]\n"
     "\n"
     "Runs a BASIC program without a window.\n"
     "\n"
@@ -93,7 +94,25 @@ constexpr const char* kUsage =
     "Exit status: 0 when the last run ended with OK or BREAK, OK; 1 when it ended with an error\n"
     "message; 2 for a usage error, or a FILE that cannot be read (missing, unreadable, a folder\n"
     "or a device): \"tessaly: cannot read FILE\" on standard error; a FILE longer than 65535\n"
-    "bytes (LOAD would cut it): \"tessaly: cannot load FILE: longer than 65535 bytes\".\n";
+    "bytes (LOAD would cut it): \"tessaly: cannot load FILE: longer than 65535 bytes\".\n"
+    "\n"
+    "Keys: --keys TEXT and --keys-file KEYS (a UTF-8 file) give keys to type, as the window's\n"
+    "keyboard would, before standard input (several of these options are typed in their order).\n"
+    "Each key is typed when the program next reads the keyboard (INKEY$, INPUT$) or the screen\n"
+    "editor waits for one (the prompt without FILE, a waiting INPUT). Characters type themselves;\n"
+    "a line end is Enter; escapes in braces, names in any case: {ENTER} {ESC} {STOP} (the STOP key:\n"
+    "BREAK, or the ON STOP trap) {F1}..{F10} (the key trap, else the key's text) {UP} {DOWN}\n"
+    "{LEFT} {RIGHT} {HOME} {INS} {DEL} {BS} {TAB}, {{} for a left brace (a right brace types\n"
+    "itself), and {NOKEY}: a read that finds no key (INKEY$ gives the empty string). A count\n"
+    "repeats one: {LEFT 3}, {NOKEY 100} (1 to 1000). ESC given to a program that reads keys breaks\n"
+    "it before its next statement, as in the window; the read gets no key. A program gets keys\n"
+    "only while it reads them: one that waits for a key trap reads INKEY$ in its loop. A line\n"
+    "entered with Enter is echoed as the screen holds it. When the keys are used up, standard\n"
+    "input goes on as above (give </dev/null to end there: INKEY$ then returns the empty string\n"
+    "and a waiting INPUT or INPUT$ ends the run as BREAK would); with FILE, keys left when the run\n"
+    "ends are not typed. Before anything runs, an unknown escape, a brace without its end or a\n"
+    "wrong count gives \"tessaly: --keys: line L, column C: ...\" (\"--keys-file KEYS: ...\" for a\n"
+    "file), a file that cannot be read \"tessaly: cannot read KEYS\", on standard error; status 2.\n";
 
 struct Options {
     bool screenDump = false;
@@ -106,6 +125,7 @@ struct Options {
     bool negative = false;
     int pageLength = 50;
     std::vector<std::string> comPorts; // N=PATH
+    std::vector<KeySource> keys;
 };
 
 bool parseOptions(int argc, char** argv, Options& options)
@@ -120,6 +140,8 @@ bool parseOptions(int argc, char** argv, Options& options)
             options.screenshot = argv[++i];
         else if (arg == "--com" && i + 1 < argc)
             options.comPorts.emplace_back(argv[++i]);
+        else if ((arg == "--keys" || arg == "--keys-file") && i + 1 < argc)
+            options.keys.push_back({argv[++i], arg == "--keys-file"});
         else if (arg == "--lprint" && i + 1 < argc)
             options.lprint = argv[++i];
         else if (arg == "--print-listing" && i + 1 < argc)
@@ -150,9 +172,10 @@ bool parseOptions(int argc, char** argv, Options& options)
 
 class HeadlessHost final : public core::Host {
 public:
-    HeadlessHost(StandardInput& input, PrinterFile& printer)
+    HeadlessHost(StandardInput& input, PrinterFile& printer, ScriptedKeys& keys)
         : m_input(input)
         , m_printer(printer)
+        , m_keys(keys)
     {
     }
     void attach(core::Interpreter* interpreter) { m_interpreter = interpreter; }
@@ -164,12 +187,12 @@ public:
     bool hasPrinter() override { return m_printer.isOpen(); }
     core::PrinterWrite printerWrite(std::string_view bytes) override { return m_printer.write(bytes); }
 
-    // Keys for INKEY$ and INPUT$ come from standard input, one byte each time the program reads.
-    // The wait for a key ends when a timer is due or Ctrl+C comes: the program then reads no key
-    // this time, and the timer or the break is dealt with before its next statement.
+    // Keys for INKEY$ and INPUT$ come from the key script, then from standard input, one each time
+    // the program reads. The wait for a key ends when a timer is due or Ctrl+C comes: the program
+    // then reads no key this time, and the timer or the break is dealt with before its next statement.
     void keyboardRead() override
     {
-        if (m_interpreter == nullptr)
+        if (m_interpreter == nullptr || m_keys.typeForProgram(*m_interpreter))
             return;
         if (m_pending.empty() && !fetchCharacter())
             return;
@@ -237,6 +260,7 @@ private:
 
     StandardInput& m_input;
     PrinterFile& m_printer;
+    ScriptedKeys& m_keys;
     HeadlessTimers m_timers;
     core::Interpreter* m_interpreter = nullptr;
     std::string m_pending;
@@ -258,12 +282,15 @@ public:
         // next row (the message of a line refused for its length).
         if (m_echoOpen)
             echoRowBreak();
+        std::string utf8 = core::ShiftJisToUtf8(bytes);
+        m_shownRow += utf8;
         if (m_enabled)
-            write(core::ShiftJisToUtf8(bytes));
+            write(utf8);
     }
     void rowAdvanced() override
     {
         m_echoOpen = false;
+        m_shownRow.clear();
         if (m_suppressRowAdvance) {
             m_suppressRowAdvance = false;
             return;
@@ -276,6 +303,7 @@ public:
         if (utf8.empty())
             return;
         m_echoOpen = true;
+        m_shownRow += utf8;
         if (m_enabled)
             write(utf8);
     }
@@ -283,12 +311,15 @@ public:
     void echoRowBreak()
     {
         m_echoOpen = false;
+        m_shownRow.clear();
         if (m_enabled)
             write("\n");
     }
     // The terminal already moved on when the user pressed Enter.
     void suppressNextRowAdvance() { m_suppressRowAdvance = true; }
     void flush() { std::fflush(stdout); }
+    // What the stream shows of its last row so far (a prompt, AUTO's line number), as UTF-8.
+    [[nodiscard]] const std::string& shownRow() const { return m_shownRow; }
 
 private:
     static void write(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
@@ -296,6 +327,7 @@ private:
     bool m_enabled;
     bool m_suppressRowAdvance = false;
     bool m_echoOpen = false;
+    std::string m_shownRow;
 };
 
 // What the runner works with while it feeds the interpreter.
@@ -304,6 +336,7 @@ struct Runner {
     HeadlessHost& host;
     StreamWriter& stream;
     StandardInput& input;
+    ScriptedKeys& keys;
     bool terminal; // standard input is a terminal, which shows what is typed by itself
     unsigned steps = 0; // steps run, counted across the runs of driveUntilIdle
 };
@@ -335,6 +368,7 @@ void driveUntilIdle(Runner& r)
         if (lookAtClock)
             r.host.timers().deliverDue(r.interpreter);
         r.interpreter.idle();
+        r.keys.typeHeld(r.interpreter);
         // A serial port has not brought or taken enough: look again in a moment, not at once.
         if (r.interpreter.isWaitingForDevice())
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
@@ -442,11 +476,50 @@ void enterInputLine(Runner& r, const std::string& line)
     r.stream.flush();
 }
 
-// While a program waits for a line, standard input answers it; at its end the run is broken off.
+// Before Enter hands over a line of the screen: the line is echoed as the screen holds it, less
+// what the stream already shows of its row (an INPUT's prompt, AUTO's number); a line that does
+// not begin with that starts on a row of its own.
+void echoEnteredLine(Runner& r)
+{
+    auto rows = rowsEnterTakes(r.interpreter);
+    for (size_t k = 0; k < rows.size(); ++k) {
+        std::string text = core::ShiftJisToUtf8(rows[k]);
+        if (k > 0) {
+            r.stream.echoRowBreak();
+        } else if (const std::string& shown = r.stream.shownRow(); !shown.empty()) {
+            if (text.starts_with(shown))
+                text.erase(0, shown.size());
+            else
+                r.stream.echoRowBreak();
+        }
+        r.stream.echo(text);
+    }
+}
+
+// The screen editor waits (the prompt, or an INPUT's line): the key script types its next key and
+// the interpreter runs until it is idle again. A line that Enter hands over is echoed as the screen
+// holds it. False when the script is used up.
+bool typeScriptKey(Runner& r)
+{
+    std::optional<KeyStroke> stroke = r.keys.take();
+    if (!stroke)
+        return false;
+    if (*stroke == KeyStroke {StrokeKind::Key, screen::vk::kEnter})
+        echoEnteredLine(r);
+    ScriptedKeys::type(r.interpreter, *stroke);
+    driveUntilIdle(r);
+    r.stream.flush();
+    return true;
+}
+
+// While a program waits for a line, the key script and then standard input answer it; at the end
+// of both the run is broken off.
 void answerInput(Runner& r)
 {
     std::string line;
     while (r.interpreter.isWaitingForInput()) {
+        if (typeScriptKey(r))
+            continue;
         switch (nextLine(r, line)) {
         case LineWait::Line:
             enterInputLine(r, line);
@@ -508,6 +581,8 @@ void runInput(Runner& r)
 {
     std::string line;
     for (;;) {
+        if (typeScriptKey(r))
+            continue;
         LineWait got = nextLine(r, line);
         if (got == LineWait::Ended)
             break;
@@ -533,6 +608,11 @@ int runHeadless(int argc, char** argv)
         std::fputs(kUsage, stdout);
         return 0;
     }
+    ScriptedKeys keys;
+    if (std::string error; !keys.load(options.keys, error)) {
+        std::fprintf(stderr, "tessaly: %s\n", error.c_str());
+        return 2;
+    }
     installInterruptHandler();
 
     PrinterFile printer;
@@ -541,7 +621,7 @@ int runHeadless(int argc, char** argv)
         return 2;
     }
     StandardInput input;
-    HeadlessHost host(input, printer);
+    HeadlessHost host(input, printer, keys);
     core::Interpreter interpreter(host);
     host.attach(&interpreter);
     for (const auto& option : options.comPorts) {
@@ -566,7 +646,7 @@ int runHeadless(int argc, char** argv)
     interpreter.setRenderer(renderer.get());
     StreamWriter stream(!options.screenDump);
     interpreter.screen().setListener(&stream);
-    Runner runner {interpreter, host, stream, input, isatty(STDIN_FILENO) != 0};
+    Runner runner {interpreter, host, stream, input, keys, isatty(STDIN_FILENO) != 0};
 
     if (options.file != nullptr) {
         if (int status = runFile(runner, options.file); status != 0)

@@ -1,6 +1,7 @@
 // End-to-end transcripts: every tests/transcripts/NAME.bas (run as a file) or NAME.in (typed on
 // standard input) is run through `tessaly --headless`; standard output must equal NAME.out and the
-// exit status NAME.status (0 when absent). NAME.args adds options; NAME.stdin feeds a NAME.bas.
+// exit status NAME.status (0 when absent). NAME.args adds options; NAME.stdin feeds a NAME.bas;
+// NAME.keys is given as --keys-file.
 // Each runs in a fresh temporary folder holding a copy of the program, so that the files a program
 // writes (and the folder that loading the program makes current) stay out of the source tree.
 #include <gtest/gtest.h>
@@ -82,6 +83,10 @@ void runTranscript(const Transcript& t)
     if (fs::exists(base.string() + ".args")) {
         auto more = wordsOf(readFile(base.string() + ".args"));
         args.insert(args.end(), more.begin(), more.end());
+    }
+    if (fs::exists(base.string() + ".keys")) {
+        args.push_back("--keys-file");
+        args.push_back(base.string() + ".keys");
     }
     char pattern[] = "/tmp/tessaly-transcript-XXXXXX";
     ASSERT_NE(mkdtemp(pattern), nullptr);

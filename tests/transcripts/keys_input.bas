@@ -1,0 +1,6 @@
+10 INPUT "Name";N$
+20 PRINT "Hello ";N$
+30 A$=INPUT$(2)
+40 PRINT A$
+50 INPUT X
+60 PRINT X*2

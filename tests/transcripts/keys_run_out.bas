@@ -1,0 +1,4 @@
+10 INPUT A$
+20 PRINT A$
+30 B$=INPUT$(3)
+40 PRINT "never"

@@ -1,0 +1,2 @@
+10 PRINT "start"
+20 K$=INKEY$:N=N+1:GOTO 20
