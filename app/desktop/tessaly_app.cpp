@@ -19,6 +19,8 @@ namespace {
 // A running program gets at most this long per turn of the event loop, so that keys, timers and
 // painting are handled at least every 16 ms.
 constexpr qint64 kSliceMilliseconds = 8;
+// A displayed frame at 60 Hz.
+constexpr qint64 kFrameMilliseconds = 16;
 // How often a serial port that is waited for is looked at.
 constexpr int kDevicePollMilliseconds = 5;
 } // namespace
@@ -100,7 +102,13 @@ void CTessalyApp::onIdle()
         in.idle();
     } while (in.isRunning() && !in.isWaitingForKeys() && !in.isWaitingForDevice()
         && !slice.hasExpired(kSliceMilliseconds));
-    m_view->refresh();
+    // A running program's screen reaches the window once a displayed frame at most; whatever
+    // stops or waits shows at once.
+    bool settled = !in.isRunning() || in.isWaitingForKeys() || in.isWaitingForDevice();
+    if (settled || !m_lastRefresh.isValid() || m_lastRefresh.elapsed() >= kFrameMilliseconds) {
+        m_view->refresh();
+        m_lastRefresh.start();
+    }
     // A serial port waits, or an INPUT$ waits for keys while an ON COM trap is on: idle calls go
     // on every few milliseconds. Nothing runs, or an INPUT$ waits for keys as INPUT waits for its
     // line: no more idle calls until input or a timer starts something (kick).

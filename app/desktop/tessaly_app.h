@@ -50,6 +50,7 @@ private:
     std::unique_ptr<CTessalyDoc> m_doc;
     std::unique_ptr<CMainFrame> m_frame;
     QTimer m_idle;
+    QElapsedTimer m_lastRefresh; // the screen is composed for the window at most once a frame
     QString m_error;
 };
 
