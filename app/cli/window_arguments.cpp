@@ -7,10 +7,13 @@ namespace tessaly::app {
 std::optional<std::string> WindowArgumentFault(int argc, char** argv)
 {
     const char* file = nullptr;
+    bool run = false;
     for (int i = 1; i < argc; ++i) {
         std::string_view argument = argv[i];
-        if (argument == "--run")
+        if (argument == "--run") {
+            run = true;
             continue;
+        }
         if (argument == "--com") {
             if (++i == argc)
                 return "--com wants N=PATH";
@@ -22,6 +25,8 @@ std::optional<std::string> WindowArgumentFault(int argc, char** argv)
             return "one FILE only, not " + std::string(file) + " and " + std::string(argument);
         file = argv[i];
     }
+    if (run && file == nullptr)
+        return "--run wants a FILE";
     return std::nullopt;
 }
 

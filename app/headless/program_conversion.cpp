@@ -74,7 +74,8 @@ std::string describeCharacter(std::string_view utf8, size_t at)
     return "\"" + std::string(utf8.substr(at, length)) + "\" (" + code + ")";
 }
 
-bool isBlanks(std::string_view text) { return text.find_first_not_of(' ') == std::string_view::npos; }
+// Blanks, tabs, and the end-of-file byte of old systems' text files, on a line of their own.
+bool holdsNothing(std::string_view text) { return text.find_first_not_of(" \t\x1A") == std::string_view::npos; }
 
 // The number of the digits after a line's leading blanks; 0 when there are none or the number is
 // too large for a file (it stops counting there).
@@ -97,7 +98,7 @@ std::optional<std::string> readText(std::string_view sjis, core::ProgramStore& s
     std::string program;
     int previous = 0;
     for (const TextLine& line : textLines(sjis)) {
-        if (isBlanks(line.text))
+        if (holdsNothing(line.text))
             continue;
         std::string where = "line " + std::to_string(line.number);
         int number = leadingDigitsNumber(line.text);

@@ -24,9 +24,9 @@ enum class TextEncoding : uint8_t { ShiftJis, Utf8 };
 TextEncoding TextEncodingOf(std::string_view bytes);
 
 // Puts the program of a file's bytes in the store as LOAD reads it. UTF-8 text (a byte order mark
-// left out) is converted to Shift-JIS; a text line may end in CR LF, LF or CR, and empty lines and
-// lines of blanks are left out. The reason, when the program is refused: "line 3: ..." or
-// "record 3: ...".
+// left out) is converted to Shift-JIS; a text line may end in CR LF, LF or CR, and empty lines,
+// lines of blanks or tabs and an end-of-file byte 0x1A are left out. The reason, when the program
+// is refused: "line 3: ..." or "record 3: ...".
 std::optional<std::string> ReadProgramToConvert(std::string_view bytes, core::ProgramStore& store);
 
 // The stored program as UTF-8 text, each line ended by a line feed.

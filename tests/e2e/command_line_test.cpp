@@ -101,6 +101,7 @@ TEST(CommandLine, UsageErrorsAreOneLineAndStatusTwo)
         {{TESSALY_BINARY, {"prog.bas", "-x"}}, "unknown option -x"},
         {{TESSALY_BINARY, {"a.bas", "b.bas"}}, "one FILE only, not a.bas and b.bas"},
         {{TESSALY_BINARY, {"a.bas", "--com"}}, "--com wants N=PATH"},
+        {{TESSALY_BINARY, {"--run"}}, "--run wants a FILE"},
         {{TESSALY_WINDOW_BINARY, {"--bogus"}}, "unknown option --bogus"},
         {{TESSALY_WINDOW_BINARY, {"--headless"}}, "unknown option --headless"},
         {{TESSALY_BINARY, {"--headless", "--bogus", "prog.bas"}}, "unknown option --bogus"},

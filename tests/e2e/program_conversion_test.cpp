@@ -72,6 +72,7 @@ TEST_F(Conversion, EveryFormatListsAsUtf8WithLineFeeds)
         {"records.bas", kSameAsRecords},
         {"utf8.txt", kSameInUtf8},
         {"marked.txt", "\xEF\xBB\xBF" "10 REM keep case\r20 PRINT \"あ日\"\r30 DATA abc,ｱ\r\n40 END\r\n"},
+        {"dos.bas", "10 REM keep case\r\n\t\r\n20 PRINT \"\x82\xa0\x93\xfa\"\r\n30 DATA abc,\xb1\r\n40 END\r\n\x1A"},
     };
     for (const auto& [name, bytes] : files) {
         writeFile(name, bytes);
