@@ -112,8 +112,8 @@ constexpr const char* kProgramFiles =
     "The program is refused, with a one-line message on standard error naming the file and the\n"
     "line, exit status 2 and nothing written (an existing OUT stays as it was), when: the file\n"
     "cannot be read; a character has no Shift-JIS form; a line does not begin with its line number\n"
-    "(1 to 65535, each above the one before it); the program is longer than 65535 bytes in IN or\n"
-    "in OUT's format (LOAD reads no more).\n";
+    "(1 to 65535, each above the one before it); a record is cut short or holds a CR or LF; the\n"
+    "program is longer than 65535 bytes in IN or in OUT's format (LOAD reads no more).\n";
 
 constexpr const char* kExitStatus =
     "  0  --help, --version, --list and --convert succeeded; the runner's last run ended with OK\n"
