@@ -158,4 +158,37 @@ std::string Utf8ToShiftJis(std::string_view utf8)
     return convertEachCharacter(utf8, "CP932", "UTF-8", utf8CharacterToShiftJis);
 }
 
+std::optional<size_t> Utf8ToShiftJisExact(std::string_view utf8, std::string& sjis)
+{
+    sjis.clear();
+    sjis.reserve(utf8.size());
+    Converter converter("CP932", "UTF-8");
+    for (size_t pos = 0; pos < utf8.size();) {
+        if (isAscii(byteAt(utf8, pos))) {
+            sjis += utf8[pos++];
+            continue;
+        }
+        Utf8Sequence sequence = utf8SequenceAt(utf8, pos);
+        if (!sequence.complete || !converter.convertCharacter(utf8.substr(pos, sequence.length), sjis))
+            return pos;
+        pos += sequence.length;
+    }
+    return std::nullopt;
+}
+
+bool IsValidUtf8(std::string_view text)
+{
+    for (size_t pos = 0; pos < text.size();) {
+        if (isAscii(byteAt(text, pos))) {
+            ++pos;
+            continue;
+        }
+        Utf8Sequence sequence = utf8SequenceAt(text, pos);
+        if (!sequence.complete)
+            return false;
+        pos += sequence.length;
+    }
+    return true;
+}
+
 } // namespace tessaly::core

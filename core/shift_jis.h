@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,5 +18,11 @@ namespace tessaly::core {
 // UTF-8 to Shift-JIS; a character without a Shift-JIS form, or a broken UTF-8 sequence, becomes "?".
 // ASCII stays as it is; U+00A5 (yen) and U+203E (overline) become 0x5C and 0x7E.
 [[nodiscard]] std::string Utf8ToShiftJis(std::string_view utf8);
+// UTF-8 to Shift-JIS with nothing replaced: nullopt and sjis holding the whole text, or the byte
+// offset of the first character that has no Shift-JIS form (or of a broken sequence), sjis then
+// holding the text before it.
+[[nodiscard]] std::optional<size_t> Utf8ToShiftJisExact(std::string_view utf8, std::string& sjis);
+// Every byte above 0x7F belongs to a well-formed UTF-8 sequence.
+[[nodiscard]] bool IsValidUtf8(std::string_view text);
 
 } // namespace tessaly::core

@@ -172,6 +172,8 @@ ProgramFileFormat Read(std::string_view bytes, core::ProgramStore& store)
     return ProgramFileFormat::Text;
 }
 
+int TextLineNumber(std::string_view line) { return readLineNumber(line); }
+
 std::optional<std::string> Write(ProgramFileFormat format, core::ProgramStore& store)
 {
     if (format == ProgramFileFormat::LineRecords)

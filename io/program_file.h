@@ -30,6 +30,9 @@ ProgramFileFormat Read(std::string_view bytes, core::ProgramStore& store);
 // then and writes nothing. Writing Text first gives every stored line lacking it its CR LF.
 std::optional<std::string> Write(ProgramFileFormat format, core::ProgramStore& store);
 
+// The number Read gives a line of a Text file (0: the line is not stored on its own).
+int TextLineNumber(std::string_view line);
+
 } // namespace ProgramFile
 
 } // namespace tessaly::io

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(cmake g++ make pkg-config libgtest-dev libgmock-dev libbenchmark-dev libpng-dev unifont
           qt6-base-dev qt6-multimedia-dev libx11-dev socat libhpdf-dev poppler-utils
-          qt6-translations-l10n)
+          qt6-translations-l10n desktop-file-utils groff-base)
 
 missing=()
 for package in "${packages[@]}"; do

@@ -14,11 +14,13 @@
 #include <thread>
 #include <unistd.h>
 
+#include "app/cli/help_text.h"
 #include "app/headless/headless_timers.h"
 #include "app/headless/interrupt_signal.h"
 #include "app/headless/png_writer.h"
 #include "app/headless/print_to_pdf.h"
 #include "app/headless/printer_file.h"
+#include "app/headless/read_whole_file.h"
 #include "app/headless/scripted_keys.h"
 #include "app/headless/standard_input.h"
 #include "core/interpreter.h"
@@ -37,83 +39,6 @@ namespace tessaly::app {
 
 namespace {
 
-constexpr const char* kUsage =
-    "Usage: tessaly --headless [--screen] [--screenshot PNG] [--com N=PATH]... [--lprint FILE]\n"
-    "                          [--print-listing PDF [--page-length N]] [--print-screen PDF [--negative]]\n"
-    "                          [--keys TEXT | --keys-file KEYS]... [FILE]\n"
-    "\n"
-    "Runs a BASIC program without a window.\n"
-    "\n"
-    "  FILE      a program file (plain text or line records); it is loaded and run as RUN runs it,\n"
-    "            and the process exits when the run ends.\n"
-    "  no FILE   each line of standard input is typed on the screen followed by Enter: a numbered\n"
-    "            line is stored, any other line is a direct command and runs to its end before the\n"
-    "            next line is read. The process exits at the end of the input.\n"
-    "  --screen  instead of the stream, print at exit the final 25 text rows, trailing blanks\n"
-    "            removed, without the empty rows after the last non-empty one; control bytes\n"
-    "            stored in a row are shown as the control pictures U+2400..U+241F.\n"
-    "  --com N=PATH\n"
-    "            serial port N (COMN: in OPEN, SAVE and LOAD) is the device PATH, for example\n"
-    "            --com 1=/dev/ttyUSB0 or a pseudo-terminal; without it port N is /dev/ttyS(N-1).\n"
-    "            The option may be given for several ports.\n"
-    "  --screenshot PNG\n"
-    "            write the 640 x 400 screen as it stands when the run ends to the PNG file\n"
-    "            (the screen font comes from the Debian package unifont).\n"
-    "  --lprint FILE\n"
-    "            the printer: what LPRINT, LPRINT USING, LLIST, SAVE \"LPT1:\" and printer ports\n"
-    "            (OPEN \"LPT1:\" FOR OUTPUT) print is written to FILE as it comes, unchanged (Shift-JIS,\n"
-    "            CR LF line ends). Without it there is no printer: printing says \"File not open \" and\n"
-    "            opening a printer port \"File can not open in \".\n"
-    "  --print-listing PDF\n"
-    "            when the run ends, print the program listing to the PDF file as the window's Print\n"
-    "            does: A4 pages of N rows (--page-length 50, 75 or 100; 50 unless given), at most 120\n"
-    "            bytes a row, each page numbered. To print a listing without running it, give the\n"
-    "            program on standard input instead of as FILE (its lines are stored, none is run).\n"
-    "  --print-screen PDF\n"
-    "            when the run ends, print the screen to the PDF file, scaled to the page width;\n"
-    "            --negative inverts every colour (white paper, black text for a black screen).\n"
-    "\n"
-    "Standard output receives every text written to the text screen (program output, OK,\n"
-    "BREAK, OK, error messages, listings, prompts), converted from Shift-JIS to UTF-8, with a\n"
-    "line feed each time the cursor moves on to a following row. Cursor positioning is not shown.\n"
-    "Standard input also answers INPUT, LINE INPUT and RANDOMIZE: when a program waits for a line,\n"
-    "the next line of standard input is typed followed by Enter (in FILE mode too). At the end of\n"
-    "the input a waiting INPUT ends the run as BREAK would. When a program reads keys (INKEY$,\n"
-    "INPUT$), the next bytes of standard input arrive one key at a time, each when the program next\n"
-    "reads the keyboard (a line end is Enter); at the end of the input INKEY$ returns the empty\n"
-    "string and a waiting INPUT$ ends the run as BREAK would. A wait for a key also ends when a\n"
-    "timer is due (INKEY$ then returns the empty string). Text is UTF-8 both ways.\n"
-    "When standard input is not a terminal, what is read from it is echoed as typed: a direct\n"
-    "command before its output, an answer after its prompt, broken into rows where the screen\n"
-    "breaks the typed line (80 columns, as LIST shows it).\n"
-    "Ctrl+C performs BREAK, also while a program waits for a line (the run ends with BREAK, OK;\n"
-    "without FILE the next line is then read); at the direct-mode prompt it does nothing, as ESC\n"
-    "does in the window, except that it ends AUTO. ON TIME$ alarms and the other timers run on the real clock;\n"
-    "while waiting for input the process sleeps until the input or the next timer.\n"
-    "\n"
-    "Exit status: 0 when the last run ended with OK or BREAK, OK; 1 when it ended with an error\n"
-    "message; 2 for a usage error, or a FILE that cannot be read (missing, unreadable, a folder\n"
-    "or a device): \"tessaly: cannot read FILE\" on standard error; a FILE longer than 65535\n"
-    "bytes (LOAD would cut it): \"tessaly: cannot load FILE: longer than 65535 bytes\".\n"
-    "\n"
-    "Keys: --keys TEXT and --keys-file KEYS (a UTF-8 file) give keys to type, as the window's\n"
-    "keyboard would, before standard input (several of these options are typed in their order).\n"
-    "Each key is typed when the program next reads the keyboard (INKEY$, INPUT$) or the screen\n"
-    "editor waits for one (the prompt without FILE, a waiting INPUT). Characters type themselves;\n"
-    "a line end is Enter; escapes in braces, names in any case: {ENTER} {ESC} {STOP} (the STOP key:\n"
-    "BREAK, or the ON STOP trap) {F1}..{F10} (the key trap, else the key's text) {UP} {DOWN}\n"
-    "{LEFT} {RIGHT} {HOME} {INS} {DEL} {BS} {TAB}, {{} for a left brace (a right brace types\n"
-    "itself), and {NOKEY}: a read that finds no key (INKEY$ gives the empty string). A count\n"
-    "repeats one: {LEFT 3}, {NOKEY 100} (1 to 1000). ESC given to a program that reads keys breaks\n"
-    "it before its next statement, as in the window; the read gets no key. A program gets keys\n"
-    "only while it reads them: one that waits for a key trap reads INKEY$ in its loop. A line\n"
-    "entered with Enter is echoed as the screen holds it. When the keys are used up, standard\n"
-    "input goes on as above (give </dev/null to end there: INKEY$ then returns the empty string\n"
-    "and a waiting INPUT or INPUT$ ends the run as BREAK would); with FILE, keys left when the run\n"
-    "ends are not typed. Before anything runs, an unknown escape, a brace without its end or a\n"
-    "wrong count gives \"tessaly: --keys: line L, column C: ...\" (\"--keys-file KEYS: ...\" for a\n"
-    "file), a file that cannot be read \"tessaly: cannot read KEYS\", on standard error; status 2.\n";
-
 struct Options {
     bool screenDump = false;
     bool help = false;
@@ -126,6 +51,7 @@ struct Options {
     int pageLength = 50;
     std::vector<std::string> comPorts; // N=PATH
     std::vector<KeySource> keys;
+    std::string fault; // what is wrong with the arguments
 };
 
 bool parseOptions(int argc, char** argv, Options& options)
@@ -152,22 +78,30 @@ bool parseOptions(int argc, char** argv, Options& options)
             options.negative = true;
         else if (arg == "--page-length" && i + 1 < argc) {
             std::string length = argv[++i];
-            if (length != "50" && length != "75" && length != "100")
+            if (length != "50" && length != "75" && length != "100") {
+                options.fault = "--page-length wants 50, 75 or 100, not " + length;
                 return false;
+            }
             options.pageLength = std::stoi(length);
         }
         else if (arg == "--help" || arg == "-h")
             options.help = true;
-        else if (arg.starts_with("-") && arg != "-")
+        else if (arg.starts_with("-") && arg != "-") {
+            options.fault = (i + 1 == argc ? "unknown option, or one without its value: " : "unknown option ") + arg;
             return false;
-        else if (options.file == nullptr)
+        } else if (options.file == nullptr)
             options.file = argv[i];
-        else
+        else {
+            options.fault = "one FILE only, not " + std::string(options.file) + " and " + arg;
             return false;
+        }
     }
     // --negative and --page-length say how to print; alone they are a mistake.
-    return (!options.negative || options.screenPdf != nullptr)
-        && (options.pageLength == 50 || options.listingPdf != nullptr);
+    if (options.negative && options.screenPdf == nullptr)
+        options.fault = "--negative goes with --print-screen";
+    else if (options.pageLength != 50 && options.listingPdf == nullptr)
+        options.fault = "--page-length goes with --print-listing";
+    return options.fault.empty();
 }
 
 class HeadlessHost final : public core::Host {
@@ -534,34 +468,10 @@ void answerInput(Runner& r)
     }
 }
 
-// The whole file; false when it cannot be read. Only a plain file or a pipe holds a program: a
-// folder, a device or a socket is refused rather than read without end or waited on.
-bool readProgramFile(const char* path, std::string& bytes)
-{
-    int fd = open(path, O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return false;
-    struct stat info {};
-    bool readable = fstat(fd, &info) == 0 && (S_ISREG(info.st_mode) || S_ISFIFO(info.st_mode));
-    char chunk[65536];
-    while (readable) {
-        ssize_t got = read(fd, chunk, sizeof chunk);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0) {
-            readable = got == 0;
-            break;
-        }
-        bytes.append(chunk, static_cast<size_t>(got));
-    }
-    close(fd);
-    return readable;
-}
-
 int runFile(Runner& r, const char* path)
 {
     std::string bytes;
-    if (!readProgramFile(path, bytes)) {
+    if (!ReadWholeFile(path, bytes, io::kMaxProgramFileBytes)) {
         std::fprintf(stderr, "tessaly: cannot read %s\n", path);
         return 2;
     }
@@ -601,11 +511,11 @@ int runHeadless(int argc, char** argv)
 {
     Options options;
     if (!parseOptions(argc, argv, options)) {
-        std::fputs(kUsage, stderr);
+        std::fputs(UsageErrorLine(options.fault).c_str(), stderr);
         return 2;
     }
     if (options.help) {
-        std::fputs(kUsage, stdout);
+        std::fputs(HelpText().c_str(), stdout);
         return 0;
     }
     ScriptedKeys keys;

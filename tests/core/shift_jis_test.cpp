@@ -2,6 +2,7 @@
 // The interpreter's own double-byte handling is tested where it is used.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include "core/shift_jis.h"
@@ -44,6 +45,37 @@ TEST_P(ToShiftJisOnly, ReplacesWhatDoesNotConvert) { EXPECT_EQ(Utf8ToShiftJis(Ge
 INSTANTIATE_TEST_SUITE_P(ShiftJis, ToShiftJisOnly,
     ::testing::Values(Pair {"A\U0001F600B", "A?B"}, Pair {"é", "?"}, Pair {"\xc3", "?"}, Pair {"\xe3\x81" "A", "?A"},
         Pair {"\x80", "?"}, Pair {"\xc0\xaf", "??"}, Pair {"\xed\xa0\x80", "?"}, Pair {"¥‾", "\\~"}));
+
+// The exact conversion stops at the first character without a Shift-JIS form (or a broken
+// sequence) and tells its offset; what converts before it is kept.
+struct ExactCase {
+    std::string utf8;
+    std::optional<size_t> stop;
+    std::string sjis;
+};
+
+class ToShiftJisExactly : public ::testing::TestWithParam<ExactCase> {};
+
+TEST_P(ToShiftJisExactly, StopsAtTheFirstCharacterWithoutAForm)
+{
+    std::string sjis = "old";
+    EXPECT_EQ(Utf8ToShiftJisExact(GetParam().utf8, sjis), GetParam().stop);
+    EXPECT_EQ(sjis, GetParam().sjis);
+}
+
+INSTANTIATE_TEST_SUITE_P(ShiftJis, ToShiftJisExactly,
+    ::testing::Values(ExactCase {"10 ? \"あ日ｱ\"¥", std::nullopt, "10 ? \"\x82\xa0\x93\xfa\xb1\"\\"},
+        ExactCase {"", std::nullopt, ""}, ExactCase {"AB\U0001F600C", 2, "AB"}, ExactCase {"あé", 3, "\x82\xa0"},
+        ExactCase {"A\xe3\x81", 1, "A"}, ExactCase {"\xed\xa0\x80", 0, ""}, ExactCase {"?", std::nullopt, "?"}));
+
+TEST(ShiftJis, WellFormedUtf8)
+{
+    for (std::string text : {"", "PRINT", "あ日本", "\U0001F600", "é\r\n", "\xef\xbb\xbf" "A"})
+        EXPECT_TRUE(IsValidUtf8(text)) << text;
+    // Shift-JIS bytes: a stray trail byte, a lead byte cut short, a lead byte no UTF-8 has.
+    for (std::string text : {"\x82\xa0", "\xe3\x81", "A\xb1", "\xfc\x40", "\xc3"})
+        EXPECT_FALSE(IsValidUtf8(text)) << text;
+}
 
 TEST(ShiftJis, LeadBytes)
 {

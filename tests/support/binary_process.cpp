@@ -38,7 +38,7 @@ void drain(int& fd, std::string& into)
 } // namespace
 
 BinaryProcess::BinaryProcess(const std::vector<std::string>& args, const std::string& stdinPath,
-                             const std::string& folder)
+                             const std::string& folder, const std::string& program)
     : m_deadline(std::chrono::steady_clock::now() + kLimit)
 {
     // A child that ends before reading all its input must not take the test down with SIGPIPE.
@@ -71,13 +71,13 @@ BinaryProcess::BinaryProcess(const std::vector<std::string>& args, const std::st
     posix_spawnattr_setsigmask(&attributes, &noneBlocked);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
 
-    std::vector<std::string> words {TESSALY_BINARY};
+    std::vector<std::string> words {program};
     words.insert(words.end(), args.begin(), args.end());
     std::vector<char*> argv;
     for (auto& word : words)
         argv.push_back(word.data());
     argv.push_back(nullptr);
-    if (posix_spawn(&m_pid, TESSALY_BINARY, &actions, &attributes, argv.data(), environ) != 0)
+    if (posix_spawn(&m_pid, program.c_str(), &actions, &attributes, argv.data(), environ) != 0)
         m_pid = -1;
     posix_spawn_file_actions_destroy(&actions);
     posix_spawnattr_destroy(&attributes);
@@ -206,6 +206,18 @@ FinishedRun runBinaryWithInputFile(const std::vector<std::string>& args, const s
                                    const std::string& folder)
 {
     BinaryProcess process(args, stdinPath, folder);
+    int status = process.wait();
+    return {process.output(), process.errors(), status, process.timedOut()};
+}
+
+} // namespace tessaly::test
+
+namespace tessaly::test {
+
+FinishedRun runProgram(const std::string& program, const std::vector<std::string>& args)
+{
+    BinaryProcess process(args, {}, {}, program);
+    process.closeInput();
     int status = process.wait();
     return {process.output(), process.errors(), status, process.timedOut()};
 }

@@ -19,8 +19,9 @@ public:
 
     // Starts TESSALY_BINARY with the arguments. Standard input is the file stdinPath, or, when it
     // is empty, a pipe that the test feeds with write() and ends with closeInput().
+    // With a program, that program of the build is started instead (TESSALY_WINDOW_BINARY).
     explicit BinaryProcess(const std::vector<std::string>& args, const std::string& stdinPath = {},
-                           const std::string& folder = {});
+                           const std::string& folder = {}, const std::string& program = TESSALY_BINARY);
     ~BinaryProcess();
     BinaryProcess(const BinaryProcess&) = delete;
     BinaryProcess& operator=(const BinaryProcess&) = delete;
@@ -71,5 +72,7 @@ FinishedRun runBinary(const std::vector<std::string>& args, std::string_view inp
 // With a folder, the binary starts there as its current folder.
 FinishedRun runBinaryWithInputFile(const std::vector<std::string>& args, const std::string& stdinPath,
                                    const std::string& folder = {});
+// Another program of the build run to its end, standard input empty.
+FinishedRun runProgram(const std::string& program, const std::vector<std::string>& args);
 
 } // namespace tessaly::test
