@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::core {
 
@@ -17,5 +18,8 @@ namespace tessaly::core {
 // UTF-8 to Shift-JIS; a character without a Shift-JIS form, or a broken UTF-8 sequence, becomes "?".
 // ASCII stays as it is; U+00A5 (yen) and U+203E (overline) become 0x5C and 0x7E.
 [[nodiscard]] std::string Utf8ToShiftJis(std::string_view utf8);
+// The Unicode code point of each Shift-JIS character code (a single byte below 0x100, else lead
+// byte x 256 + trail byte), as ShiftJisToUtf8 converts it alone; 0xFFFD when it does not convert.
+[[nodiscard]] std::vector<uint32_t> ShiftJisCodepoints(const std::vector<uint16_t>& codes);
 
 } // namespace tessaly::core
