@@ -62,8 +62,9 @@ TEST(HexGlyphs, SplitsGlyphLinesAndPassesOverTheRest)
     for (const auto& c : cases) {
         auto glyph = SplitHexGlyphLine(c.line);
         ASSERT_EQ(glyph.has_value(), c.glyph) << c.line;
-        if (glyph)
+        if (glyph) {
             EXPECT_EQ(glyph->codepoint, c.codepoint) << c.line;
+        }
     }
 }
 
