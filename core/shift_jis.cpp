@@ -146,7 +146,41 @@ std::string convertEachCharacter(std::string_view text, const char* to, const ch
     return result;
 }
 
+// The code point of the UTF-8 character that text starts with (a complete, valid one).
+uint32_t leadingCodepoint(std::string_view utf8)
+{
+    auto lead = byteAt(utf8, 0);
+    size_t more = expectedUtf8Length(lead);
+    more = more == 0 ? 0 : more - 1;
+    uint32_t codepoint = more == 0 ? lead : lead & (0x3Fu >> more);
+    for (size_t k = 1; k <= more && k < utf8.size(); ++k)
+        codepoint = codepoint << 6 | (byteAt(utf8, k) & 0x3Fu);
+    return codepoint;
+}
+
 } // namespace
+
+std::vector<uint32_t> ShiftJisCodepoints(const std::vector<uint16_t>& codes)
+{
+    constexpr uint32_t kReplacement = 0xFFFD;
+    std::vector<uint32_t> codepoints;
+    codepoints.reserve(codes.size());
+    Converter converter("UTF-8", "CP932");
+    std::string utf8;
+    for (uint16_t code : codes) {
+        char bytes[2] = {static_cast<char>(code >> 8), static_cast<char>(code & 0xFF)};
+        std::string_view character = code > 0xFF ? std::string_view(bytes, 2) : std::string_view(bytes + 1, 1);
+        utf8.clear();
+        if (code < 0x80)
+            codepoints.push_back(code);
+        else if (shiftJisCharacterLength(character, 0) != character.size() || !converter.convertCharacter(character, utf8)
+            || utf8.empty())
+            codepoints.push_back(kReplacement);
+        else
+            codepoints.push_back(leadingCodepoint(utf8));
+    }
+    return codepoints;
+}
 
 std::string ShiftJisToUtf8(std::string_view sjis)
 {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tessaly::core {
 
@@ -24,5 +25,8 @@ namespace tessaly::core {
 [[nodiscard]] std::optional<size_t> Utf8ToShiftJisExact(std::string_view utf8, std::string& sjis);
 // Every byte above 0x7F belongs to a well-formed UTF-8 sequence.
 [[nodiscard]] bool IsValidUtf8(std::string_view text);
+// The Unicode code point of each Shift-JIS character code (a single byte below 0x100, else lead
+// byte x 256 + trail byte), as ShiftJisToUtf8 converts it alone; 0xFFFD when it does not convert.
+[[nodiscard]] std::vector<uint32_t> ShiftJisCodepoints(const std::vector<uint16_t>& codes);
 
 } // namespace tessaly::core

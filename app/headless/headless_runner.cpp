@@ -541,7 +541,8 @@ int runHeadless(int argc, char** argv)
         }
     }
     // The screen is drawn as the window would show it; a screenshot needs the font's glyphs, while
-    // without one the screen is drawn without characters.
+    // without one the screen is drawn without characters. Loading only looks that the file is there:
+    // its glyphs are read when the first character is drawn.
     std::string fontError;
     std::optional<screen::Font> font = screen::Font::load(screen::kUnifontJapanesePath, fontError);
     bool drawsText = options.screenshot != nullptr || options.listingPdf != nullptr || options.screenPdf != nullptr;

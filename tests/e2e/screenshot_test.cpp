@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 #include "support/binary_process.h"
@@ -33,6 +36,45 @@ TEST(Screenshot, UnwritablePathIsAUsageFailure)
 {
     auto run = tessaly::test::runBinary({"--headless", "--screenshot", "/nonexistent/dir/x.png"}, "PRINT 1\n");
     EXPECT_EQ(run.status, 2);
+}
+
+std::string fileBytes(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    std::stringstream contents;
+    contents << file.rdbuf();
+    return contents.str();
+}
+
+// The first run keeps the font's glyphs in the cache folder and the next one reads them from there;
+// with a cache folder that cannot be made the runner reads the font itself and says nothing. The
+// screen is the same each time: a yen sign and an overline stand for the backslash and the tilde.
+TEST(Screenshot, TheFontCacheChangesNoPixel)
+{
+    namespace fs = std::filesystem;
+    char pattern[] = "/tmp/tessaly-screenshot-cache-XXXXXX";
+    ASSERT_NE(mkdtemp(pattern), nullptr);
+    fs::path folder = pattern;
+    std::ofstream(folder / "plain-file") << "x";
+    const std::string program = "PRINT \"\\~ \x93\xfa\"\n";
+    std::string pictures[3];
+    const fs::path cacheHomes[3] = {folder / "cache", folder / "cache", folder / "plain-file" / "cache"};
+    for (int k = 0; k < 3; ++k) {
+        setenv("XDG_CACHE_HOME", cacheHomes[k].c_str(), 1);
+        std::string path = (folder / ("screen" + std::to_string(k) + ".png")).string();
+        auto run = tessaly::test::runBinary({"--headless", "--screenshot", path}, program);
+        EXPECT_EQ(run.status, 0) << k;
+        EXPECT_EQ(run.errors, "") << k;
+        pictures[k] = fileBytes(path);
+        if (k == 0) {
+            EXPECT_FALSE(fs::is_empty(folder / "cache" / "tessaly"));
+        }
+    }
+    setenv("XDG_CACHE_HOME", TESSALY_TEST_CACHE, 1);
+    EXPECT_GT(pictures[0].size(), 100U);
+    EXPECT_EQ(pictures[1], pictures[0]);
+    EXPECT_EQ(pictures[2], pictures[0]);
+    fs::remove_all(folder);
 }
 
 } // namespace
