@@ -1,0 +1,44 @@
+// How the 640 x 400 screen sits in the view: a whole number of view pixels per screen pixel
+// (nearest neighbour, so every screen pixel is an exact square), centred on black when the view is
+// larger. The user's choice (1x, 2x, 3x, full screen) is kept in the settings store.
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+#include <QSize>
+
+namespace tessaly::desktop {
+
+inline constexpr int kMinZoom = 1;
+inline constexpr int kMaxZoom = 3;
+
+// The screen's place in a view of a given size.
+struct ScreenPlacement {
+    int factor = 1;
+    QPoint origin; // the view position of screen pixel (0, 0)
+
+    [[nodiscard]] QRect screenArea() const;
+    // A rectangle of screen pixels as view pixels.
+    [[nodiscard]] QRect toView(const QRect& screenRect) const;
+    // The screen pixel under a view position; false in the black border around the screen.
+    [[nodiscard]] bool toScreen(QPoint viewPoint, QPoint& screenPoint) const;
+    // The screen pixels that cover a rectangle of view pixels (clipped to the screen).
+    [[nodiscard]] QRect screenPixelsUnder(const QRect& viewRect) const;
+};
+
+// The screen at factor, centred in a view of size area (at the top left when the view is smaller).
+ScreenPlacement placeScreen(QSize area, int factor);
+// The largest whole factor at which the screen fits into area (1 when it does not fit at all).
+int largestFittingZoom(QSize area);
+// The screen's size at factor.
+QSize zoomedScreenSize(int factor);
+
+// The user's choice, remembered between runs.
+struct ZoomChoice {
+    int factor = 1;
+    bool fullScreen = false;
+};
+ZoomChoice loadZoomChoice();
+void saveZoomChoice(const ZoomChoice& choice);
+
+} // namespace tessaly::desktop
