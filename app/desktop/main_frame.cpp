@@ -331,6 +331,10 @@ void CMainFrame::changeEvent(QEvent* event)
     // The frame is not maximised.
     if (event->type() == QEvent::WindowStateChange && (windowState() & Qt::WindowMaximized))
         setWindowState(windowState() & ~Qt::WindowMaximized);
+    // Full screen entered or left through the window system (its own key, another program): the
+    // bars and the zoom follow.
+    if (event->type() == QEvent::WindowStateChange && isVisible())
+        setFullScreen((windowState() & Qt::WindowFullScreen) != 0);
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         updateLockIndicators();
 }

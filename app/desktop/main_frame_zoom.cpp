@@ -2,6 +2,7 @@
 #include <QActionGroup>
 #include <QLayout>
 #include <QMenuBar>
+#include <QScreen>
 #include <QScrollArea>
 #include <QShowEvent>
 #include <QStatusBar>
@@ -15,13 +16,6 @@
 namespace tessaly::desktop {
 
 namespace {
-
-// The frame's size and place, decoration included: 640 x 400 grown by the frame's margins
-// (665 x 506) at (99, 75).
-constexpr int kFrameWidth = static_cast<int>(640 * 1.04);
-constexpr int kFrameHeight = static_cast<int>(400 * 1.2653);
-constexpr int kFrameLeft = static_cast<int>(kFrameWidth * 0.15);
-constexpr int kFrameTop = static_cast<int>(kFrameHeight * 0.15);
 
 constexpr int kZoomCommands[] = {cmd::kZoom1, cmd::kZoom2, cmd::kZoom3};
 
@@ -111,9 +105,8 @@ void CMainFrame::fitFrameToZoom()
         layout()->activate();
     QSize bars = size() - m_scroll->size();
     QMargins decoration = decorationMargins();
-    QSize outer = (zoomedScreenSize(m_zoom.factor) + bars).grownBy(decoration);
-    outer = outer.expandedTo(QSize(kFrameWidth, kFrameHeight));
-    resize(outer.shrunkBy(decoration));
+    QSize available = screen() != nullptr ? screen()->availableGeometry().size() : QSize();
+    resize(frameOuterSize(m_zoom.factor, bars, decoration, available).shrunkBy(decoration));
 }
 
 void CMainFrame::followDecoration(bool always)

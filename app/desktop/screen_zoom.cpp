@@ -44,6 +44,12 @@ QRect ScreenPlacement::screenPixelsUnder(const QRect& viewRect) const
         QPoint(floorDiv(last.x(), factor), floorDiv(last.y(), factor)));
 }
 
+QSize frameOuterSize(int factor, QSize bars, const QMargins& decoration, QSize available)
+{
+    QSize outer = (zoomedScreenSize(factor) + bars).grownBy(decoration).expandedTo(QSize(kFrameWidth, kFrameHeight));
+    return available.isValid() ? outer.boundedTo(available) : outer;
+}
+
 ScreenPlacement placeScreen(QSize area, int factor)
 {
     ScreenPlacement placement;

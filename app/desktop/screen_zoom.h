@@ -3,6 +3,7 @@
 // larger. The user's choice (1x, 2x, 3x, full screen) is kept in the settings store.
 #pragma once
 
+#include <QMargins>
 #include <QPoint>
 #include <QRect>
 #include <QSize>
@@ -32,6 +33,19 @@ ScreenPlacement placeScreen(QSize area, int factor);
 int largestFittingZoom(QSize area);
 // The screen's size at factor.
 QSize zoomedScreenSize(int factor);
+
+// The frame's size and place at start-up, decoration included: 640 x 400 grown by the frame's
+// margins (665 x 506) at (99, 75).
+inline constexpr int kFrameWidth = static_cast<int>(640 * 1.04);
+inline constexpr int kFrameHeight = static_cast<int>(400 * 1.2653);
+inline constexpr int kFrameLeft = static_cast<int>(kFrameWidth * 0.15);
+inline constexpr int kFrameTop = static_cast<int>(kFrameHeight * 0.15);
+
+// The frame's outer size (decoration included) for the screen at factor, with bars (menu bar, tool
+// bar, status bar) around it and the window system's decoration: 665 x 506 where the screen fits
+// in it, else as large as the screen needs, but never larger than the display's available area
+// (there the screen scrolls).
+QSize frameOuterSize(int factor, QSize bars, const QMargins& decoration, QSize available);
 
 // The user's choice, remembered between runs.
 struct ZoomChoice {

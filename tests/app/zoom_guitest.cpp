@@ -126,6 +126,35 @@ private slots:
         QVERIFY(placement.screenPixelsUnder(QRect(0, 0, 10, 820)).isEmpty());
     }
 
+    void theFramesOuterSize_data()
+    {
+        QTest::addColumn<int>("factor");
+        QTest::addColumn<QSize>("bars");
+        QTest::addColumn<QMargins>("decoration");
+        QTest::addColumn<QSize>("available");
+        QTest::addColumn<QSize>("outer");
+        const QMargins none;
+        const QMargins thin(4, 30, 4, 4);
+        const QSize large(3000, 2000);
+        QTest::newRow("1x: the start-up's size") << 1 << QSize(0, 70) << thin << large << QSize(665, 506);
+        QTest::newRow("1x: taller bars grow it") << 1 << QSize(0, 110) << thin << large << QSize(665, 544);
+        QTest::newRow("1x: no decoration") << 1 << QSize(0, 106) << none << large << QSize(665, 506);
+        QTest::newRow("2x: around the screen") << 2 << QSize(0, 90) << thin << large << QSize(1288, 924);
+        QTest::newRow("3x: around the screen") << 3 << QSize(2, 90) << thin << large << QSize(1930, 1324);
+        QTest::newRow("3x: no more than the display") << 3 << QSize(0, 90) << thin << QSize(1366, 740) << QSize(1366, 740);
+        QTest::newRow("no display known") << 3 << QSize(0, 90) << thin << QSize() << QSize(1928, 1324);
+    }
+
+    void theFramesOuterSize()
+    {
+        QFETCH(int, factor);
+        QFETCH(QSize, bars);
+        QFETCH(QMargins, decoration);
+        QFETCH(QSize, available);
+        QFETCH(QSize, outer);
+        QCOMPARE(frameOuterSize(factor, bars, decoration, available), outer);
+    }
+
     // The decoration included, the frame is 665 x 506 at (99, 75); the screen's room around the
     // 640 x 400 screen is black, with no strips of the window's grey.
     void theFramesOuterSizeAndNoGreyStrips()
@@ -222,10 +251,10 @@ private slots:
         QVERIFY(!w.frame().menuBar()->isVisible());
         QVERIFY(!w.frame().toolBar()->isVisible());
         QVERIFY(!w.frame().statusBar()->isVisible());
-        QSize area = w.view().size();
-        QCOMPARE(area, w.frame().size());
-        QCOMPARE(w.view().placement().factor, largestFittingZoom(area));
-        QCOMPARE(w.view().placement().origin, placeScreen(area, largestFittingZoom(area)).origin);
+        // The test's display is 2000 x 1300: 3x, with a black border of 40 and 50 pixels.
+        QCOMPARE(w.view().size(), QSize(2000, 1300));
+        QCOMPARE(w.view().placement().factor, 3);
+        QCOMPARE(w.view().placement().origin, QPoint(40, 50));
         drawSomething(w);
         QImage shown = w.view().grab().toImage();
         QCOMPARE(firstNonBlackBorderPixel(shown, w.view().placement()), QPoint(-1, -1));
@@ -235,11 +264,9 @@ private slots:
         QTest::mouseClick(&w.view(), Qt::LeftButton, {}, origin + QPoint(f * (8 * 7 + 1), f * (16 * 2 + 1)));
         QCOMPARE(w.interpreter().screen().cursorColumn(), 7);
         QCOMPARE(w.interpreter().screen().cursorRow(), 2);
-        if (origin.x() > 0) {
-            QTest::mouseClick(&w.view(), Qt::LeftButton, {}, QPoint(origin.x() - 1, origin.y() + 20));
-            QCOMPARE(w.interpreter().screen().cursorColumn(), 7);
-            QCOMPARE(w.interpreter().screen().cursorRow(), 2);
-        }
+        QTest::mouseClick(&w.view(), Qt::LeftButton, {}, QPoint(origin.x() - 1, origin.y() + 20));
+        QCOMPARE(w.interpreter().screen().cursorColumn(), 7);
+        QCOMPARE(w.interpreter().screen().cursorRow(), 2);
 
         QTest::keyClick(&w.view(), Qt::Key_F11);
         QApplication::processEvents();
@@ -253,9 +280,22 @@ private slots:
         // A bar hidden before full screen stays hidden after it.
         w.frame().runCommand(cmd::kViewStatusBar);
         w.frame().setFullScreen(true);
+        QApplication::processEvents();
         w.frame().setFullScreen(false);
+        QApplication::processEvents();
         QVERIFY(!w.frame().statusBar()->isVisible());
         QVERIFY(w.frame().toolBar()->isVisible());
+        // Full screen entered and left by the window system: the bars and the zoom follow.
+        w.frame().setWindowState(Qt::WindowFullScreen);
+        QVERIFY(w.frame().action(cmd::kFullScreen)->isChecked());
+        QVERIFY(!w.frame().menuBar()->isVisible());
+        QTRY_COMPARE(w.view().placement().factor, 3);
+        w.frame().showNormal();
+        QApplication::processEvents();
+        QVERIFY(!w.frame().action(cmd::kFullScreen)->isChecked());
+        QVERIFY(w.frame().menuBar()->isVisible());
+        QCOMPARE(w.view().placement().factor, 2);
+        QCOMPARE(w.frame().centralWidget()->size(), QSize(1280, 800));
         // A zoom chosen in full screen ends it.
         w.frame().setFullScreen(true);
         w.frame().action(cmd::kZoom3)->trigger();
