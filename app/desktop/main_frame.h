@@ -9,6 +9,7 @@
 #include <QMainWindow>
 #include <QMargins>
 #include <memory>
+#include <optional>
 
 #include "app/desktop/screen_zoom.h"
 
@@ -63,8 +64,6 @@ private:
     void updateTitle();
     void createZoomActions();
     void updateZoomChecks();
-    // The window system's decoration around the frame (none where it does not say).
-    [[nodiscard]] QMargins decorationMargins() const;
     // When the decoration becomes known or changes, the frame is fitted again.
     void followDecoration(bool always);
     // File Print (preview false) and Print Preview: the choice of what to print, then the print
@@ -82,9 +81,14 @@ private:
     QScrollArea* m_scroll = nullptr;
     ZoomChoice m_zoom;
     QMargins m_decoration;
+    // The frame stands at its start-up place with the decoration known (until then each fit puts it
+    // there again).
+    bool m_placed = false;
     // The bars shown before full screen hid them.
     bool m_toolBarBeforeFullScreen = true;
     bool m_statusBarBeforeFullScreen = true;
+    // Where the frame stood before full screen, decoration included.
+    std::optional<QPoint> m_cornerBeforeFullScreen;
 };
 
 } // namespace tessaly::desktop

@@ -50,6 +50,15 @@ QSize frameOuterSize(int factor, QSize bars, const QMargins& decoration, QSize a
     return available.isValid() ? outer.boundedTo(available) : outer;
 }
 
+QPoint frameCornerWithin(QPoint corner, QSize outer, const QRect& available)
+{
+    if (!available.isValid())
+        return corner;
+    int left = std::max(available.left(), std::min(corner.x(), available.left() + available.width() - outer.width()));
+    int top = std::max(available.top(), std::min(corner.y(), available.top() + available.height() - outer.height()));
+    return {left, top};
+}
+
 ScreenPlacement placeScreen(QSize area, int factor)
 {
     ScreenPlacement placement;

@@ -46,6 +46,9 @@ inline constexpr int kFrameTop = static_cast<int>(kFrameHeight * 0.15);
 // in it, else as large as the screen needs, but never larger than the display's available area
 // (there the screen scrolls).
 QSize frameOuterSize(int factor, QSize bars, const QMargins& decoration, QSize available);
+// The frame's top left corner moved (as little as it takes) so that a frame of size outer stays in
+// the display's available area (an invalid area: the corner as it is).
+QPoint frameCornerWithin(QPoint corner, QSize outer, const QRect& available);
 
 // The user's choice, remembered between runs.
 struct ZoomChoice {

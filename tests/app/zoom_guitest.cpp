@@ -155,6 +155,31 @@ private slots:
         QCOMPARE(frameOuterSize(factor, bars, decoration, available), outer);
     }
 
+    void theFrameStaysOnTheDisplay_data()
+    {
+        QTest::addColumn<QPoint>("corner");
+        QTest::addColumn<QSize>("outer");
+        QTest::addColumn<QRect>("available");
+        QTest::addColumn<QPoint>("kept");
+        const QRect display(0, 0, 1920, 1050);
+        QTest::newRow("inside") << QPoint(99, 75) << QSize(665, 506) << display << QPoint(99, 75);
+        QTest::newRow("past the right") << QPoint(1500, 75) << QSize(665, 506) << display << QPoint(1255, 75);
+        QTest::newRow("past the bottom") << QPoint(99, 75) << QSize(1290, 1000) << display << QPoint(99, 50);
+        QTest::newRow("larger than the display") << QPoint(99, 75) << QSize(2000, 1100) << display << QPoint(0, 0);
+        QTest::newRow("a panel on the left") << QPoint(10, 75) << QSize(665, 506) << QRect(64, 0, 1856, 1080)
+                                             << QPoint(64, 75);
+        QTest::newRow("no display known") << QPoint(1500, 75) << QSize(665, 506) << QRect() << QPoint(1500, 75);
+    }
+
+    void theFrameStaysOnTheDisplay()
+    {
+        QFETCH(QPoint, corner);
+        QFETCH(QSize, outer);
+        QFETCH(QRect, available);
+        QFETCH(QPoint, kept);
+        QCOMPARE(frameCornerWithin(corner, outer, available), kept);
+    }
+
     // The decoration included, the frame is 665 x 506 at (99, 75); the screen's room around the
     // 640 x 400 screen is black, with no strips of the window's grey.
     void theFramesOuterSizeAndNoGreyStrips()
