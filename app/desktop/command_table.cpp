@@ -39,7 +39,13 @@ constexpr Command kCommands[] = {
     {kCont, "CONT", true, "継続/CONT", nullptr, true},
     {kViewToolBar, "ﾂｰﾙ ﾊﾞｰ(&T)", false, "ﾂｰﾙ ﾊﾞｰの 表示/非表示/ToolBar On,Off", nullptr, true},
     {kViewStatusBar, "ｽﾃｰﾀｽ ﾊﾞｰ(&S)", false, "ｽﾃｰﾀｽ ﾊﾞｰの 表示/非表示/StatusBar On,Off", nullptr, true},
-    {kHelpIndex, "ﾄﾋﾟｯｸの検索(&H)", true, "ﾍﾙﾌﾟ ﾄﾋﾟｯｸの一覧", "F11", true},
+    // No key of the BASIC screen needs Ctrl with a digit, and F11 is the desktop's usual full-screen
+    // key (the help, which has no file to show, gives it up).
+    {kZoom1, "等倍(&1)", false, "画面を等倍で表示/Zoom 1x", "Ctrl+1", true},
+    {kZoom2, "2 倍(&2)", false, "画面を 2 倍で表示/Zoom 2x", "Ctrl+2", true},
+    {kZoom3, "3 倍(&3)", false, "画面を 3 倍で表示/Zoom 3x", "Ctrl+3", true},
+    {kFullScreen, "全画面表示(&F)", false, "画面全体に表示/Full screen", "F11", true},
+    {kHelpIndex, "ﾄﾋﾟｯｸの検索(&H)", true, "ﾍﾙﾌﾟ ﾄﾋﾟｯｸの一覧", nullptr, true},
     {kContextHelp, nullptr, true, "ｸﾘｯｸされたﾎﾞﾀﾝ、ﾒﾆｭｰまたはｳｨﾝﾄﾞｳのﾍﾙﾌﾟを表示", nullptr, true},
     {kAppAbout, "Tessaly のﾊﾞｰｼﾞｮﾝ情報(&A)...", false, "ﾌﾟﾛｸﾞﾗﾑの情報、ﾊﾞｰｼﾞｮﾝそして著作権を表示", nullptr, true},
     {kFunctionKey10, nullptr, false, nullptr, "F10", true},
@@ -77,7 +83,7 @@ constexpr int kFileMenu[] = {kFileNew, kFileOpen, kFileSave, kFileSaveAs, kSepar
 constexpr int kEditMenu[] = {kEditUndo, kSeparator, kListEditor, kSeparator, kCopyAllList, kPasteAllList,
     kCutAllList, kDeleteAllList, kSeparator, kCopyPartList, kPastePartList, kCutPartList, kDeletePartList};
 constexpr int kRunMenu[] = {kRun, kBreak, kCont};
-constexpr int kViewMenu[] = {kViewToolBar, kViewStatusBar, kSeparator, kCls, kCls2, kCls3, kList, kSeparator,
+constexpr int kViewMenu[] = {kViewToolBar, kViewStatusBar, kSeparator, kZoom1, kZoom2, kZoom3, kFullScreen, kSeparator, kCls, kCls2, kCls3, kList, kSeparator,
     kCopyGraphics, kCopyText};
 constexpr int kHelpMenu[] = {kHelpIndex, kSeparator, kAppAbout};
 

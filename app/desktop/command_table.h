@@ -20,6 +20,8 @@ inline constexpr int kRun = 32779, kBreak = 32778, kCont = 32780;
 inline constexpr int kViewToolBar = 59392, kViewStatusBar = 59393;
 inline constexpr int kHelpIndex = 57667, kContextHelp = 57669, kAppAbout = 57664, kFunctionKey10 = 1006;
 inline constexpr int kSerialPorts = 32810;
+// The screen's size: a whole number of window pixels per screen pixel, or the whole display.
+inline constexpr int kZoom1 = 32811, kZoom2 = 32812, kZoom3 = 32813, kFullScreen = 32814;
 inline constexpr int kSeparator = 0;
 } // namespace cmd
 

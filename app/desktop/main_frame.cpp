@@ -37,17 +37,12 @@ namespace tessaly::desktop {
 
 namespace {
 
-// The frame's size and place: 640 x 400 grown by the frame's margins (665 x 506) at (99, 75).
-constexpr int kFrameWidth = static_cast<int>(640 * 1.04);
-constexpr int kFrameHeight = static_cast<int>(400 * 1.2653);
-constexpr int kFrameLeft = static_cast<int>(kFrameWidth * 0.15);
-constexpr int kFrameTop = static_cast<int>(kFrameHeight * 0.15);
-
 // Only these accelerators are bound; the others only show their keys in the menu.
 bool isBoundShortcut(int id)
 {
     return id == cmd::kFileNew || id == cmd::kFileOpen || id == cmd::kFileSave || id == cmd::kFilePrint
-        || id == cmd::kHelpIndex || id == cmd::kFunctionKey10;
+        || id == cmd::kFunctionKey10 || id == cmd::kZoom1 || id == cmd::kZoom2 || id == cmd::kZoom3
+        || id == cmd::kFullScreen;
 }
 
 QString toolTipOf(const char* menuText)
@@ -68,16 +63,23 @@ CMainFrame::CMainFrame(CTessalyView& view, CTessalyDoc& doc, RecentFiles& recent
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint
         | Qt::WindowCloseButtonHint);
     setWindowIcon(applicationIcon());
+    // The view fills the scroll area and draws the screen centred on black; the scroll bars come only
+    // when the frame is smaller than the zoomed screen.
     auto* scroll = new QScrollArea(this);
+    m_scroll = scroll;
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidgetResizable(true);
     scroll->setWidget(&m_view);
-    scroll->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     scroll->setFocusProxy(&m_view);
+    QPalette black = scroll->palette();
+    black.setColor(QPalette::Window, Qt::black);
+    scroll->setPalette(black);
     setCentralWidget(scroll);
     createActions();
     createMenus();
     createToolBar();
     createStatusBar();
-    setGeometry(kFrameLeft, kFrameTop, kFrameWidth, kFrameHeight);
+    createZoomActions();
     connect(&m_doc, &CTessalyDoc::titleChanged, this, &CMainFrame::updateTitle);
     connect(&m_recent, &RecentFiles::changed, this, &CMainFrame::fillRecentMenu);
     connect(&m_view, &CTessalyView::scrollRequested, scroll, [scroll](int direction) {
@@ -120,8 +122,10 @@ void CMainFrame::createActions()
         connect(action, &QAction::triggered, this, [this, id] { runCommand(id); });
         m_actions.insert(id, action);
     }
-    // F10 is an accelerator of its own, so that no desktop takes it to open the menu bar.
-    addAction(m_actions[cmd::kFunctionKey10]);
+    // F10 is an accelerator of its own, so that no desktop takes it to open the menu bar; the zoom
+    // keys work in full screen, where the menu bar is hidden.
+    for (int id : {cmd::kFunctionKey10, cmd::kZoom1, cmd::kZoom2, cmd::kZoom3, cmd::kFullScreen})
+        addAction(m_actions[id]);
     for (int id : {cmd::kViewToolBar, cmd::kViewStatusBar}) {
         m_actions[id]->setCheckable(true);
         m_actions[id]->setChecked(true);
@@ -263,6 +267,10 @@ void CMainFrame::runCommand(int id)
         statusBar()->setVisible(!statusBar()->isVisible());
         m_actions[cmd::kViewStatusBar]->setChecked(statusBar()->isVisible());
         break;
+    case cmd::kZoom1: setZoom(1); break;
+    case cmd::kZoom2: setZoom(2); break;
+    case cmd::kZoom3: setZoom(3); break;
+    case cmd::kFullScreen: setFullScreen(!m_zoom.fullScreen); break;
     case cmd::kListEditor: editList(in, m_doc.prompts()); break;
     case cmd::kFilePrint: printDocument(false); break;
     case cmd::kFilePrintPreview: printDocument(true); break;
@@ -323,6 +331,10 @@ void CMainFrame::changeEvent(QEvent* event)
     // The frame is not maximised.
     if (event->type() == QEvent::WindowStateChange && (windowState() & Qt::WindowMaximized))
         setWindowState(windowState() & ~Qt::WindowMaximized);
+    // Full screen entered or left through the window system (its own key, another program): the
+    // bars and the zoom follow.
+    if (event->type() == QEvent::WindowStateChange && isVisible())
+        setFullScreen((windowState() & Qt::WindowFullScreen) != 0);
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
         updateLockIndicators();
 }

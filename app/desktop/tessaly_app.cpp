@@ -2,6 +2,7 @@
 #include "app/desktop/tessaly_app.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QMessageBox>
 
 #include "app/desktop/document_prompts.h"
@@ -77,7 +78,12 @@ bool CTessalyApp::initInstance(const QStringList& arguments)
         m_error = QStringLiteral("--run needs a program file");
         return false;
     }
-    if (!file.isEmpty() && !m_doc->openAndResetScreen(file)) {
+    // A name that is not there yet starts an empty program under it, as a text editor does; a file
+    // that is there but cannot be read, or one to run, must be read.
+    QFileInfo named(file);
+    if (!file.isEmpty() && !run && !named.exists() && !named.isSymLink()) {
+        m_doc->startNamed(file);
+    } else if (!file.isEmpty() && !m_doc->openAndResetScreen(file)) {
         m_error = QStringLiteral("cannot read %1").arg(file);
         return false;
     }

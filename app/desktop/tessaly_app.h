@@ -27,7 +27,8 @@ public:
     ~CTessalyApp() override;
 
     // Start-up with the arguments after the program name: none (a new document), FILE (opened as
-    // Open does) or --run FILE (opened and run). false ends the application (message in error()).
+    // Open does; a FILE that does not exist yet is an empty program under that name) or --run FILE
+    // (opened and run). false ends the application (message in error()).
     bool initInstance(const QStringList& arguments);
     [[nodiscard]] const QString& error() const { return m_error; }
 

@@ -2,12 +2,14 @@
 // interpreter's own error messages.
 #include "app/desktop/tessaly_doc.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include "app/desktop/document_prompts.h"
 #include "app/desktop/recent_files.h"
 #include "app/desktop/tessaly_view.h"
+#include "app/desktop/virtual_keys.h"
 #include "io/program_document.h"
 #include "screen/text_screen.h"
 
@@ -128,6 +130,8 @@ bool CTessalyDoc::openAndResetScreen(const QString& path)
 
 bool CTessalyDoc::openDropped(const QString& path)
 {
+    if (!saveModified())
+        return false;
     auto outcome = load(path);
     if (outcome == io::LoadOutcome::Failed)
         return false;
@@ -138,6 +142,18 @@ bool CTessalyDoc::openDropped(const QString& path)
         m_view.interpreter().showOk();
     showCaret();
     return true;
+}
+
+void CTessalyDoc::startNamed(const QString& path)
+{
+    QString absolute = QFileInfo(path).absoluteFilePath();
+    // As after a load, bare file names of the program's OPEN and LOAD are found beside it.
+    QString folder = QFileInfo(absolute).absolutePath();
+    if (QDir(folder).exists())
+        QDir::setCurrent(folder);
+    setPath(absolute);
+    setModified(false);
+    showCaret();
 }
 
 bool CTessalyDoc::onFileSave()
@@ -164,8 +180,24 @@ bool CTessalyDoc::onFileSaveAs()
     return saved;
 }
 
+bool CTessalyDoc::folderExistsFor(const QString& path)
+{
+    QString folder = QFileInfo(path).absolutePath();
+    if (QFileInfo(folder).isDir())
+        return true;
+    auto& screen = m_view.interpreter().screen();
+    screen.Print(shiftJisOf(QStringLiteral("Folder not found: %1").arg(QDir::toNativeSeparators(folder))));
+    screen.NewLine();
+    showCaret();
+    return false;
+}
+
 bool CTessalyDoc::saveTo(const QString& path)
 {
+    // Nothing is written into a folder that is not there (the save would otherwise be refused as
+    // a file that cannot be created).
+    if (!folderExistsFor(path))
+        return false;
     auto& in = m_view.interpreter();
     bool tooLongToLoad = false;
     bool saved = finishFileCommand(io::SaveProgramDocument(in, localPath(path), io::RaiseAt::NoLine, &tooLongToLoad), path);

@@ -32,8 +32,12 @@ public:
     bool openPath(const QString& path);
     // A program from the recent-file list or the command line: the screen starts afresh as well.
     bool openAndResetScreen(const QString& path);
-    // A dropped program: loaded as a LOAD does, the screen afresh and "OK" after it.
+    // A dropped program: after the save question (Cancel keeps the program and ignores the drop),
+    // loaded as a LOAD does, the screen afresh and "OK" after it.
     bool openDropped(const QString& path);
+    // A file named on the command line that does not exist yet: an empty program under that name,
+    // which the first Save writes without asking for a name.
+    void startNamed(const QString& path);
     // File Save: to the current path, or through Save As when there is none.
     bool onFileSave();
     bool onFileSaveAs();
@@ -50,6 +54,8 @@ private:
     io::LoadOutcome load(const QString& path);
     void reportCut();
     bool saveTo(const QString& path);
+    // false, with a line on the screen that names the folder, when path's folder does not exist.
+    bool folderExistsFor(const QString& path);
     // After a load or a save: the document takes the path, or the error is shown.
     bool finishFileCommand(bool succeeded, const QString& path);
     void setPath(const QString& path);

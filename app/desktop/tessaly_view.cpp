@@ -10,7 +10,10 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QRegion>
+#include <QResizeEvent>
 #include <QWindow>
+#include <algorithm>
 
 #include "app/desktop/virtual_keys.h"
 #include "screen/colours.h"
@@ -50,22 +53,46 @@ CTessalyView::CTessalyView(const screen::Font& font, QWidget* parent)
             m_caretOn = !m_caretOn || m_blinksLeft <= 0;
             if (--m_blinksLeft <= 0 && m_caretOn)
                 m_blink.stop();
-            update(m_caret);
+            update(m_placement.toView(m_caret));
         });
     }
-    setFixedSize(sizeHint());
+    setZoom(1);
     placeCaret();
 }
 
 CTessalyView::~CTessalyView() { m_interpreter.setRenderer(nullptr); }
 
-QSize CTessalyView::sizeHint() const { return {screen::kScreenWidth, screen::kScreenHeight}; }
+QSize CTessalyView::sizeHint() const { return zoomedScreenSize(std::max(1, m_chosenZoom)); }
+
+void CTessalyView::setZoom(int factor)
+{
+    m_chosenZoom = factor == 0 ? 0 : std::clamp(factor, kMinZoom, kMaxZoom);
+    setMinimumSize(sizeHint());
+    updateGeometry();
+    updatePlacement();
+}
+
+void CTessalyView::updatePlacement()
+{
+    int factor = m_chosenZoom == 0 ? largestFittingZoom(size()) : m_chosenZoom;
+    ScreenPlacement placement = placeScreen(size(), factor);
+    if (placement.factor != m_placement.factor || placement.origin != m_placement.origin) {
+        m_placement = placement;
+        update();
+    }
+}
+
+void CTessalyView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    updatePlacement();
+}
 
 void CTessalyView::refresh()
 {
     screen::Rect damage = m_renderer.takeWindowDamage();
     if (!damage.empty())
-        update(QRect(damage.left, damage.top, damage.right - damage.left, damage.bottom - damage.top));
+        update(m_placement.toView(QRect(damage.left, damage.top, damage.right - damage.left, damage.bottom - damage.top)));
     placeCaret();
 }
 
@@ -77,10 +104,10 @@ void CTessalyView::placeCaret()
     QRect rect(caret.x, caret.y, caret.width, caret.height);
     bool visible = caret.visible && !m_interpreter.isRunning();
     if (rect != m_caret || visible != m_caretVisible) {
-        update(m_caret);
+        update(m_placement.toView(m_caret));
         m_caret = rect;
         m_caretVisible = visible;
-        update(m_caret);
+        update(m_placement.toView(m_caret));
         restartBlinking();
     }
     if (!m_caretVisible)
@@ -102,11 +129,17 @@ void CTessalyView::paintEvent(QPaintEvent* event)
         composite.width() * static_cast<int>(sizeof(screen::Pixel)), QImage::Format_RGB32);
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform, false);
-    QRect area = event->rect().intersected(image.rect());
-    painter.drawImage(area, image, area);
+    // Around the screen: black.
+    QRegion border = QRegion(event->rect()) - QRegion(m_placement.screenArea());
+    for (const QRect& strip : border)
+        painter.fillRect(strip, Qt::black);
+    // Whole screen pixels, each drawn as a square of factor x factor view pixels.
+    QRect source = m_placement.screenPixelsUnder(event->rect());
+    if (!source.isEmpty())
+        painter.drawImage(m_placement.toView(source), image, source);
     if (m_caretVisible && m_caretOn && hasFocus()) {
         painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
-        painter.fillRect(m_caret, Qt::white);
+        painter.fillRect(m_placement.toView(m_caret), Qt::white);
     }
 }
 
@@ -149,7 +182,7 @@ void CTessalyView::inputMethodEvent(QInputMethodEvent* event)
 QVariant CTessalyView::inputMethodQuery(Qt::InputMethodQuery query) const
 {
     if (query == Qt::ImCursorRectangle)
-        return m_caret;
+        return m_placement.toView(m_caret);
     if (query == Qt::ImEnabled)
         return true;
     return QWidget::inputMethodQuery(query);
@@ -159,7 +192,10 @@ void CTessalyView::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return;
-    QPoint at = event->position().toPoint();
+    // A click on the black border around the screen is no click on the screen.
+    QPoint at;
+    if (!m_placement.toScreen(event->position().toPoint(), at))
+        return;
     m_interpreter.onLeftButtonDown(at.x(), at.y());
     afterInput();
 }
@@ -183,7 +219,7 @@ void CTessalyView::focusOutEvent(QFocusEvent* event)
 {
     QWidget::focusOutEvent(event);
     m_blink.stop();
-    update(m_caret);
+    update(m_placement.toView(m_caret));
 }
 
 void CTessalyView::dragEnterEvent(QDragEnterEvent* event)

@@ -1,7 +1,8 @@
 // CTessalyView: the BASIC screen. It owns the one interpreter with its renderer, shows the
-// composite plane (on a high-density screen the application rounds the device pixel ratio to a whole
-// number, so each pixel becomes a sharp square of device pixels), blinks the caret, and hands the interpreter keys,
-// clicks, focus and dropped files.
+// composite plane at a whole zoom factor centred on black (on a high-density screen the application
+// also rounds the device pixel ratio to a whole number, so each pixel becomes a sharp square of
+// device pixels), blinks the caret, and hands the interpreter keys, clicks (mapped back through the
+// zoom), focus and dropped files.
 #pragma once
 
 #include <QTimer>
@@ -9,6 +10,7 @@
 #include <memory>
 
 #include "app/desktop/qt_host.h"
+#include "app/desktop/screen_zoom.h"
 #include "core/interpreter.h"
 #include "screen/font.h"
 #include "screen/renderer.h"
@@ -31,8 +33,15 @@ public:
     // Copies what changed on the composite to the window and places the caret.
     void refresh();
     [[nodiscard]] QSize sizeHint() const override;
-    // Where the caret stands and whether it is drawn now (for tests and painting).
+    // Where the caret stands, in screen pixels (for tests and painting).
     [[nodiscard]] QRect caretRect() const { return m_caret; }
+
+    // A fixed zoom factor (1 to 3): the view is at least that large. 0: the largest factor that
+    // fits the view's size, as in full screen.
+    void setZoom(int factor);
+    [[nodiscard]] int chosenZoom() const { return m_chosenZoom; }
+    // Where the screen is drawn now, and at what factor.
+    [[nodiscard]] const ScreenPlacement& placement() const { return m_placement; }
 
 signals:
     // Keys or clicks reached the interpreter: a program may have started.
@@ -43,6 +52,7 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
@@ -59,6 +69,7 @@ private:
     void afterInput();
     void placeCaret();
     void restartBlinking();
+    void updatePlacement();
 
     QtHost m_host;
     core::Interpreter m_interpreter;
@@ -69,6 +80,8 @@ private:
     int m_blinksLeft = 0;
     QRect m_caret;
     bool m_caretVisible = false;
+    int m_chosenZoom = 1;
+    ScreenPlacement m_placement;
 };
 
 } // namespace tessaly::desktop

@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 #include <sys/resource.h>
 #include <csignal>
+#include <unistd.h>
 
 #include "gui_fixture.h"
 
@@ -52,8 +53,72 @@ private slots:
         Window ran({QStringLiteral("--run"), path});
         QVERIFY(ran.settle());
         QCOMPARE(ran.row(0), QStringLiteral("HI"));
-        Window missing({dir.filePath(QStringLiteral("NONE.BAS"))});
-        QVERIFY(!missing.started);
+    }
+
+    // A name that is not there yet is an empty program under that name, as in a text editor; the
+    // first Save writes it without asking for a name. What is there but cannot be read still ends
+    // the start, and --run wants a program to run.
+    void commandLineNameOfANewFile()
+    {
+        QTemporaryDir dir;
+        QString path = dir.filePath(QStringLiteral("NEW.BAS"));
+        Window w({path});
+        QVERIFY(w.started);
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("NEW.BAS - Tessaly"));
+        QCOMPARE(w.doc().pathName(), path);
+        QCOMPARE(w.interpreter().program().count(), 0);
+        QVERIFY(!w.doc().isModified());
+        QVERIFY(!QFile::exists(path));
+        QCOMPARE(QFileInfo(QDir::currentPath()).canonicalFilePath(), QFileInfo(dir.path()).canonicalFilePath());
+        w.typeLine(QStringLiteral("10 PRINT 3"));
+        QTest::keyClick(&w.frame(), Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(readAll(path), QByteArray("10 PRINT 3\r\n"));
+        QVERIFY(!w.doc().isModified());
+        QVERIFY(w.prompts->saveNames.empty());
+
+        // In a folder that is not there: the name is kept, Save says which folder is missing.
+        QString lost = dir.filePath(QStringLiteral("nowhere/LOST.BAS"));
+        Window away({lost});
+        QVERIFY(away.started);
+        QCOMPARE(away.frame().windowTitle(), QStringLiteral("LOST.BAS - Tessaly"));
+        away.typeLine(QStringLiteral("10 END"));
+        QTest::keyClick(&away.frame(), Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(away.row(1), QStringLiteral("Folder not found: %1").arg(dir.filePath(QStringLiteral("nowhere"))));
+        QVERIFY(away.doc().isModified());
+
+        QDir(dir.path()).mkdir(QStringLiteral("folder"));
+        Window aFolder({dir.filePath(QStringLiteral("folder"))});
+        QVERIFY(!aFolder.started);
+        QVERIFY(aFolder.app->error().contains(QStringLiteral("folder")));
+        Window runMissing({QStringLiteral("--run"), dir.filePath(QStringLiteral("NONE.BAS"))});
+        QVERIFY(!runMissing.started);
+        if (geteuid() != 0) { // the superuser reads any file
+            QString locked = dir.filePath(QStringLiteral("LOCKED.BAS"));
+            writeFile(locked, "10 END\r\n");
+            QFile::setPermissions(locked, QFileDevice::WriteOwner);
+            Window unreadable({locked});
+            QVERIFY(!unreadable.started);
+        }
+    }
+
+    // Save As into a folder that is not there names the folder and writes nothing.
+    void saveAsIntoAMissingFolder()
+    {
+        QTemporaryDir dir;
+        Window w;
+        w.typeLine(QStringLiteral("10 END"));
+        QString target = dir.filePath(QStringLiteral("gone/deeper/X.BAS"));
+        w.prompts->saveNames = {target};
+        w.frame().runCommand(cmd::kFileSaveAs);
+        QCOMPARE(w.row(1), QStringLiteral("Folder not found: %1").arg(dir.filePath(QStringLiteral("gone/deeper"))));
+        QCOMPARE(w.row(2), QString());
+        QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden), QStringList());
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("無題 - Tessaly"));
+        QVERIFY(w.doc().isModified());
+        // A folder that is there takes the file.
+        w.prompts->saveNames = {dir.filePath(QStringLiteral("X.BAS"))};
+        w.frame().runCommand(cmd::kFileSaveAs);
+        QCOMPARE(readAll(dir.filePath(QStringLiteral("X.BAS"))), QByteArray("10 END\r\n"));
     }
 
     void openThroughThePromptAndCancel()

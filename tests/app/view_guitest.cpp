@@ -32,10 +32,11 @@ private slots:
         // The window shows the composite: the answer's digit is drawn in white on black.
         QImage shown = w.view().grab().toImage();
         const auto& composite = w.view().renderer().composite();
+        QPoint origin = w.view().placement().origin;
         int whiteInDigit = 0;
         for (int y = 2 * 16; y < 3 * 16; ++y) {
             for (int x = 8; x < 16; ++x) {
-                QCOMPARE(shown.pixel(x, y) & 0xFFFFFFu, composite.pixel(x, y));
+                QCOMPARE(shown.pixel(origin + QPoint(x, y)) & 0xFFFFFFu, composite.pixel(x, y));
                 whiteInDigit += composite.pixel(x, y) == 0xFFFFFFu;
             }
         }
@@ -119,7 +120,7 @@ private slots:
     void leftClickPutsTheCursorOnTheCell()
     {
         Window w;
-        QTest::mouseClick(&w.view(), Qt::LeftButton, {}, QPoint(8 * 5 + 3, 16 * 3 + 7));
+        QTest::mouseClick(&w.view(), Qt::LeftButton, {}, w.view().placement().origin + QPoint(8 * 5 + 3, 16 * 3 + 7));
         QCOMPARE(w.interpreter().screen().cursorColumn(), 5);
         QCOMPARE(w.interpreter().screen().cursorRow(), 3);
         QCOMPARE(w.view().caretRect(), QRect(40, 48, 8, 13));
@@ -150,6 +151,63 @@ private slots:
         // As a LOAD: the screen starts afresh and OK follows.
         QCOMPARE(w.row(0), QStringLiteral("OK"));
         QCOMPARE(w.row(1), QString());
+    }
+
+    // A drop on a changed program asks the save question first: Cancel keeps the program and
+    // ignores the drop, No drops the changes, Yes saves them before the load.
+    void aDropAsksToSaveChangesFirst()
+    {
+        QTemporaryDir dir;
+        QString dropped = dir.filePath(QStringLiteral("DROP.BAS"));
+        QFile file(dropped);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("10 PRINT 7\r\n20 END\r\n");
+        file.close();
+        auto drop = [&](Window& w) {
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(dropped)});
+            QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(&w.view(), &enter);
+            QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(&w.view(), &event);
+        };
+        Window w;
+        w.typeLine(QStringLiteral("5 REM MINE"));
+        w.prompts->saveAnswers = {SaveChangesAnswer::Cancel};
+        drop(w);
+        QCOMPARE(w.prompts->saveQuestions, 1);
+        QCOMPARE(w.interpreter().program().count(), 1);
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("無題 - Tessaly"));
+        QVERIFY(w.doc().isModified());
+
+        // Yes with a name: the program is saved there, then the dropped one is loaded.
+        QString kept = dir.filePath(QStringLiteral("MINE.BAS"));
+        w.prompts->saveAnswers = {SaveChangesAnswer::Save};
+        w.prompts->saveNames = {kept};
+        drop(w);
+        QCOMPARE(w.prompts->saveQuestions, 2);
+        QFile mine(kept);
+        QVERIFY(mine.open(QIODevice::ReadOnly));
+        QCOMPARE(mine.readAll(), QByteArray("5 REM MINE\r\n"));
+        QCOMPARE(w.interpreter().program().count(), 2);
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("DROP.BAS - Tessaly"));
+
+        // Yes, then Cancel in the name dialog: nothing is saved and nothing is loaded.
+        w.frame().runCommand(cmd::kFileNew);
+        w.typeLine(QStringLiteral("1 REM OTHER"));
+        w.prompts->saveAnswers = {SaveChangesAnswer::Save};
+        drop(w);
+        QCOMPARE(w.prompts->saveQuestions, 3);
+        QCOMPARE(w.interpreter().program().count(), 1);
+        QCOMPARE(w.frame().windowTitle(), QStringLiteral("無題 - Tessaly"));
+
+        // No: the changes are dropped with the old program.
+        w.prompts->saveAnswers = {SaveChangesAnswer::Discard};
+        drop(w);
+        QCOMPARE(w.prompts->saveQuestions, 4);
+        QCOMPARE(w.interpreter().program().count(), 2);
+        QVERIFY(!w.doc().isModified());
+        QCOMPARE(w.row(0), QStringLiteral("OK"));
     }
 };
 
