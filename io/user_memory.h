@@ -13,6 +13,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/zeroed_allocator.h"
+
 namespace tessaly::io {
 
 inline constexpr uint32_t kAreaBytes = 1U << 20;
@@ -21,7 +23,7 @@ inline constexpr uint32_t kScalarAreaBase = 0x200000;
 inline constexpr uint32_t kArrayAreaBase = 0x300000;
 
 struct UserMemory {
-    std::vector<uint8_t> bytes = std::vector<uint8_t>(kAreaBytes, 0);
+    std::vector<uint8_t, core::ZeroedAllocator<uint8_t>> bytes = std::vector<uint8_t, core::ZeroedAllocator<uint8_t>>(kAreaBytes);
     int64_t segmentBase = kUserMemoryBase; // DEF SEG
     int64_t lastAddress = 0;               // the last byte PEEK, POKE, BLOAD or BSAVE reached
 };

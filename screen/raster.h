@@ -5,10 +5,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <new>
 #include <utility>
 #include <vector>
+
+#include "core/zeroed_allocator.h"
 
 namespace tessaly::screen {
 
@@ -30,37 +30,6 @@ struct Rect {
         return {left < other.left ? left : other.left, top < other.top ? top : other.top,
             right > other.right ? right : other.right, bottom > other.bottom ? bottom : other.bottom};
     }
-};
-
-// Memory for pixels that starts zeroed without being written: a plane nobody draws on costs no
-// memory pages.
-template <typename T>
-struct ZeroedAllocator {
-    using value_type = T;
-    ZeroedAllocator() = default;
-    template <typename U>
-    ZeroedAllocator(const ZeroedAllocator<U>&) // NOLINT(google-explicit-constructor)
-    {
-    }
-    T* allocate(size_t count)
-    {
-        void* memory = std::calloc(count, sizeof(T));
-        if (memory == nullptr)
-            throw std::bad_alloc();
-        return static_cast<T*>(memory);
-    }
-    void deallocate(T* memory, size_t) { std::free(memory); }
-    // A new element is the zero calloc gave it.
-    template <typename U>
-    void construct(U*)
-    {
-    }
-    template <typename U, typename... Args>
-    void construct(U* at, Args&&... args)
-    {
-        ::new (static_cast<void*>(at)) U(std::forward<Args>(args)...);
-    }
-    bool operator==(const ZeroedAllocator&) const { return true; }
 };
 
 class Plane {
@@ -108,7 +77,7 @@ private:
     int m_width;
     int m_height;
     Rect m_clip;
-    std::vector<Pixel, ZeroedAllocator<Pixel>> m_pixels;
+    std::vector<Pixel, core::ZeroedAllocator<Pixel>> m_pixels;
     bool m_allZero; // no pixel was written since the plane was made with zeros: filling with 0 is nothing
 };
 
