@@ -34,13 +34,7 @@ int main(int argc, char** argv)
         return runHeadless(argc, argv);
     if (hasArgument(argc, argv, "--list") || hasArgument(argc, argv, "--convert"))
         return RunProgramFileCommand(argc, argv);
-    if (auto fault = WindowArgumentFault(argc, argv)) {
-        std::fputs(UsageErrorLine(*fault).c_str(), stderr);
-        return 2;
-    }
-    if (!HasDisplay()) {
-        std::fputs(kNoDisplayMessage, stderr);
-        return 2;
-    }
+    if (auto refused = WindowStartRefused(argc, argv))
+        return *refused;
     return startWindow(argc, argv);
 }

@@ -13,13 +13,7 @@ int main(int argc, char** argv)
     using namespace tessaly::app;
     if (AnswerHelpOrVersion(argc, argv))
         return 0;
-    if (auto fault = WindowArgumentFault(argc, argv)) {
-        std::fputs(UsageErrorLine(*fault).c_str(), stderr);
-        return 2;
-    }
-    if (!HasDisplay()) {
-        std::fputs(kNoDisplayMessage, stderr);
-        return 2;
-    }
+    if (auto refused = WindowStartRefused(argc, argv))
+        return *refused;
     return tessaly::desktop::runDesktop(argc, argv);
 }

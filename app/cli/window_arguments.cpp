@@ -1,6 +1,10 @@
 #include "app/cli/window_arguments.h"
 
+#include <cstdio>
 #include <string_view>
+
+#include "app/cli/display_check.h"
+#include "app/cli/help_text.h"
 
 namespace tessaly::app {
 
@@ -27,6 +31,19 @@ std::optional<std::string> WindowArgumentFault(int argc, char** argv)
     }
     if (run && file == nullptr)
         return "--run wants a FILE";
+    return std::nullopt;
+}
+
+std::optional<int> WindowStartRefused(int argc, char** argv)
+{
+    if (auto fault = WindowArgumentFault(argc, argv)) {
+        std::fputs(UsageErrorLine(*fault).c_str(), stderr);
+        return 2;
+    }
+    if (!HasDisplay()) {
+        std::fputs(kNoDisplayMessage, stderr);
+        return 2;
+    }
     return std::nullopt;
 }
 

@@ -11,4 +11,8 @@ namespace tessaly::app {
 // The value of --com is read by the window itself.
 std::optional<std::string> WindowArgumentFault(int argc, char** argv);
 
+// Whether the window can start: nullopt, or exit status 2 after one line on standard error for
+// arguments that are wrong or for want of a display.
+std::optional<int> WindowStartRefused(int argc, char** argv);
+
 } // namespace tessaly::app

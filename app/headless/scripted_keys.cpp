@@ -2,11 +2,8 @@
 #include "app/headless/scripted_keys.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
+#include "app/headless/read_whole_file.h"
 #include "core/interpreter.h"
 #include "core/shift_jis.h"
 #include "screen/keyboard.h"
@@ -15,30 +12,6 @@
 namespace tessaly::app {
 
 namespace {
-
-// A key file as a whole: a plain file or a pipe (not a folder or a device). Reading stops once it
-// holds more than a script may, which the script reader then refuses.
-bool readKeyFile(const char* path, std::string& bytes)
-{
-    int fd = open(path, O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return false;
-    struct stat info {};
-    bool readable = fstat(fd, &info) == 0 && (S_ISREG(info.st_mode) || S_ISFIFO(info.st_mode));
-    char chunk[65536];
-    while (readable && bytes.size() <= kMaxKeyScriptBytes) {
-        ssize_t got = read(fd, chunk, sizeof chunk);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0) {
-            readable = got == 0;
-            break;
-        }
-        bytes.append(chunk, static_cast<size_t>(got));
-    }
-    close(fd);
-    return readable;
-}
 
 // The keys of the window that also give a character message (the same code).
 bool givesCharacter(int key)
@@ -55,7 +28,7 @@ bool ScriptedKeys::load(const std::vector<KeySource>& sources, std::string& erro
 {
     for (const auto& source : sources) {
         std::string fileText;
-        if (source.isFile && !readKeyFile(source.text, fileText)) {
+        if (source.isFile && !ReadWholeFile(source.text, fileText, kMaxKeyScriptBytes)) {
             error = std::string("cannot read ") + source.text;
             return false;
         }
