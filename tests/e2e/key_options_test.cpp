@@ -64,8 +64,9 @@ class WrongKeys : public ::testing::TestWithParam<RefusedCase> {};
 TEST_P(WrongKeys, AreRefusedWithOneLineAndStatusTwo)
 {
     const auto& c = GetParam();
-    std::string program = ::testing::TempDir() + "tessaly_wrong_keys.bas";
-    std::string keyFile = ::testing::TempDir() + "tessaly_wrong_keys.txt";
+    // Files of their own: ctest runs the cases side by side.
+    std::string program = ::testing::TempDir() + "tessaly_wrong_keys_" + c.name + ".bas";
+    std::string keyFile = ::testing::TempDir() + "tessaly_wrong_keys_" + c.name + ".txt";
     for (const auto& [path, text] : {std::pair {program, "10 PRINT \"ran\"\n"}, std::pair {keyFile, c.keys}}) {
         std::FILE* file = std::fopen(path.c_str(), "wb");
         ASSERT_NE(file, nullptr);
