@@ -42,8 +42,6 @@ public:
     void copyCell(int fromColumn, int fromRow, int toColumn, int toRow);
     void blankCell(int column, int row, Pixel background);
 
-    [[nodiscard]] const TextCell& at(int column, int row) const { return m_cells[m_order[static_cast<size_t>(row)]][static_cast<size_t>(column)]; }
-
     // Draws on plane the cells that changed since the plane last showed them.
     void bringUpToDate(Plane& plane, const Font& font);
 
