@@ -46,8 +46,8 @@ private:
 
     bool m_enabled;
     uint32_t m_revision = 0;
-    // Indexed by entry, made at the first remember() and kept: dropping clears only the entries
-    // that were tried, so a program that is run again and again pays for its own entries only.
+    // Indexed by entry, grown to the highest entry remembered and kept: dropping clears only the
+    // entries that were tried, so a program that is run again and again pays for its own entries only.
     std::vector<std::unique_ptr<CompiledStatement>> m_statements;
     std::vector<bool> m_tried;
     std::vector<int> m_triedEntries;

@@ -5,9 +5,9 @@
 namespace tessaly::core {
 
 PreparedProgram::PreparedProgram()
-    : m_nextIndexOverride(kEntryCapacity, 0)
-    , m_sourceIndex(kEntryCapacity, 0)
-    , m_lastPiece(kEntryCapacity, 0)
+    : m_nextIndexOverride(kEntryCapacity)
+    , m_sourceIndex(kEntryCapacity)
+    , m_lastPiece(kEntryCapacity)
 {
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/program_store.h"
+#include "core/zeroed_allocator.h"
 
 namespace tessaly::core {
 
@@ -58,9 +59,11 @@ public:
     void truncateIfs(int count);
 
 private:
-    std::vector<int32_t> m_nextIndexOverride;
-    std::vector<int32_t> m_sourceIndex;
-    std::vector<int32_t> m_lastPiece;
+    // Zeroed without being written: a short program touches only the pages of its own entries.
+    using EntryTable = std::vector<int32_t, ZeroedAllocator<int32_t>>;
+    EntryTable m_nextIndexOverride;
+    EntryTable m_sourceIndex;
+    EntryTable m_lastPiece;
     std::vector<IfStatement> m_ifs;
     std::unordered_map<int32_t, int32_t> m_ifByEntry;
     // Line lookup, rebuilt when the store or the used range changes.

@@ -11,9 +11,23 @@
 namespace tessaly::core {
 
 ProgramStore::ProgramStore()
-    : m_numbers(kEntryCapacity, 0)
-    , m_texts(kEntryCapacity)
+    : m_numbers(kEntryCapacity)
 {
+}
+
+const std::string& ProgramStore::EntryTexts::find(int entry) const
+{
+    static const std::string kNoText;
+    const auto& block = m_blocks[static_cast<size_t>(entry) >> kBlockBits];
+    return block ? (*block)[static_cast<size_t>(entry) & (kBlockSize - 1)] : kNoText;
+}
+
+std::string& ProgramStore::EntryTexts::at(int entry)
+{
+    auto& block = m_blocks[static_cast<size_t>(entry) >> kBlockBits];
+    if (!block)
+        block = std::make_unique<Block>();
+    return (*block)[static_cast<size_t>(entry) & (kBlockSize - 1)];
 }
 
 int32_t leadingNumber(std::string_view text)
@@ -52,7 +66,7 @@ StoreOutcome ProgramStore::enterLine(std::string_view text, std::string_view num
     if (m_count + 1 >= kEntryCapacity)
         return StoreOutcome::StoreFull;
     ++m_count;
-    auto& entry = m_texts[static_cast<size_t>(m_count)];
+    auto& entry = m_texts.at(m_count);
     auto lineEnd = text.find_first_of("\r\n");
     entry.assign(text.substr(0, lineEnd));
     if (rewrite)
@@ -93,24 +107,24 @@ void ProgramStore::repairOrder()
         if (laterTwin)
             continue;
         numbers.push_back(m_numbers[i]);
-        texts.push_back(std::move(m_texts[i]));
+        texts.push_back(std::move(m_texts.at(static_cast<int>(i))));
     }
     auto newest = static_cast<size_t>(m_count);
     int32_t newestNumber = m_numbers[newest];
-    std::string newestText = std::move(m_texts[newest]);
+    std::string newestText = std::move(m_texts.at(static_cast<int>(newest)));
     for (size_t k = 0; k < numbers.size(); ++k) {
         m_numbers[k + 1] = numbers[k];
-        m_texts[k + 1] = std::move(texts[k]);
+        m_texts.at(static_cast<int>(k + 1)) = std::move(texts[k]);
     }
     m_count = static_cast<int>(numbers.size()) + 1;
     m_numbers[static_cast<size_t>(m_count)] = newestNumber;
-    m_texts[static_cast<size_t>(m_count)] = std::move(newestText);
+    m_texts.at(m_count) = std::move(newestText);
 }
 
 void ProgramStore::moveEntry(size_t from, size_t to)
 {
     m_numbers[to] = m_numbers[from];
-    m_texts[to] = std::move(m_texts[from]);
+    m_texts.at(static_cast<int>(to)) = std::move(m_texts.at(static_cast<int>(from)));
 }
 
 StoreOutcome ProgramStore::insertSorted(std::string_view numberText)
@@ -130,12 +144,12 @@ StoreOutcome ProgramStore::insertSorted(std::string_view numberText)
         return StoreOutcome::NumberOutOfRange;
     }
 
-    std::string line = m_texts[newest];
+    std::string line = m_texts.at(static_cast<int>(newest));
     line.erase(0, line.find_first_not_of(' ') == std::string::npos ? line.size() : line.find_first_not_of(' '));
     if (static_cast<int>(line.size()) > kMaxStoredLineLength) {
         if (full)
             return dropNewest(StoreOutcome::StoreFull);
-        m_texts[newest] = line.substr(0, kCutLineLength);
+        m_texts.at(static_cast<int>(newest)) = line.substr(0, kCutLineLength);
         m_ordered = false;
         return StoreOutcome::LineTooLong;
     }
@@ -156,23 +170,23 @@ StoreOutcome ProgramStore::insertSorted(std::string_view numberText)
             return dropNewest(StoreOutcome::StoreFull);
     }
     if (replaces) {
-        m_texts[at] = line;
-        m_texts[newest].clear();
+        m_texts.at(static_cast<int>(at)) = line;
+        m_texts.at(static_cast<int>(newest)).clear();
         m_numbers[newest] = 0;
         --m_count;
     } else if (place < m_count) {
         for (auto i = newest; i > at; --i)
             moveEntry(i - 1, i);
         m_numbers[at] = number;
-        m_texts[at] = line;
+        m_texts.at(static_cast<int>(at)) = line;
     } else {
-        m_texts[at] = line;
+        m_texts.at(static_cast<int>(at)) = line;
     }
     if (numberAlone) {
         removeLine(place);
         return StoreOutcome::Stored;
     }
-    auto& stored = m_texts[at];
+    auto& stored = m_texts.at(static_cast<int>(at));
     stored.erase(0, std::min(stored.find_first_not_of(' '), stored.size()));
     return StoreOutcome::Stored;
 }
@@ -180,7 +194,7 @@ StoreOutcome ProgramStore::insertSorted(std::string_view numberText)
 StoreOutcome ProgramStore::dropNewest(StoreOutcome outcome)
 {
     auto newest = static_cast<size_t>(m_count);
-    m_texts[newest].clear();
+    m_texts.at(static_cast<int>(newest)).clear();
     m_numbers[newest] = 0;
     --m_count;
     return outcome;
@@ -192,7 +206,7 @@ void ProgramStore::removeLine(int entry)
         return;
     for (auto i = static_cast<size_t>(entry); i < static_cast<size_t>(m_count); ++i)
         moveEntry(i + 1, i);
-    m_texts[static_cast<size_t>(m_count)].clear();
+    m_texts.at(m_count).clear();
     m_numbers[static_cast<size_t>(m_count)] = 0;
     --m_count;
     ++m_revision;
@@ -204,7 +218,7 @@ void ProgramStore::replaceAll(std::vector<Line> lines)
     size_t count = std::min(lines.size(), static_cast<size_t>(kMaxProgramLines));
     for (size_t i = 0; i < count; ++i) {
         m_numbers[i + 1] = lines[i].number;
-        m_texts[i + 1] = std::move(lines[i].text);
+        m_texts.at(static_cast<int>(i + 1)) = std::move(lines[i].text);
     }
     m_count = static_cast<int>(count);
     m_ordered = std::is_sorted(m_numbers.begin() + 1, m_numbers.begin() + 1 + m_count, std::less_equal<>());
@@ -213,7 +227,7 @@ void ProgramStore::replaceAll(std::vector<Line> lines)
 void ProgramStore::clear()
 {
     for (int i = 1; i <= m_count; ++i) {
-        m_texts[static_cast<size_t>(i)].clear();
+        m_texts.at(static_cast<int>(i)).clear();
         m_numbers[static_cast<size_t>(i)] = 0;
     }
     m_count = 0;
@@ -224,7 +238,7 @@ void ProgramStore::clear()
 void ProgramStore::setEntry(int entry, int number, std::string text)
 {
     m_numbers[static_cast<size_t>(entry)] = number;
-    m_texts[static_cast<size_t>(entry)] = std::move(text);
+    m_texts.at(entry) = std::move(text);
     if (entry >= 1 && entry <= m_count)
         m_ordered = false;
     ++m_revision;

@@ -2,10 +2,14 @@
 // Deciding what an entered line is (line entry) lives in core/line_entry; preparation in core/preparation.
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "core/zeroed_allocator.h"
 
 namespace tessaly::core {
 
@@ -35,7 +39,7 @@ public:
 
     [[nodiscard]] int count() const { return m_count; }
     [[nodiscard]] int numberAt(int entry) const { return m_numbers[static_cast<size_t>(entry)]; }
-    [[nodiscard]] const std::string& textAt(int entry) const { return m_texts[static_cast<size_t>(entry)]; }
+    [[nodiscard]] const std::string& textAt(int entry) const { return m_texts.find(entry); }
     [[nodiscard]] static bool isValidEntry(int entry) { return entry >= 0 && entry < kEntryCapacity; }
 
     // Stores the line text (which begins with its digits); numberText is the run of digits at its start.
@@ -62,7 +66,7 @@ public:
     std::string& mutableText(int entry)
     {
         ++m_revision;
-        return m_texts[static_cast<size_t>(entry)];
+        return m_texts.at(entry);
     }
 
     // Bumped by every change to any entry; caches keyed on it stay valid while it is unchanged.
@@ -73,11 +77,27 @@ private:
     StoreOutcome dropNewest(StoreOutcome outcome);
     void moveEntry(size_t from, size_t to);
 
+    // The entries' texts in blocks made when an entry of theirs is first written, so that a short
+    // program makes a few hundred strings, not 65,536. Blocks never move: a reference to a text stays
+    // good while other entries are written.
+    class EntryTexts {
+    public:
+        [[nodiscard]] const std::string& find(int entry) const;
+        std::string& at(int entry);
+
+    private:
+        static constexpr int kBlockBits = 10;
+        static constexpr int kBlockSize = 1 << kBlockBits;
+        using Block = std::array<std::string, kBlockSize>;
+        std::array<std::unique_ptr<Block>, kEntryCapacity / kBlockSize> m_blocks;
+    };
+
     int m_count = 0;
     bool m_ordered = true; // entries 1..count are known to be in strictly ascending order
     uint32_t m_revision = 0;
-    std::vector<int32_t> m_numbers;
-    std::vector<std::string> m_texts;
+    // Zeroed without being written: only the pages of the entries in use are ever touched.
+    std::vector<int32_t, ZeroedAllocator<int32_t>> m_numbers;
+    EntryTexts m_texts;
 };
 
 // Which "?" of a text rewriteQuestionMarks writes out as "PRINT ".

@@ -121,9 +121,9 @@ ArrayStatus ArrayStore::readElement(const Element& element, Value& value) const
 {
     const Array& array = *element.array;
     if (array.type == ValueType::String)
-        value = Value::makeString(array.strings[element.cell]);
+        value.setString(array.strings[element.cell]);
     else
-        value = cellValue(array.type, storedAt(array, element.cell));
+        setCellValue(value, array.type, storedAt(array, element.cell));
     return ArrayStatus::Ok;
 }
 

@@ -2,6 +2,7 @@
 #include "expr/number_text.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -283,14 +284,37 @@ bool roundSixteenExactly(double magnitude, double& rounded)
     return divideThroughExtended(digits, k, rounded);
 }
 
+// Whether the exact value has at most `digits` significant decimal digits, so that its text with
+// that many digits is the value itself. A double with f bits after the binary point has exactly f
+// decimal digits after the point (2^-f = 5^f x 10^-f): 2.5, 0.375 and 1234.0625 qualify, 0.1 does
+// not. Counting the whole part's digits in full (and every fraction digit, leading zeros included)
+// only ever says no too often, never yes wrongly.
+bool hasFewDigits(double magnitude, int digits)
+{
+    if (!(magnitude < kPowersOfTen[digits]))
+        return false;
+    int binaryExponent = 0;
+    double fraction = std::frexp(magnitude, &binaryExponent);
+    auto mantissa = static_cast<uint64_t>(std::ldexp(fraction, 53));
+    int fractionDigits = 53 - binaryExponent - std::countr_zero(mantissa);
+    if (fractionDigits <= 0)
+        return true;
+    if (fractionDigits > digits)
+        return false;
+    int wholeDigits = 0;
+    while (wholeDigits < digits && magnitude >= kPowersOfTen[wholeDigits])
+        ++wholeDigits;
+    return wholeDigits + fractionDigits <= digits;
+}
+
 } // namespace
 
 double RoundToDigits(double value, int digits)
 {
     if (!std::isfinite(value) || value == 0.0)
         return value == 0.0 ? 0.0 : value;
-    // A whole number that has no more digits than are kept reads back as itself.
-    if (std::fabs(value) < (digits >= 16 ? 1e15 : 1e6) && std::trunc(value) == value)
+    // A number with no more digits than are kept (every whole number among them) reads back as itself.
+    if (digits >= 1 && digits <= 16 && hasFewDigits(std::fabs(value), digits))
         return value;
     double rounded = 0;
     if (digits >= 1 && digits <= 7 && roundByScaling(std::fabs(value), digits, rounded))

@@ -32,7 +32,7 @@ int finishNumber(core::Interpreter& in, Value& result, double x, int digits, Val
     double rounded = RoundToDigits(x, digits);
     if (!std::isfinite(rounded))
         return in.raise(core::ErrorId::Overflow);
-    result = Value::makeNumber(rounded, digits == 16 ? NumberForm::Computed16 : NumberForm::Computed7, shown);
+    result.setNumber(rounded, digits == 16 ? NumberForm::Computed16 : NumberForm::Computed7, shown);
     return 0;
 }
 

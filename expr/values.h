@@ -39,6 +39,27 @@ struct Value {
 
     [[nodiscard]] bool isString() const { return type == ValueType::String; }
 
+    // In place, as makeNumber and makeString would make it: the string keeps its buffer, so a
+    // value slot used again and again allocates nothing.
+    void setNumber(double n, NumberForm f, ValueType shownType)
+    {
+        type = shownType;
+        number = n;
+        text.clear();
+        form = f;
+        empty = false;
+        unsignedLiteral = false;
+    }
+    void setString(const std::string& bytes)
+    {
+        type = ValueType::String;
+        number = 0.0;
+        text = bytes;
+        form = NumberForm::Computed16;
+        empty = false;
+        unsignedLiteral = false;
+    }
+
     static Value makeString(std::string bytes)
     {
         Value v;

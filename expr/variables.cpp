@@ -53,16 +53,19 @@ StoreStatus convertForStore(const Value& value, ValueType target, double& stored
     }
 }
 
-Value cellValue(ValueType type, double stored)
+void setCellValue(Value& value, ValueType type, double stored)
 {
     switch (type) {
     case ValueType::Integer:
-        return Value::makeNumber(stored, NumberForm::IntegerVar, ValueType::Integer);
+        value.setNumber(stored, NumberForm::IntegerVar, ValueType::Integer);
+        break;
     case ValueType::Single:
         // A single reads back through its seven-digit text.
-        return Value::makeNumber(RoundToDigits(stored, 7), NumberForm::SingleVar, ValueType::Single);
+        value.setNumber(RoundToDigits(stored, 7), NumberForm::SingleVar, ValueType::Single);
+        break;
     default:
-        return Value::makeNumber(RoundToDigits(stored, 16), NumberForm::DoubleVar, ValueType::Double);
+        value.setNumber(RoundToDigits(stored, 16), NumberForm::DoubleVar, ValueType::Double);
+        break;
     }
 }
 
@@ -187,9 +190,9 @@ void VariableStore::readAt(int index, Value& value) const
 {
     const auto& scalar = m_entries[static_cast<size_t>(index)];
     if (scalar.type == ValueType::String)
-        value = Value::makeString(m_stringPool[scalar.poolNumber - 1u]);
+        value.setString(m_stringPool[scalar.poolNumber - 1u]);
     else
-        value = cellValue(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
+        setCellValue(value, scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
 }
 
 double VariableStore::readStoredAt(int index) const

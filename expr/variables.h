@@ -34,8 +34,8 @@ struct NameHash {
 
 // The value a number takes in a cell of the given type, range-tested; Ok or Overflow.
 StoreStatus convertForStore(const Value& value, ValueType target, double& stored);
-// A cell's value as the evaluator reads it.
-Value cellValue(ValueType type, double stored);
+// A cell's value as the evaluator reads it, set into value.
+void setCellValue(Value& value, ValueType type, double stored);
 
 class VariableStore {
 public:

@@ -160,6 +160,34 @@ TEST(RoundToDigits, AgreesWithTheTextRouteAcrossEveryDecade)
     }
 }
 
+// Numbers with few binary fraction digits (halves, quarters, 2.375) keep their value without the
+// rounding arithmetic; the shortcut must say yes only where the decimal text would give the number
+// back, right up to the last digit kept and one beyond it.
+TEST(RoundToDigits, ShortBinaryFractionsAgreeWithTheTextRoute)
+{
+    auto byText = [](double value, int digits) {
+        char text[64];
+        std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
+        return std::strtod(text, nullptr);
+    };
+    std::mt19937_64 random(20261126);
+    std::uniform_int_distribution<int> fractionBits(0, 30);
+    std::uniform_int_distribution<int> wholeBits(1, 56);
+    for (int k = 0; k < 100000; ++k) {
+        int bits = wholeBits(random);
+        auto whole = static_cast<double>(random() >> (64 - bits));
+        double value = std::ldexp(whole, -fractionBits(random));
+        if (k % 2 == 1)
+            value = -value;
+        for (int digits : {1, 3, 7, 15, 16})
+            ASSERT_EQ(RoundToDigits(value, digits), byText(value, digits)) << value << " to " << digits;
+    }
+    for (double value : {9999999.5, 999999.5, 1234567.5, 0.0078125, 0.00390625, 123456.25, 1e15 + 0.5,
+             999999999999999.5, 99999999999999.75, 4503599627370495.5, 9999999999999998.0})
+        for (int digits : {7, 16})
+            EXPECT_EQ(RoundToDigits(value, digits), byText(value, digits)) << value << " to " << digits;
+}
+
 TEST(NumberText, ValuesJustBelowAPowerOfTenKeepTheirLastDigit)
 {
     EXPECT_EQ(ValueText(RoundToDigits(99999.99999999999 * 1, 16), 16), " 99999.99999999999 ");
