@@ -192,7 +192,9 @@ AfterStatement afterCompleted(Interpreter& in, Flow flow)
         return AfterStatement::GoOn;
     }
     run.previousCode = code;
-    showPrompt(in, PromptKind::Output);
+    // Most statements leave neither an error nor text behind: nothing to show.
+    if (in.error().isPending() || !run.outputText.empty())
+        showPrompt(in, PromptKind::Output);
     if (code == static_cast<int>(Stmt::Goto) || code == static_cast<int>(Stmt::GoTo))
         run.currentIndex = run.jumpTarget - 1;
     if (isPrintCode(code)) {

@@ -2,6 +2,8 @@
 // evaluating anything; evaluating the compiled form replays those steps on values.
 #include "expr/compiled_expression.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "core/char_class.h"
@@ -16,6 +18,23 @@
 namespace tessaly::expr {
 
 namespace {
+
+// The most operands a group evaluated on numbers alone may have.
+constexpr size_t kNumericSlots = 16;
+
+// What a numeric group gives when one of its names has become a string.
+constexpr int kNamesAString = 1;
+static_assert(kNamesAString != core::kFailed);
+
+// How a numeric variable's value is written.
+NumberForm variableForm(ValueType type)
+{
+    switch (type) {
+    case ValueType::Integer: return NumberForm::IntegerVar;
+    case ValueType::Single: return NumberForm::SingleVar;
+    default: return NumberForm::DoubleVar;
+    }
+}
 
 using core::ErrorId;
 using core::isDigit;
@@ -223,7 +242,49 @@ private:
         if (group.result < 0)
             return false;
         readLiteralsInPlace(group);
+        group.numeric = isNumeric(group);
         return true;
+    }
+
+    static bool isNumeric(const CompiledGroup& group)
+    {
+        if (group.operands.size() > kNumericSlots)
+            return false;
+        for (const auto& operand : group.operands) {
+            switch (operand.kind) {
+            case CompiledOperand::Kind::Literal:
+                if (operand.literal.isString())
+                    return false;
+                break;
+            case CompiledOperand::Kind::Scalar:
+                if (operand.scalar.name.ends_with('$'))
+                    return false;
+                break;
+            case CompiledOperand::Kind::Group:
+                if (!operand.groups.front().numeric)
+                    return false;
+                break;
+            default:
+                return false;
+            }
+        }
+        auto result = static_cast<uint16_t>(group.result);
+        bool computed = std::any_of(group.code.begin(), group.code.end(), [&](const GroupInstruction& instruction) {
+            return (instruction.kind == GroupInstruction::Kind::Binary || instruction.kind == GroupInstruction::Kind::Not)
+                && instruction.a == result;
+        });
+        if (computed)
+            return true;
+        // A lone operand keeps its own form: a name its variable's, a literal its spelling (so no
+        // minus may have been put in front of it while running); a group in parentheses whatever
+        // its own value had, which only the general path carries.
+        const auto& lone = group.operands[result];
+        if (lone.kind == CompiledOperand::Kind::Scalar)
+            return true;
+        return lone.kind == CompiledOperand::Kind::Literal
+            && std::none_of(group.code.begin(), group.code.end(), [&](const GroupInstruction& instruction) {
+                   return instruction.kind == GroupInstruction::Kind::NegateTerm && instruction.a == result;
+               });
     }
 
     // A literal that is only ever the right operand of an operator is not copied into its slot:
@@ -382,18 +443,25 @@ public:
 
     int group(const CompiledGroup& group, Value& result)
     {
-        if (m_depth >= kMaxGroupDepth || m_scratch.depth + 1 >= static_cast<int>(ExpressionScratch::kGroupSlots))
-            return m_in.raise(ErrorId::OutOfMemory);
-        ++m_scratch.depth;
-        ++m_depth;
-        struct DepthGuard {
-            int& depth;
-            int& local;
-            ~DepthGuard() { --depth, --local; }
-        } guard {m_scratch.depth, m_depth};
+        TRY_BASIC(enterLevel());
+        LevelGuard guard {*this};
         if (group.result < 0) {
             result = Value {};
             result.empty = true;
+            return 0;
+        }
+        Number number {};
+        int numeric = group.numeric ? numericBody(group, number) : kNamesAString;
+        if (numeric == core::kFailed)
+            return core::kFailed;
+        if (numeric == 0) {
+            if (number.form == NumberForm::Literal) {
+                // A lone literal: the value with its spelling.
+                result = group.operands[static_cast<size_t>(group.result)].literal;
+                result.type = number.type;
+            } else {
+                result.setNumber(number.number, number.form, number.type);
+            }
             return 0;
         }
         auto& slots = m_scratch.groups[static_cast<size_t>(m_scratch.depth)];
@@ -442,16 +510,87 @@ public:
 
     int arguments(const std::vector<CompiledGroup>& groups, std::vector<Value>& values)
     {
-        values.clear();
-        for (const auto& argument : groups) {
-            Value value;
-            TRY_BASIC(group(argument, value));
-            values.push_back(std::move(value));
-        }
+        // Each argument is evaluated into its place: the values (and their strings' buffers) are
+        // used again from call to call. The list is no other level's, so it does not move meanwhile.
+        values.resize(groups.size());
+        for (size_t k = 0; k < groups.size(); ++k)
+            TRY_BASIC(group(groups[k], values[k]));
         return 0;
     }
 
 private:
+    // A group one level deeper: as deep as the evaluator of the text may go, and no deeper.
+    int enterLevel()
+    {
+        if (m_depth >= kMaxGroupDepth || m_scratch.depth + 1 >= static_cast<int>(ExpressionScratch::kGroupSlots))
+            return m_in.raise(ErrorId::OutOfMemory);
+        ++m_scratch.depth;
+        ++m_depth;
+        return 0;
+    }
+    struct LevelGuard {
+        Evaluation& evaluation;
+        ~LevelGuard() { --evaluation.m_scratch.depth, --evaluation.m_depth; }
+    };
+
+    // A numeric group, with the same steps, errors and result as the general path, on numbers.
+    // A DEFSTR may have made one of its names a string since it was compiled: on meeting it, the
+    // group gives kNamesAString and is evaluated again the general way. Nothing before that point
+    // can differ between the two (the same reads, the same operations on the same numbers, so the
+    // same errors), and reading names again changes nothing.
+    int numericBody(const CompiledGroup& group, Number& result)
+    {
+        std::array<Number, kNumericSlots> slots; // NOLINT: each slot is written before it is read
+        ValueType type = ValueType::Double;
+        for (const auto& instruction : group.code) {
+            switch (instruction.kind) {
+            case GroupInstruction::Kind::Operand: {
+                const auto& operand = group.operands[instruction.a];
+                Number& slot = slots[instruction.a];
+                switch (operand.kind) {
+                case CompiledOperand::Kind::Literal:
+                    slot = {operand.literal.number, operand.literal.type, operand.literal.form};
+                    break;
+                case CompiledOperand::Kind::Scalar:
+                    slot.type = operand.scalar.typeIn(m_in.variables());
+                    if (slot.type == ValueType::String)
+                        return kNamesAString;
+                    slot.form = variableForm(slot.type);
+                    if (!operand.scalar.readNumber(m_in.variables(), slot.number))
+                        return m_in.raise(ErrorId::OutOfMemory);
+                    type = slot.type;
+                    break;
+                default: {
+                    TRY_BASIC(enterLevel());
+                    LevelGuard guard {*this};
+                    if (int inner = numericBody(operand.groups.front(), slot); inner != 0)
+                        return inner;
+                    break;
+                }
+                }
+                if (operand.negate)
+                    slot.number = -slot.number;
+                break;
+            }
+            case GroupInstruction::Kind::Not:
+                TRY_BASIC(applyNot(m_in, slots[instruction.a]));
+                break;
+            case GroupInstruction::Kind::Binary: {
+                double right = instruction.rightIsLiteral ? group.operands[instruction.b].literal.number
+                                                          : slots[instruction.b].number;
+                TRY_BASIC(applyBinary(m_in, instruction.op, slots[instruction.a], right));
+                break;
+            }
+            case GroupInstruction::Kind::NegateTerm:
+                slots[instruction.a].number = -slots[instruction.a].number;
+                break;
+            }
+        }
+        result = slots[static_cast<size_t>(group.result)];
+        result.type = group.relational ? ValueType::Integer : type;
+        return 0;
+    }
+
     int operand(const CompiledOperand& operand, Value& value, ValueType& type)
     {
         switch (operand.kind) {

@@ -65,6 +65,9 @@ struct CompiledGroup {
     std::vector<GroupInstruction> code;
     int result = -1;          // the slot of the group's value; -1: the group is empty
     bool relational = false;  // a comparison is done: the group's type is integer
+    // Only numbers can meet here (numeric literals, names without $, such groups) and the value is
+    // computed: evaluated on numbers alone while its names are numeric.
+    bool numeric = false;
 };
 
 class CompiledExpression {

@@ -293,10 +293,13 @@ bool hasFewDigits(double magnitude, int digits)
 {
     if (!(magnitude < kPowersOfTen[digits]))
         return false;
-    int binaryExponent = 0;
-    double fraction = std::frexp(magnitude, &binaryExponent);
-    auto mantissa = static_cast<uint64_t>(std::ldexp(fraction, 53));
-    int fractionDigits = 53 - binaryExponent - std::countr_zero(mantissa);
+    // Read from the bits (much quicker than frexp): magnitude = mantissa x 2^(biased - 1075).
+    auto bits = std::bit_cast<uint64_t>(magnitude);
+    auto biased = static_cast<int>(bits >> 52);
+    if (biased == 0)
+        return false; // subnormal: far too many fraction digits anyway
+    uint64_t mantissa = (bits & ((uint64_t {1} << 52) - 1)) | (uint64_t {1} << 52);
+    int fractionDigits = 1075 - biased - std::countr_zero(mantissa);
     if (fractionDigits <= 0)
         return true;
     if (fractionDigits > digits)

@@ -25,14 +25,22 @@ bool roundTo32(double x, int64_t& out)
 }
 
 // A computed number: its text reads back with the given number of digits; too big is Overflow.
-int finishNumber(core::Interpreter& in, Value& result, double x, int digits, ValueType shown)
+int finishNumber(core::Interpreter& in, Number& result, double x, int digits, ValueType shown)
 {
     if (!std::isfinite(x))
         return in.raise(core::ErrorId::Overflow);
     double rounded = RoundToDigits(x, digits);
     if (!std::isfinite(rounded))
         return in.raise(core::ErrorId::Overflow);
-    result.setNumber(rounded, digits == 16 ? NumberForm::Computed16 : NumberForm::Computed7, shown);
+    result = {rounded, shown, digits == 16 ? NumberForm::Computed16 : NumberForm::Computed7};
+    return 0;
+}
+
+int finishNumber(core::Interpreter& in, Value& result, double x, int digits, ValueType shown)
+{
+    Number number {};
+    TRY_BASIC(finishNumber(in, number, x, digits, shown));
+    result.setNumber(number.number, number.form, number.type);
     return 0;
 }
 
@@ -57,15 +65,20 @@ int power(core::Interpreter& in, double a, double b, double& result)
     return 0;
 }
 
+int compareNumbers(double left, double right)
+{
+    int a = toInt16(left);
+    int b = toInt16(right);
+    return a < b ? -1 : (a > b ? 1 : 0);
+}
+
 int compareValues(const Value& left, const Value& right)
 {
     if (left.isString()) {
         int c = left.text.compare(right.text);
         return c < 0 ? -1 : (c > 0 ? 1 : 0);
     }
-    int a = toInt16(left.number);
-    int b = toInt16(right.number);
-    return a < b ? -1 : (a > b ? 1 : 0);
+    return compareNumbers(left.number, right.number);
 }
 
 bool relationHolds(Op op, int comparison)
@@ -102,10 +115,19 @@ int16_t toInt16(double value)
     if (!std::isfinite(value))
         return 0;
     double truncated = std::trunc(value);
+    // Two's complement keeps the low 16 bits of any whole number that fits 64 bits.
+    if (std::fabs(truncated) < 9.0e18)
+        return static_cast<int16_t>(static_cast<uint16_t>(static_cast<int64_t>(truncated) & 0xFFFF));
     double wrapped = std::fmod(truncated, 65536.0);
     if (wrapped < 0)
         wrapped += 65536.0;
     return static_cast<int16_t>(static_cast<uint16_t>(wrapped));
+}
+
+int applyNot(core::Interpreter& in, Number& operand)
+{
+    auto value = static_cast<int16_t>(~static_cast<uint16_t>(toInt16(operand.number)));
+    return finishNumber(in, operand, value, 7, ValueType::Double);
 }
 
 int applyNot(core::Interpreter& in, Value& operand)
@@ -113,8 +135,10 @@ int applyNot(core::Interpreter& in, Value& operand)
     // Like the binary logical words, NOT has no meaning for a string.
     if (operand.isString())
         return in.raise(core::ErrorId::SyntaxError);
-    auto value = static_cast<int16_t>(~static_cast<uint16_t>(toInt16(operand.number)));
-    return finishNumber(in, operand, value, 7, ValueType::Double);
+    Number number {operand.number, operand.type, operand.form};
+    TRY_BASIC(applyNot(in, number));
+    operand.setNumber(number.number, number.form, number.type);
+    return 0;
 }
 
 int applyBinary(core::Interpreter& in, Op op, Value& left, const Value& right)
@@ -142,10 +166,17 @@ int applyBinary(core::Interpreter& in, Op op, Value& left, const Value& right)
         // a syntax error, not a type mismatch.
         return in.raise(core::ErrorId::SyntaxError);
     }
+    Number number {left.number, left.type, left.form};
+    TRY_BASIC(applyBinary(in, op, number, right.number));
+    left.setNumber(number.number, number.form, number.type);
+    return 0;
+}
+
+int applyBinary(core::Interpreter& in, Op op, Number& left, double b)
+{
     double a = left.number;
-    double b = right.number;
     if (isRelational(op))
-        return finishNumber(in, left, relationHolds(op, compareValues(left, right)) ? -1 : 0, 7, ValueType::Integer);
+        return finishNumber(in, left, relationHolds(op, compareNumbers(a, b)) ? -1 : 0, 7, ValueType::Integer);
     ValueType shown = left.type;
     switch (op) {
     case Op::Add: return finishNumber(in, left, a + b, 16, shown);

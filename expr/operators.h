@@ -75,10 +75,20 @@ static_assert(eachOperatorAtItsPlace(), "one priority per operator, in the order
     return priorityOf(pending).level > priorityOf(found).yieldAbove;
 }
 
+// A number as the operations see it: its value, the type PRINT shows it with, its text form.
+struct Number {
+    double number;
+    ValueType type;
+    NumberForm form;
+};
+
 // left = left op right. Returns 0, or kFailed with the error raised.
 int applyBinary(core::Interpreter& interpreter, Op op, Value& left, const Value& right);
+// The same on two numbers (the right one's type plays no part).
+int applyBinary(core::Interpreter& interpreter, Op op, Number& left, double right);
 // operand = NOT operand.
 int applyNot(core::Interpreter& interpreter, Value& operand);
+int applyNot(core::Interpreter& interpreter, Number& operand);
 // Truncated toward zero and taken as a 16-bit value.
 [[nodiscard]] int16_t toInt16(double value);
 

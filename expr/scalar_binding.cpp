@@ -30,6 +30,21 @@ bool ScalarBinding::read(VariableStore& store, Value& value)
     return true;
 }
 
+bool ScalarBinding::readNumber(VariableStore& store, double& number)
+{
+    if (generation != store.generation())
+        bind(store);
+    if (index < 0) {
+        Value value;
+        if (!read(store, value))
+            return false;
+        number = value.number;
+        return true;
+    }
+    number = store.readNumberAt(index);
+    return true;
+}
+
 StoreStatus ScalarBinding::store(VariableStore& store, const Value& value)
 {
     if (generation != store.generation())

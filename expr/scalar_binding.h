@@ -19,6 +19,8 @@ struct ScalarBinding {
 
     // Reads the scalar, creating it as reading by name would; false when the table is full.
     bool read(VariableStore& store, Value& value);
+    // The same for a scalar whose type (typeIn) is numeric: only its number.
+    bool readNumber(VariableStore& store, double& number);
     // Stores as storing by name would.
     StoreStatus store(VariableStore& store, const Value& value);
     // The type of the name as it stands.

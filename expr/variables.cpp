@@ -53,6 +53,20 @@ StoreStatus convertForStore(const Value& value, ValueType target, double& stored
     }
 }
 
+namespace {
+
+// A single reads back through its seven-digit text, a double through its sixteen-digit one.
+double readBack(ValueType type, double stored)
+{
+    switch (type) {
+    case ValueType::Integer: return stored;
+    case ValueType::Single: return RoundToDigits(stored, 7);
+    default: return RoundToDigits(stored, 16);
+    }
+}
+
+} // namespace
+
 void setCellValue(Value& value, ValueType type, double stored)
 {
     switch (type) {
@@ -60,11 +74,10 @@ void setCellValue(Value& value, ValueType type, double stored)
         value.setNumber(stored, NumberForm::IntegerVar, ValueType::Integer);
         break;
     case ValueType::Single:
-        // A single reads back through its seven-digit text.
-        value.setNumber(RoundToDigits(stored, 7), NumberForm::SingleVar, ValueType::Single);
+        value.setNumber(readBack(type, stored), NumberForm::SingleVar, ValueType::Single);
         break;
     default:
-        value.setNumber(RoundToDigits(stored, 16), NumberForm::DoubleVar, ValueType::Double);
+        value.setNumber(readBack(type, stored), NumberForm::DoubleVar, ValueType::Double);
         break;
     }
 }
@@ -193,6 +206,12 @@ void VariableStore::readAt(int index, Value& value) const
         value.setString(m_stringPool[scalar.poolNumber - 1u]);
     else
         setCellValue(value, scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
+}
+
+double VariableStore::readNumberAt(int index) const
+{
+    const auto& scalar = m_entries[static_cast<size_t>(index)];
+    return readBack(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
 }
 
 double VariableStore::readStoredAt(int index) const

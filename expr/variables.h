@@ -67,6 +67,8 @@ public:
     [[nodiscard]] uint32_t generation() const { return m_generation; }
     // Reads and stores the scalar at a place that find() gave.
     void readAt(int index, Value& value) const;
+    // A numeric scalar's value as reading it gives (a single through its seven-digit text).
+    [[nodiscard]] double readNumberAt(int index) const;
     [[nodiscard]] double readStoredAt(int index) const;
     StoreStatus storeAt(int index, const Value& value);
     // The byte offset of a scalar's cell in the data area (its slot order), for VARPTR.

@@ -14,6 +14,7 @@
 #include <QResizeEvent>
 #include <QWindow>
 #include <algorithm>
+#include <cstdlib>
 
 #include "app/desktop/virtual_keys.h"
 #include "screen/colours.h"
@@ -41,6 +42,7 @@ CTessalyView::CTessalyView(const screen::Font& font, QWidget* parent)
     setAttribute(Qt::WA_InputMethodEnabled);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAcceptDrops(true);
+    m_exitAfterFirstPaint = qEnvironmentVariableIsSet("TESSALY_EXIT_AFTER_FIRST_PAINT");
     connect(&m_host, &QtHost::timerFired, this, [this](core::TimerId id) {
         m_interpreter.onTimer(id);
         afterInput();
@@ -140,6 +142,11 @@ void CTessalyView::paintEvent(QPaintEvent* event)
     if (m_caretVisible && m_caretOn && hasFocus()) {
         painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
         painter.fillRect(m_placement.toView(m_caret), Qt::white);
+    }
+    if (m_exitAfterFirstPaint) {
+        m_exitAfterFirstPaint = false;
+        // Once the event loop has flushed this paint to the window system.
+        QTimer::singleShot(0, [] { std::_Exit(0); });
     }
 }
 

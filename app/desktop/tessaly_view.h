@@ -82,6 +82,9 @@ private:
     bool m_caretVisible = false;
     int m_chosenZoom = 1;
     ScreenPlacement m_placement;
+    // The start-up benchmark's hook (TESSALY_EXIT_AFTER_FIRST_PAINT set): the process ends as soon
+    // as the first paint has reached the window system, so that its run time is the time to it.
+    bool m_exitAfterFirstPaint = false;
 };
 
 } // namespace tessaly::desktop

@@ -111,6 +111,35 @@ TEST(CompiledStatements, ALeadingMinusWrapsTheFirstTerm)
     EXPECT_EQ(runOneWay(program, false, 100000), runOneWay(program, true, 100000));
 }
 
+// Groups of numbers and names are evaluated on numbers alone; lone literals keep their spelling
+// (signs put in front of them included), and names that DEFSTR turns into strings send the group
+// back the general way, after errors that came before them and with the errors strings bring.
+TEST(CompiledStatements, NumericGroupsGiveWhatTheGeneralPathGives)
+{
+    std::string program = "1 ON ERROR GOTO 900\n"
+                          "10 DEFINT I:A=1.5:B=2:C#=1/3:I=7:D!=.1\n"
+                          "20 PRINT -5;-(5);(-5);2.50;-2.50;&HFFFF;-&H10;--3;-(-(2.0));1E+3\n"
+                          "21 IF R=1 THEN PRINT E+1;E<\"A\";(E)\n"
+                          "22 IF R=1 THEN X=(E+1)*2\n"
+                          "23 IF R=1 THEN X=1/0+E\n"
+                          "24 IF R=1 THEN X=-E\n"
+                          "25 IF R=1 THEN X=(A+1)+(E-1)\n"
+                          "30 PRINT A*B-C#;(A+B)*(I-1);-(A);-A+B;NOT A;I\\2;I MOD 4;A AND 3;(I+A) AND 7;2^-1\n"
+                          "40 PRINT D!*3;D!+D!+D!;C#*3;A/B;I/2;-I;(I);((A));A<B;(A>B)+1;A=1.5\n"
+                          "50 X=A/0+D:PRINT X\n"
+                          "60 Y=1E38*A*B:PRINT Y\n"
+                          "70 PRINT (((((((((((A+1)))))))))));-(B)*-(A)\n"
+                          "80 R=R+1:IF R<2 THEN DEFSTR E:GOTO 20\n"
+                          "100 END\n"
+                          "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
+    std::string compiled = runOneWay(program, false, 100000);
+    EXPECT_EQ(compiled, runOneWay(program, true, 100000));
+    EXPECT_EQ(compiled.substr(0, compiled.find('\n')), "-5 -5 -5  2.5 -2.5  65535 -16  3  2.  1000. ");
+    // E is a string once DEFSTR E has run: "" + 1 is "", a string under * or a minus is a syntax
+    // error, and 1/0 comes before E is met.
+    EXPECT_NE(compiled.find("-1 \nE 2  22 \nE 11  23 \nE 2  24 \nE 2  25 \n"), std::string::npos) << compiled;
+}
+
 class RandomPrograms : public ::testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomPrograms, RunAsFromTheirText)
