@@ -233,11 +233,12 @@ Outcome stepLoop(Interpreter& in, int level)
         float limit = static_cast<float>(loop.limit);
         ended = loop.step > 0 ? value > limit : value < limit;
     }
-    expr::Value stepped = expr::Value::makeNumber(next, expr::NumberForm::Computed16);
-    if (bound)
-        TRY_BASIC(expr::storeStatusError(in, variables.storeAt(loop.cell, stepped)));
-    else
+    if (bound) {
+        TRY_BASIC(expr::storeStatusError(in, variables.storeNumberAt(loop.cell, next)));
+    } else {
+        expr::Value stepped = expr::Value::makeNumber(next, expr::NumberForm::Computed16);
         TRY_BASIC(expr::assignTarget(in, {loop.variable, loop.subscripts, loop.isElement, loop.type}, stepped));
+    }
     stacks.forCurrentLevel = level;
     if (ended) {
         stacks.forDepth = level - 1;

@@ -552,12 +552,11 @@ private:
                     slot = {operand.literal.number, operand.literal.type, operand.literal.form};
                     break;
                 case CompiledOperand::Kind::Scalar:
-                    slot.type = operand.scalar.typeIn(m_in.variables());
+                    if (!operand.scalar.readNumber(m_in.variables(), slot.number, slot.type))
+                        return m_in.raise(ErrorId::OutOfMemory);
                     if (slot.type == ValueType::String)
                         return kNamesAString;
                     slot.form = variableForm(slot.type);
-                    if (!operand.scalar.readNumber(m_in.variables(), slot.number))
-                        return m_in.raise(ErrorId::OutOfMemory);
                     type = slot.type;
                     break;
                 default: {

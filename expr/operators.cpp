@@ -27,6 +27,11 @@ bool roundTo32(double x, int64_t& out)
 // A computed number: its text reads back with the given number of digits; too big is Overflow.
 int finishNumber(core::Interpreter& in, Number& result, double x, int digits, ValueType shown)
 {
+    // A whole number below a million reads back as itself at 7 digits and at 16.
+    if (std::fabs(x) < 1e6 && static_cast<double>(static_cast<int32_t>(x)) == x) {
+        result = {x == 0.0 ? 0.0 : x, shown, digits == 16 ? NumberForm::Computed16 : NumberForm::Computed7};
+        return 0;
+    }
     if (!std::isfinite(x))
         return in.raise(core::ErrorId::Overflow);
     double rounded = RoundToDigits(x, digits);

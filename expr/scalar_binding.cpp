@@ -30,18 +30,13 @@ bool ScalarBinding::read(VariableStore& store, Value& value)
     return true;
 }
 
-bool ScalarBinding::readNumber(VariableStore& store, double& number)
+// The scalar is made (as reading it by name makes it) and bound.
+bool ScalarBinding::readNewNumber(VariableStore& store, double& number)
 {
-    if (generation != store.generation())
-        bind(store);
-    if (index < 0) {
-        Value value;
-        if (!read(store, value))
-            return false;
-        number = value.number;
-        return true;
-    }
-    number = store.readNumberAt(index);
+    Value value;
+    if (!read(store, value))
+        return false;
+    number = value.number;
     return true;
 }
 

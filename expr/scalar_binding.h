@@ -19,8 +19,20 @@ struct ScalarBinding {
 
     // Reads the scalar, creating it as reading by name would; false when the table is full.
     bool read(VariableStore& store, Value& value);
-    // The same for a scalar whose type (typeIn) is numeric: only its number.
-    bool readNumber(VariableStore& store, double& number);
+    // The scalar's type as the name stands and, when that is a number, its value (a string is
+    // not read); false when the table is full.
+    bool readNumber(VariableStore& store, double& number, ValueType& typeNow)
+    {
+        if (generation != store.generation())
+            bind(store);
+        typeNow = type;
+        if (type == ValueType::String)
+            return true;
+        if (index < 0)
+            return readNewNumber(store, number);
+        number = store.readNumberAt(index);
+        return true;
+    }
     // Stores as storing by name would.
     StoreStatus store(VariableStore& store, const Value& value);
     // The type of the name as it stands.
@@ -28,6 +40,7 @@ struct ScalarBinding {
 
 private:
     void bind(VariableStore& store);
+    bool readNewNumber(VariableStore& store, double& number);
 };
 
 } // namespace tessaly::expr

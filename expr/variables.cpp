@@ -23,14 +23,18 @@ StoreStatus convertForStore(const Value& value, ValueType target, double& stored
 {
     if (value.isString() != (target == ValueType::String))
         return StoreStatus::TypeMismatch;
-    double x = value.number;
+    return convertNumberForStore(value.number, value.unsignedLiteral, target, stored);
+}
+
+StoreStatus convertNumberForStore(double x, bool unsignedLiteral, ValueType target, double& stored)
+{
     if (!std::isfinite(x))
         return StoreStatus::Overflow;
     switch (target) {
     case ValueType::Integer: {
         double rounded = core::roundHalfAwayFromZero(x);
-        double low = value.unsignedLiteral ? 0 : -32768;
-        double high = value.unsignedLiteral ? 65535 : 32767;
+        double low = unsignedLiteral ? 0 : -32768;
+        double high = unsignedLiteral ? 65535 : 32767;
         if (rounded < low || rounded > high)
             return StoreStatus::Overflow;
         stored = static_cast<int16_t>(static_cast<uint16_t>(static_cast<int32_t>(rounded)));
@@ -231,6 +235,18 @@ StoreStatus VariableStore::storeAt(int index, const Value& value)
     }
     double stored = 0;
     auto status = convertForStore(value, scalar.type, stored);
+    if (status == StoreStatus::Ok)
+        writeCell(m_cells.data() + scalar.offset, scalar.type, stored);
+    return status;
+}
+
+StoreStatus VariableStore::storeNumberAt(int index, double number)
+{
+    const auto& scalar = m_entries[static_cast<size_t>(index)];
+    if (scalar.type == ValueType::String)
+        return StoreStatus::TypeMismatch;
+    double stored = 0;
+    auto status = convertNumberForStore(number, false, scalar.type, stored);
     if (status == StoreStatus::Ok)
         writeCell(m_cells.data() + scalar.offset, scalar.type, stored);
     return status;

@@ -34,6 +34,9 @@ struct NameHash {
 
 // The value a number takes in a cell of the given type, range-tested; Ok or Overflow.
 StoreStatus convertForStore(const Value& value, ValueType target, double& stored);
+// The same for a number (unsignedLiteral: it was a lone &H or &O literal, 0..65535 fits an integer);
+// a string target is a type mismatch.
+StoreStatus convertNumberForStore(double number, bool unsignedLiteral, ValueType target, double& stored);
 // A cell's value as the evaluator reads it, set into value.
 void setCellValue(Value& value, ValueType type, double stored);
 
@@ -69,6 +72,8 @@ public:
     void readAt(int index, Value& value) const;
     // A numeric scalar's value as reading it gives (a single through its seven-digit text).
     [[nodiscard]] double readNumberAt(int index) const;
+    // Stores a computed number (as storeAt would store it as a value).
+    StoreStatus storeNumberAt(int index, double number);
     [[nodiscard]] double readStoredAt(int index) const;
     StoreStatus storeAt(int index, const Value& value);
     // The byte offset of a scalar's cell in the data area (its slot order), for VARPTR.
