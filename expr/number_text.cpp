@@ -145,22 +145,52 @@ std::string StrNumberText(std::string_view input)
 
 namespace {
 
+// 10^-k as the nearest doubles.
+constexpr double kNegativePowersOfTen[] = {1e0, 1e-1, 1e-2, 1e-3, 1e-4, 1e-5, 1e-6, 1e-7, 1e-8, 1e-9, 1e-10, 1e-11,
+    1e-12, 1e-13, 1e-14, 1e-15, 1e-16, 1e-17, 1e-18, 1e-19, 1e-20, 1e-21, 1e-22};
+
 constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13,
     1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// A normal double's parts: magnitude = mantissa x 2^(binaryExponent - 53), the mantissa 53 bits
+// with its leading one (binaryExponent as frexp gives it). Read from the bits, far quicker than
+// frexp and ldexp. false for zero and subnormals.
+bool splitNormal(double magnitude, uint64_t& mantissa, int& binaryExponent)
+{
+    auto bits = std::bit_cast<uint64_t>(magnitude);
+    auto biased = static_cast<int>((bits >> 52) & 0x7FF);
+    if (biased == 0)
+        return false;
+    mantissa = (bits & ((uint64_t {1} << 52) - 1)) | (uint64_t {1} << 52);
+    binaryExponent = biased - 1022;
+    return true;
+}
+
+// floor(log10(magnitude)), read from the binary exponent (much quicker than the logarithm) and
+// moved up where the next power of ten is reached. Below 1 the powers are only the nearest doubles,
+// so near one of them the guess may be one off either way: the callers check the digits they get.
+int decimalExponentGuess(double magnitude)
+{
+    uint64_t mantissa = 0;
+    int binaryExponent = 0;
+    if (!splitNormal(magnitude, mantissa, binaryExponent))
+        std::frexp(magnitude, &binaryExponent);
+    // floor((binaryExponent - 1) x log10 2) in integers: 78913 / 2^18 gives the same floor for every
+    // exponent a double has.
+    int guess = ((binaryExponent - 1) * 78913) >> 18;
+    if (guess >= -1 && guess < 22) {
+        if (magnitude >= kPowersOfTen[guess + 1])
+            ++guess;
+    } else if (guess < -1 && guess >= -22 && magnitude >= kNegativePowersOfTen[-(guess + 1)]) {
+        ++guess;
+    }
+    return guess;
+}
 
 // Rounding to at most 7 digits by scaling: the scaled value y carries one rounding error (powers of
 // ten up to 1e22 are exact), far below 1e-8 for y under 1e7, so the nearest whole number is certain
 // unless y lies within that of a half; n / 10^k is then the double nearest the decimal n x 10^-k,
 // as reading the decimal text gives. false when the text route must decide.
-// floor(log10(magnitude)), or one less: read from the binary exponent, which is much quicker than
-// the logarithm. The callers move on by one where the guess was one short.
-int decimalExponentGuess(double magnitude)
-{
-    int binaryExponent = 0;
-    std::frexp(magnitude, &binaryExponent);
-    return static_cast<int>(std::floor((binaryExponent - 1) * 0.30102999566398120));
-}
-
 bool roundByScaling(double magnitude, int digits, double& rounded)
 {
     int k = digits - 1 - decimalExponentGuess(magnitude);
@@ -171,13 +201,16 @@ bool roundByScaling(double magnitude, int digits, double& rounded)
             return false;
         scale = kPowersOfTen[k < 0 ? -k : k];
         y = k >= 0 ? magnitude * scale : magnitude / scale;
-        if (y < kPowersOfTen[digits])
+        if (y >= kPowersOfTen[digits])
+            --k; // the guess was one short: one digit too many
+        else if (y < kPowersOfTen[digits - 1])
+            ++k; // one over: a digit too few
+        else
             break;
-        --k; // the guess was one short: one digit too many
     }
     if (!(y >= kPowersOfTen[digits - 1] && y < kPowersOfTen[digits]))
         return false;
-    double whole = std::floor(y);
+    auto whole = static_cast<double>(static_cast<int64_t>(y)); // y is positive and below 10^7
     double fraction = y - whole;
     if (std::fabs(fraction - 0.5) < 1e-7)
         return false;
@@ -263,9 +296,10 @@ bool roundSixteenExactly(double magnitude, double& rounded)
     // The guess is the exponent or one short, so k is right or one too high; 22 is the highest k
     // that a magnitude from 1e-7 can need.
     int k = std::min(15 - decimalExponentGuess(magnitude), 22);
+    uint64_t mantissa = 0;
     int binaryExponent = 0;
-    double fraction = std::frexp(magnitude, &binaryExponent);
-    auto mantissa = static_cast<uint64_t>(std::ldexp(fraction, 53));
+    if (!splitNormal(magnitude, mantissa, binaryExponent))
+        return false;
     ScaledDigits scaled;
     if (!scaleByPowerOfTen(mantissa, binaryExponent, k, scaled))
         return false;
@@ -293,13 +327,11 @@ bool hasFewDigits(double magnitude, int digits)
 {
     if (!(magnitude < kPowersOfTen[digits]))
         return false;
-    // Read from the bits (much quicker than frexp): magnitude = mantissa x 2^(biased - 1075).
-    auto bits = std::bit_cast<uint64_t>(magnitude);
-    auto biased = static_cast<int>(bits >> 52);
-    if (biased == 0)
+    uint64_t mantissa = 0;
+    int binaryExponent = 0;
+    if (!splitNormal(magnitude, mantissa, binaryExponent))
         return false; // subnormal: far too many fraction digits anyway
-    uint64_t mantissa = (bits & ((uint64_t {1} << 52) - 1)) | (uint64_t {1} << 52);
-    int fractionDigits = 1075 - biased - std::countr_zero(mantissa);
+    int fractionDigits = 53 - binaryExponent - std::countr_zero(mantissa);
     if (fractionDigits <= 0)
         return true;
     if (fractionDigits > digits)
