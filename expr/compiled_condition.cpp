@@ -1,5 +1,7 @@
 #include "expr/compiled_condition.h"
 
+#include <cmath>
+
 #include "core/interpreter.h"
 #include "expr/condition_parts.h"
 #include "expr/evaluator.h"
@@ -53,6 +55,26 @@ std::unique_ptr<CompiledCondition> CompiledCondition::compile(std::string_view c
     return compiled;
 }
 
+// A term whose sides are numbers: compared without making values; kNotNumbers sends the term the
+// general way (evaluating its sides again does nothing twice that shows).
+int CompiledCondition::numericTermTruth(core::Interpreter& in, const Term& term, bool& truth)
+{
+    Number left {};
+    int status = term.left->evaluateNumber(in, left);
+    if (status != 0)
+        return status;
+    if (!term.right) {
+        truth = std::trunc(left.number) != 0;
+        return 0;
+    }
+    Number right {};
+    status = term.right->evaluateNumber(in, right);
+    if (status != 0)
+        return status;
+    truth = numbersHold(term.kind, left.number, right.number);
+    return 0;
+}
+
 int CompiledCondition::evaluate(core::Interpreter& in, bool& truth) const
 {
     // The terms are evaluated in order; the words between them then combine their -1 and 0.
@@ -65,6 +87,17 @@ int CompiledCondition::evaluate(core::Interpreter& in, bool& truth) const
         }
         const auto& term = m_terms[static_cast<size_t>(piece.term)];
         bool termTrue = false;
+        int numeric = numericTermTruth(in, term, termTrue);
+        TRY_BASIC(numeric);
+        if (numeric == 0) {
+            if (single) {
+                in.functionState().conditionValue = termTrue ? -1 : 0;
+                truth = termTrue;
+                return 0;
+            }
+            combined += termTrue ? "-1 " : " 0 ";
+            continue;
+        }
         Value left;
         TRY_BASIC(term.left->evaluate(in, left));
         if (term.right) {

@@ -33,6 +33,8 @@ private:
         int term = -1;    // a term, or -1 for the text
         std::string text; // a logical word and its blank
     };
+    static int numericTermTruth(core::Interpreter& interpreter, const Term& term, bool& truth);
+
     std::vector<Term> m_terms;
     std::vector<Piece> m_pieces;
 };

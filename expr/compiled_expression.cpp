@@ -23,8 +23,8 @@ namespace {
 constexpr size_t kNumericSlots = 16;
 
 // What a numeric group gives when one of its names has become a string.
-constexpr int kNamesAString = 1;
-static_assert(kNamesAString != core::kFailed);
+constexpr int kNamesAString = CompiledExpression::kNotNumbers;
+static_assert(kNamesAString != core::kFailed && kNamesAString != 0);
 
 // How a numeric variable's value is written.
 NumberForm variableForm(ValueType type)
@@ -508,6 +508,16 @@ public:
         return 0;
     }
 
+    // The group on numbers alone, or kNamesAString.
+    int numericGroup(const CompiledGroup& group, Number& result)
+    {
+        if (!group.numeric)
+            return kNamesAString;
+        TRY_BASIC(enterLevel());
+        LevelGuard guard {*this};
+        return numericBody(group, result);
+    }
+
     int arguments(const std::vector<CompiledGroup>& groups, std::vector<Value>& values)
     {
         // Each argument is evaluated into its place: the values (and their strings' buffers) are
@@ -691,6 +701,24 @@ int CompiledExpression::evaluate(core::Interpreter& in, Value& result) const
 {
     Evaluation evaluation(in);
     return evaluation.group(m_top, result);
+}
+
+int CompiledExpression::evaluateNumber(core::Interpreter& in, Number& result) const
+{
+    Evaluation evaluation(in);
+    return evaluation.numericGroup(m_top, result);
+}
+
+int CompiledExpression::evaluateArgumentNumbers(core::Interpreter& in, Number* out, size_t count) const
+{
+    if (m_arguments.size() != count)
+        return kNotNumbers;
+    Evaluation evaluation(in);
+    for (size_t k = 0; k < count; ++k) {
+        if (int status = evaluation.numericGroup(m_arguments[k], out[k]); status != 0)
+            return status;
+    }
+    return 0;
 }
 
 int CompiledExpression::evaluateArguments(core::Interpreter& in, std::vector<Value>& values) const

@@ -82,6 +82,15 @@ public:
 
     // Returns 0, or kFailed after raising.
     int evaluate(core::Interpreter& interpreter, Value& result) const;
+    // Evaluates an expression of numbers and names on numbers alone: 0, kFailed after raising, or
+    // kNotNumbers when it is not such an expression or one of its names has become a string (then
+    // nothing has happened that evaluate would not do again the same way). A lone literal gives
+    // form Literal: its value with its spelling is literal().
+    static constexpr int kNotNumbers = 1;
+    int evaluateNumber(core::Interpreter& interpreter, Number& result) const;
+    [[nodiscard]] const Value& literal() const { return m_top.operands.front().literal; }
+    // The same for an argument list of exactly count numeric groups, into out[0..count).
+    int evaluateArgumentNumbers(core::Interpreter& interpreter, Number* out, size_t count) const;
     int evaluateArguments(core::Interpreter& interpreter, std::vector<Value>& values) const;
 
 private:

@@ -71,4 +71,11 @@ int CompiledTarget::assign(core::Interpreter& in, const Value& value)
     return storeStatusError(in, m_scalar.store(in.variables(), value));
 }
 
+int CompiledTarget::assignNumber(core::Interpreter& in, const Number& number)
+{
+    if (m_subscriptList)
+        return assign(in, Value::makeNumber(number.number, number.form, number.type));
+    return storeStatusError(in, m_scalar.storeNumber(in.variables(), number.number));
+}
+
 } // namespace tessaly::expr

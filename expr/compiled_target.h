@@ -26,6 +26,8 @@ public:
     int locate(core::Interpreter& interpreter);
     // Stores into the located target; 0 or kFailed.
     int assign(core::Interpreter& interpreter, const Value& value);
+    // The same for a computed number (or a variable's value): no value is made for a scalar.
+    int assignNumber(core::Interpreter& interpreter, const Number& number);
 
     [[nodiscard]] const std::string& name() const { return m_scalar.name; }
     [[nodiscard]] bool isElement() const { return m_subscriptList != nullptr; }

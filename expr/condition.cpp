@@ -80,10 +80,16 @@ int sidesTruth(core::Interpreter& in, const Value& left, const Value& right, int
         int c = left.text.compare(right.text);
         comparison = c < 0 ? -1 : (c > 0 ? 1 : 0);
     } else {
-        comparison = left.number < right.number ? -1 : (left.number > right.number ? 1 : 0);
+        truth = numbersHold(kind, left.number, right.number);
+        return 0;
     }
     truth = holds(kind, comparison);
     return 0;
+}
+
+bool numbersHold(int kind, double left, double right)
+{
+    return holds(kind, left < right ? -1 : (left > right ? 1 : 0));
 }
 
 namespace {

@@ -29,5 +29,7 @@ Relation findRelation(std::string_view term);
 int valueTruth(core::Interpreter& interpreter, const Value& value, bool& truth);
 // A comparison of two whole sides, exactly.
 int sidesTruth(core::Interpreter& interpreter, const Value& left, const Value& right, int kind, bool& truth);
+// Whether the relation of the given kind holds between two numbers.
+[[nodiscard]] bool numbersHold(int kind, double left, double right);
 
 } // namespace tessaly::expr

@@ -346,6 +346,9 @@ bool hasFewDigits(double magnitude, int digits)
 
 double RoundToDigits(double value, int digits)
 {
+    // The commonest case first: a whole number below a million keeps its six digits or fewer.
+    if (digits >= 6 && std::fabs(value) < 1e6 && static_cast<double>(static_cast<int32_t>(value)) == value)
+        return value == 0.0 ? 0.0 : value;
     if (!std::isfinite(value) || value == 0.0)
         return value == 0.0 ? 0.0 : value;
     // A number with no more digits than are kept (every whole number among them) reads back as itself.

@@ -52,4 +52,13 @@ StoreStatus ScalarBinding::store(VariableStore& store, const Value& value)
     return store.storeAt(index, value);
 }
 
+StoreStatus ScalarBinding::storeNumber(VariableStore& store, double number)
+{
+    if (generation != store.generation())
+        bind(store);
+    if (index < 0)
+        return this->store(store, Value::makeNumber(number, NumberForm::Computed16));
+    return store.storeNumberAt(index, number);
+}
+
 } // namespace tessaly::expr

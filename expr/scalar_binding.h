@@ -35,6 +35,8 @@ struct ScalarBinding {
     }
     // Stores as storing by name would.
     StoreStatus store(VariableStore& store, const Value& value);
+    // The same for a computed number.
+    StoreStatus storeNumber(VariableStore& store, double number);
     // The type of the name as it stands.
     ValueType typeIn(VariableStore& store);
 

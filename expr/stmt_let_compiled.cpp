@@ -27,6 +27,15 @@ public:
     core::Outcome run(core::Interpreter& in) override
     {
         TRY_BASIC(m_target.locate(in));
+        // A computed number is stored as it is; a lone literal (which may be a &H value that an
+        // integer takes up to 65535) and anything else go through its value.
+        Number number {};
+        int numeric = m_value->evaluateNumber(in, number);
+        TRY_BASIC(numeric);
+        if (numeric == 0 && number.form != NumberForm::Literal) {
+            TRY_BASIC(m_target.assignNumber(in, number));
+            return core::kDone;
+        }
         Value value;
         TRY_BASIC(m_value->evaluate(in, value));
         TRY_BASIC(m_target.assign(in, value));

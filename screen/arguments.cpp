@@ -33,7 +33,12 @@ int argumentOr(const std::vector<expr::Value>& values, size_t k, int omitted)
 {
     if (k >= values.size() || values[k].empty || values[k].isString())
         return omitted;
-    double x = core::roundHalfUpTruncated(values[k].number);
+    return wholeArgument(values[k].number);
+}
+
+int wholeArgument(double number)
+{
+    double x = core::roundHalfUpTruncated(number);
     if (x > 2147483647.0 || x < -2147483647.0)
         return x > 0 ? 2147483647 : -2147483647;
     return static_cast<int>(x);

@@ -25,9 +25,11 @@ int evaluateStatementArguments(core::Interpreter& in, int begin, int end, std::v
 // PSET and PRESET once their point and arguments are known: the pixel in the colour given, else in
 // defaultColour; the point becomes the last point.
 struct FigurePoint;
-core::Outcome plotPixel(core::Interpreter& in, const FigurePoint& point, const std::vector<expr::Value>& rest, int defaultColour);
+core::Outcome plotPixel(core::Interpreter& in, const FigurePoint& point, int givenColour, int defaultColour);
 // An argument as a whole number (0.5 added, truncated), or `omitted` when it was left out.
 [[nodiscard]] int argumentOr(const std::vector<expr::Value>& values, size_t k, int omitted);
+// A number given as such an argument: rounded half up, held within the int range.
+[[nodiscard]] int wholeArgument(double number);
 
 // screen/stmt_screen_images.cpp
 // The clipboard copies of the window's menu: rows 0..23 as text (a CR LF before each row unless

@@ -73,12 +73,13 @@ Outcome setPixel(core::Interpreter& in, int begin, int end, int defaultColour)
 {
     PointArguments point;
     TRY_BASIC(readPoint(in, begin, end, point));
-    return plotPixel(in, {point.step, point.x, point.y}, point.rest, defaultColour);
+    return plotPixel(in, {point.step, point.x, point.y}, argumentOr(point.rest, 0, 20), defaultColour);
 }
 
 } // namespace
 
-Outcome plotPixel(core::Interpreter& in, const FigurePoint& point, const std::vector<expr::Value>& rest, int defaultColour)
+// givenColour: the colour argument as a whole number, 20 (not a colour) when there is none.
+Outcome plotPixel(core::Interpreter& in, const FigurePoint& point, int givenColour, int defaultColour)
 {
     int px = 0;
     int py = 0;
@@ -88,9 +89,8 @@ Outcome plotPixel(core::Interpreter& in, const FigurePoint& point, const std::ve
     g.lastY = py;
     auto& colours = in.colours();
     colours.foregroundColour = defaultColour;
-    int given = argumentOr(rest, 0, 20);
-    if (colours.isValid(given))
-        colours.foregroundColour = given;
+    if (colours.isValid(givenColour))
+        colours.foregroundColour = givenColour;
     if (auto* renderer = in.renderer()) {
         renderer->activePage().setPixel(px, py, colours.palette[static_cast<size_t>(colours.foregroundColour)]);
         renderer->composeRect(px - 1, py - 1, px, py);

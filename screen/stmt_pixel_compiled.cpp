@@ -30,17 +30,44 @@ public:
     core::Outcome run(core::Interpreter& in) override
     {
         int defaultColour = m_reset ? in.colours().backgroundColour : in.colours().pointColour;
-        TRY_BASIC(m_point->evaluateArguments(in, m_values));
-        if (m_values.size() != 2 || m_values[0].empty || m_values[1].empty || m_values[0].isString() || m_values[1].isString())
-            return in.raise(ErrorId::SyntaxError);
-        FigurePoint point {m_step, m_values[0].number, m_values[1].number};
+        FigurePoint point {m_step, 0, 0};
+        TRY_BASIC(evaluatePoint(in, point));
+        // The colour: where it is a number it is taken as one; the rest only as values.
+        if (m_rest.size() == 1) {
+            expr::Number colour {};
+            int numeric = m_rest[0]->evaluateNumber(in, colour);
+            TRY_BASIC(numeric);
+            if (numeric == 0)
+                return plotPixel(in, point, wholeArgument(colour.number), defaultColour);
+        }
         m_restValues.resize(m_rest.size());
         for (size_t k = 0; k < m_rest.size(); ++k)
             TRY_BASIC(m_rest[k]->evaluate(in, m_restValues[k]));
-        return plotPixel(in, point, m_restValues, defaultColour);
+        return plotPixel(in, point, argumentOr(m_restValues, 0, 20), defaultColour);
     }
 
 private:
+    // The point's two numbers (on numbers alone where they are numbers; a repeat of such an
+    // evaluation does nothing twice that shows).
+    int evaluatePoint(core::Interpreter& in, FigurePoint& point)
+    {
+        expr::Number coordinates[2] {};
+        int numeric = m_point->evaluateArgumentNumbers(in, coordinates, 2);
+        TRY_BASIC(numeric);
+        if (numeric == 0) {
+            point.x = coordinates[0].number;
+            point.y = coordinates[1].number;
+            return 0;
+        }
+        TRY_BASIC(m_point->evaluateArguments(in, m_values));
+        if (m_values.size() != 2 || m_values[0].empty || m_values[1].empty || m_values[0].isString()
+            || m_values[1].isString())
+            return in.raise(ErrorId::SyntaxError);
+        point.x = m_values[0].number;
+        point.y = m_values[1].number;
+        return 0;
+    }
+
     bool m_reset;
     bool m_step;
     std::unique_ptr<expr::CompiledExpression> m_point;

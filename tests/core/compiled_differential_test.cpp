@@ -124,6 +124,9 @@ TEST(CompiledStatements, NumericGroupsGiveWhatTheGeneralPathGives)
                           "23 IF R=1 THEN X=1/0+E\n"
                           "24 IF R=1 THEN X=-E\n"
                           "25 IF R=1 THEN X=(A+1)+(E-1)\n"
+                          "26 IF R=1 THEN GOSUB 800\n"
+                          "28 B%=&HFFFF:PRINT B%:B%=-1+&H8000:PRINT B%:B%=&H7FFF+1\n"
+                          "29 IF I<8 AND A>1 THEN PRINT \"Y\" ELSE PRINT \"N\"\n"
                           "30 PRINT A*B-C#;(A+B)*(I-1);-(A);-A+B;NOT A;I\\2;I MOD 4;A AND 3;(I+A) AND 7;2^-1\n"
                           "40 PRINT D!*3;D!+D!+D!;C#*3;A/B;I/2;-I;(I);((A));A<B;(A>B)+1;A=1.5\n"
                           "50 X=A/0+D:PRINT X\n"
@@ -131,13 +134,19 @@ TEST(CompiledStatements, NumericGroupsGiveWhatTheGeneralPathGives)
                           "70 PRINT (((((((((((A+1)))))))))));-(B)*-(A)\n"
                           "80 R=R+1:IF R<2 THEN DEFSTR E:GOTO 20\n"
                           "100 END\n"
+                          "800 IF E<\"A\" THEN PRINT \"L\"\n"
+                          "810 IF E THEN PRINT \"T\"\n"
+                          "820 RETURN\n"
                           "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
     std::string compiled = runOneWay(program, false, 100000);
     EXPECT_EQ(compiled, runOneWay(program, true, 100000));
     EXPECT_EQ(compiled.substr(0, compiled.find('\n')), "-5 -5 -5  2.5 -2.5  65535 -16  3  2.  1000. ");
     // E is a string once DEFSTR E has run: "" + 1 is "", a string under * or a minus is a syntax
     // error, and 1/0 comes before E is met.
-    EXPECT_NE(compiled.find("-1 \nE 2  22 \nE 11  23 \nE 2  24 \nE 2  25 \n"), std::string::npos) << compiled;
+    EXPECT_NE(compiled.find("-1 \nE 2  22 \nE 11  23 \nE 2  24 \nE 2  25 \nL\nE 13  810 \n"), std::string::npos)
+        << compiled;
+    // A lone &H literal fits an integer up to 65535; a computed one does not.
+    EXPECT_NE(compiled.find("-1 \n 32767 \nE 6  28 \nY\n"), std::string::npos) << compiled;
 }
 
 class RandomPrograms : public ::testing::TestWithParam<unsigned> {};

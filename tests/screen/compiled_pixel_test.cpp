@@ -32,13 +32,16 @@ PixelRun runOneWay(const std::string& setUp, const std::string& statement, bool 
 
 TEST(CompiledPixels, DrawAndFailAsFromTheirText)
 {
-    const char* setUps[] = {"REM", "WINDOW (-10,-10)-(100,100)", "VIEW (20,20)-(300,200):WINDOW SCREEN (0,0)-(50,40)"};
+    // DEFSTR S: S (a name without $) is a string, which the point and the colour meet as one.
+    const char* setUps[] = {"REM", "WINDOW (-10,-10)-(100,100)", "VIEW (20,20)-(300,200):WINDOW SCREEN (0,0)-(50,40)",
+        "DEFSTR S"};
     const char* statements[] = {
         "PSET (A,B)", "PSET (A+.5,B*2.5),C", "PSET STEP(A,-3),5", "PRESET (A,B)", "PRESET STEP (2,2),6",
         "PSET (A,B),9", "PSET (A,B),D$", "PSET (A,B),,3", "PSET (A,B);3", "PSET (A,B),C,7", "PSET (A)",
         "PSET (A,D$)", "PSET (A,B) Z", "PSET (X(A),1)", "PSET (1E10,-1E10),1", "PSET", "PSET STEP A",
         "PSET (A,B", "PSET (A,)", "PSET (A,B),", "PSET (A,B),C+(1", "PSET(A/0,B)", "PSET (A,B),-1",
-        "PSET (,B)",
+        "PSET (,B)", "PSET (A,B),S", "PSET (S,B)", "PSET (A,S+1)", "PSET (A,B),C*S", "PSET (A+1,B),(A+B) AND 7",
+        "PSET (A,B),C+.5", "PSET (A,B),&HFFFF", "PSET (A,B),-C", "PRESET (-A,-(B)),C-2",
     };
     for (const char* setUp : setUps)
         for (const char* statement : statements) {
