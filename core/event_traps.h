@@ -17,6 +17,7 @@ inline constexpr int kFirstKey = 1;  // F1; F10 is slot 10
 inline constexpr int kStop = 11;     // PAUSE, or C with CTRL
 inline constexpr int kPen = 12;      // the left mouse button
 inline constexpr int kFirstCom = 13; // serial input, five slots
+inline constexpr int kComSlotCount = 5;
 inline constexpr int kSlots = 18;
 } // namespace trap
 // Each slot has its own bit in the run state's pending-event word, below the BREAK bit.
@@ -46,6 +47,14 @@ struct EventTraps {
         for (int k = 0; k < 10; ++k)
             sources[static_cast<size_t>(trap::kFirstKey + k)] = {};
         keyTrapsActive = false;
+    }
+    // Whether a serial-input trap (the five slots from kFirstCom) is on; asked at every idle call.
+    [[nodiscard]] bool anyComTrapOn() const
+    {
+        for (int k = 0; k < trap::kComSlotCount; ++k)
+            if (sources[static_cast<size_t>(trap::kFirstCom + k)].mode == TrapMode::On)
+                return true;
+        return false;
     }
     void updateKeyTrapsActive()
     {

@@ -162,7 +162,7 @@ void Interpreter::idle()
     }
     if (m_run.running) {
         // Serial input for ON COM is looked at on every idle call, before the loop's yield point.
-        if (io::comTrapsOn(*this))
+        if (m_eventTraps.anyComTrapOn())
             io::pollComTraps(*this);
         runLoop(*this);
     }

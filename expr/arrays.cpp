@@ -2,6 +2,7 @@
 #include "expr/arrays.h"
 
 #include "expr/cell_bytes.h"
+#include "expr/variables.h"
 
 namespace tessaly::expr {
 
@@ -115,6 +116,20 @@ ArrayStatus ArrayStore::read(ArrayBinding& binding, ValueType type, const std::v
     Element element;
     auto status = locate(binding.name, type, subscripts, element, &binding);
     return status == ArrayStatus::Ok ? readElement(element, value) : status;
+}
+
+ArrayStatus ArrayStore::readNumber(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts,
+    double& number)
+{
+    Element element;
+    auto status = locate(binding.name, type, subscripts, element, &binding);
+    if (status != ArrayStatus::Ok)
+        return status;
+    const Array& array = *element.array;
+    if (array.type == ValueType::String)
+        return ArrayStatus::TypeMismatch;
+    number = cellNumber(array.type, storedAt(array, element.cell));
+    return ArrayStatus::Ok;
 }
 
 ArrayStatus ArrayStore::readElement(const Element& element, Value& value) const

@@ -42,6 +42,10 @@ public:
     ArrayStatus store(std::string_view name, ValueType type, const std::vector<int32_t>& subscripts, const Value& value);
     // The same through a binding.
     ArrayStatus read(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts, Value& value);
+    // The same for a numeric element: only its number. TypeMismatch (nothing read, nothing raised)
+    // when the array holds strings.
+    ArrayStatus readNumber(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts,
+        double& number);
     ArrayStatus store(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts, const Value& value);
     // Removes an array; false when there is none of that name. The cells of the arrays made after
     // it move down to close the gap.

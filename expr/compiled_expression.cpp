@@ -264,6 +264,13 @@ private:
                 if (!operand.groups.front().numeric)
                     return false;
                 break;
+            case CompiledOperand::Kind::Element:
+                if (operand.array.name.ends_with('$') || operand.groups.size() > kNumericSlots)
+                    return false;
+                for (const auto& subscript : operand.groups)
+                    if (!subscript.numeric)
+                        return false;
+                break;
             default:
                 return false;
             }
@@ -279,7 +286,7 @@ private:
         // minus may have been put in front of it while running); a group in parentheses whatever
         // its own value had, which only the general path carries.
         const auto& lone = group.operands[result];
-        if (lone.kind == CompiledOperand::Kind::Scalar)
+        if (lone.kind == CompiledOperand::Kind::Scalar || lone.kind == CompiledOperand::Kind::Element)
             return true;
         return lone.kind == CompiledOperand::Kind::Literal
             && std::none_of(group.code.begin(), group.code.end(), [&](const GroupInstruction& instruction) {
@@ -569,6 +576,11 @@ private:
                     slot.form = variableForm(slot.type);
                     type = slot.type;
                     break;
+                case CompiledOperand::Kind::Element:
+                    if (int read = numericElement(operand, slot); read != 0)
+                        return read;
+                    type = slot.type;
+                    break;
                 default: {
                     TRY_BASIC(enterLevel());
                     LevelGuard guard {*this};
@@ -600,6 +612,41 @@ private:
         return 0;
     }
 
+    // An element of a numeric array, its subscripts evaluated on numbers as the general path
+    // evaluates them (each a group of its own, one level deeper), with the same checks.
+    int numericElement(const CompiledOperand& operand, Number& slot)
+    {
+        slot.type = operand.scalar.typeIn(m_in.variables());
+        if (slot.type == ValueType::String)
+            return kNamesAString;
+        slot.form = variableForm(slot.type);
+        std::array<Number, kNumericSlots> numbers; // NOLINT: each is written before it is read
+        for (size_t k = 0; k < operand.groups.size(); ++k) {
+            TRY_BASIC(enterLevel());
+            LevelGuard guard {*this};
+            if (int inner = numericBody(operand.groups[k], numbers[k]); inner != 0)
+                return inner;
+        }
+        auto& subscripts = m_scratch.subscriptLists[static_cast<size_t>(m_scratch.depth)];
+        subscripts.clear();
+        for (size_t k = 0; k < operand.groups.size(); ++k) {
+            double s = std::trunc(numbers[k].number);
+            if (!(s >= 0 && s <= 32767))
+                return m_in.raise(ErrorId::SubscriptOutOfRange);
+            subscripts.push_back(static_cast<int32_t>(s));
+        }
+        switch (m_in.arrays().readNumber(operand.array, slot.type, subscripts, slot.number)) {
+        case ArrayStatus::Ok:
+            return 0;
+        case ArrayStatus::TypeMismatch:
+            return kNamesAString;
+        case ArrayStatus::OutOfMemory:
+            return m_in.raise(ErrorId::OutOfMemory);
+        default:
+            return m_in.raise(ErrorId::SubscriptOutOfRange);
+        }
+    }
+
     int operand(const CompiledOperand& operand, Value& value, ValueType& type)
     {
         switch (operand.kind) {
@@ -620,6 +667,8 @@ private:
             auto& args = argumentList();
             if (operand.hasParentheses)
                 TRY_BASIC(arguments(operand.groups, args));
+            else
+                args.clear();
             TRY_BASIC(callFunction(m_in, operand.function, FunctionCall {operand.name, args, operand.hasParentheses},
                 value));
             type = operand.function.kind == FunctionKind::String ? ValueType::String : ValueType::Double;
@@ -629,6 +678,8 @@ private:
             auto& args = argumentList();
             if (operand.hasParentheses)
                 TRY_BASIC(arguments(operand.groups, args));
+            else
+                args.clear();
             TRY_BASIC(callUserFunction(m_in, std::string_view(operand.name).substr(2), args, operand.hasParentheses,
                 value));
             type = value.isString() ? ValueType::String : value.type;
@@ -638,14 +689,10 @@ private:
         return m_in.raise(ErrorId::SyntaxError);
     }
 
-    // The argument list of this level, emptied: deeper levels (the arguments' own calls) have
-    // theirs, so nothing is allocated once the lists have grown.
-    std::vector<Value>& argumentList()
-    {
-        auto& args = m_scratch.argumentLists[static_cast<size_t>(m_scratch.depth)];
-        args.clear();
-        return args;
-    }
+    // The argument list of this level: deeper levels (the arguments' own calls) have theirs. It
+    // keeps its values from call to call (arguments() sizes it), so nothing is made or allocated
+    // once the lists have grown.
+    std::vector<Value>& argumentList() { return m_scratch.argumentLists[static_cast<size_t>(m_scratch.depth)]; }
 
     int element(const CompiledOperand& operand, ValueType type, Value& value)
     {

@@ -91,6 +91,7 @@ public:
     [[nodiscard]] const Value& literal() const { return m_top.operands.front().literal; }
     // The same for an argument list of exactly count numeric groups, into out[0..count).
     int evaluateArgumentNumbers(core::Interpreter& interpreter, Number* out, size_t count) const;
+    [[nodiscard]] size_t argumentCount() const { return m_arguments.size(); }
     int evaluateArguments(core::Interpreter& interpreter, std::vector<Value>& values) const;
 
 private:

@@ -1,5 +1,7 @@
 #include "expr/compiled_target.h"
 
+#include <array>
+
 #include <cmath>
 #include <string>
 
@@ -49,8 +51,25 @@ int CompiledTarget::locate(core::Interpreter& in)
     m_type = m_scalar.typeIn(in.variables());
     if (!m_subscriptList)
         return 0;
-    TRY_BASIC(m_subscriptList->evaluateArguments(in, m_values));
     m_subscripts.clear();
+    // Subscripts that are numbers are taken as numbers (a repeat through values, where one is not,
+    // does nothing twice that shows).
+    constexpr size_t kNumericSubscripts = 8; // more go through values
+    std::array<Number, kNumericSubscripts> numbers; // NOLINT: each is written before it is read
+    size_t count = m_subscriptList->argumentCount();
+    int numeric = count <= numbers.size() ? m_subscriptList->evaluateArgumentNumbers(in, numbers.data(), count)
+                                          : CompiledExpression::kNotNumbers;
+    TRY_BASIC(numeric);
+    if (numeric == 0) {
+        for (size_t k = 0; k < count; ++k) {
+            double s = std::trunc(numbers[k].number);
+            if (!(s >= 0 && s <= 32767))
+                return in.raise(ErrorId::SubscriptOutOfRange);
+            m_subscripts.push_back(static_cast<int32_t>(s));
+        }
+        return 0;
+    }
+    TRY_BASIC(m_subscriptList->evaluateArguments(in, m_values));
     for (const auto& value : m_values) {
         if (value.isString() || value.empty)
             return in.raise(value.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);

@@ -57,10 +57,8 @@ StoreStatus convertNumberForStore(double x, bool unsignedLiteral, ValueType targ
     }
 }
 
-namespace {
-
 // A single reads back through its seven-digit text, a double through its sixteen-digit one.
-double readBack(ValueType type, double stored)
+double cellNumber(ValueType type, double stored)
 {
     switch (type) {
     case ValueType::Integer: return stored;
@@ -69,8 +67,6 @@ double readBack(ValueType type, double stored)
     }
 }
 
-} // namespace
-
 void setCellValue(Value& value, ValueType type, double stored)
 {
     switch (type) {
@@ -78,10 +74,10 @@ void setCellValue(Value& value, ValueType type, double stored)
         value.setNumber(stored, NumberForm::IntegerVar, ValueType::Integer);
         break;
     case ValueType::Single:
-        value.setNumber(readBack(type, stored), NumberForm::SingleVar, ValueType::Single);
+        value.setNumber(cellNumber(type, stored), NumberForm::SingleVar, ValueType::Single);
         break;
     default:
-        value.setNumber(readBack(type, stored), NumberForm::DoubleVar, ValueType::Double);
+        value.setNumber(cellNumber(type, stored), NumberForm::DoubleVar, ValueType::Double);
         break;
     }
 }
@@ -215,7 +211,7 @@ void VariableStore::readAt(int index, Value& value) const
 double VariableStore::readNumberAt(int index) const
 {
     const auto& scalar = m_entries[static_cast<size_t>(index)];
-    return readBack(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
+    return cellNumber(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
 }
 
 double VariableStore::readStoredAt(int index) const

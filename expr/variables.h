@@ -39,6 +39,8 @@ StoreStatus convertForStore(const Value& value, ValueType target, double& stored
 StoreStatus convertNumberForStore(double number, bool unsignedLiteral, ValueType target, double& stored);
 // A cell's value as the evaluator reads it, set into value.
 void setCellValue(Value& value, ValueType type, double stored);
+// A numeric cell's number as the evaluator reads it (a single through its seven-digit text).
+[[nodiscard]] double cellNumber(ValueType type, double stored);
 
 class VariableStore {
 public:

@@ -175,11 +175,8 @@ int comCount(core::Interpreter& in, const FileChannel& channel, ComCount count, 
 
 bool comTrapsOn(core::Interpreter& in)
 {
-    const auto& sources = in.eventTraps().sources;
-    for (int k = 1; k <= kComSlots; ++k)
-        if (sources[static_cast<size_t>(core::trap::kFirstCom + k - 1)].mode == core::TrapMode::On)
-            return true;
-    return false;
+    static_assert(core::trap::kComSlotCount == kComSlots);
+    return in.eventTraps().anyComTrapOn();
 }
 
 // Which port's data counts: each port fires its own trap, once for the bytes that have arrived

@@ -132,10 +132,13 @@ TEST(CompiledStatements, NumericGroupsGiveWhatTheGeneralPathGives)
                           "50 X=A/0+D:PRINT X\n"
                           "60 Y=1E38*A*B:PRINT Y\n"
                           "70 PRINT (((((((((((A+1)))))))))));-(B)*-(A)\n"
-                          "80 R=R+1:IF R<2 THEN DEFSTR E:GOTO 20\n"
+                          "75 M(3)=4:PRINT M(3)+M(A*2)*2;-M(3);M(11)+1\n"
+                          "76 M(A)=M(A+1)-M(3)/3:PRINT M(1);M(2)\n"
+                          "80 R=R+1:IF R<2 THEN DEFSTR E,G:GOTO 20\n"
                           "100 END\n"
                           "800 IF E<\"A\" THEN PRINT \"L\"\n"
                           "810 IF E THEN PRINT \"T\"\n"
+                          "815 X=G(1)+1:PRINT G(1)+\"!\";X\n"
                           "820 RETURN\n"
                           "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
     std::string compiled = runOneWay(program, false, 100000);
