@@ -12,6 +12,14 @@
 namespace tessaly::expr {
 namespace {
 
+// The rounding by its definition: the value written with that many digits and read back.
+double roundedByText(double value, int digits)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
+    return std::strtod(text, nullptr);
+}
+
 struct GcvtCase {
     double value;
     int digits;
@@ -89,11 +97,6 @@ TEST(NumberText, ReadNumberTextStopsAtTheFirstForeignCharacter)
 // over all magnitudes, near halves and near powers of ten.
 TEST(RoundToDigits, EqualsReadingTheDecimalText)
 {
-    auto byText = [](double value, int digits) {
-        char text[64];
-        std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
-        return std::strtod(text, nullptr);
-    };
     std::mt19937_64 random(20261123);
     std::uniform_real_distribution<double> mantissa(1.0, 10.0);
     std::uniform_int_distribution<int> exponent(-40, 40);
@@ -110,16 +113,16 @@ TEST(RoundToDigits, EqualsReadingTheDecimalText)
         if (k % 3 == 2)
             value = -value;
         for (int digits : {7, 16}) {
-            double expected = byText(value, digits);
+            double expected = roundedByText(value, digits);
             ASSERT_EQ(RoundToDigits(value, digits), expected) << value << " to " << digits;
         }
     }
     for (double value : {1234567.5, 1234569.5, 999999.95, 9999999.5, 0.1, 1e-30, 3.4e38, 12345675.0})
-        EXPECT_EQ(RoundToDigits(value, 7), byText(value, 7)) << value;
+        EXPECT_EQ(RoundToDigits(value, 7), roundedByText(value, 7)) << value;
     // Exact 16-digit ties go to the even digit, as the decimal text does.
     for (double value : {1234567890123456.5, 1234567890123457.5, 0.12345678901234565, 9007199254740991.0,
              9999999999999999.0, 1e-7, 0.3, 2.0 / 3.0})
-        EXPECT_EQ(RoundToDigits(value, 16), byText(value, 16)) << value;
+        EXPECT_EQ(RoundToDigits(value, 16), roundedByText(value, 16)) << value;
 }
 
 // Just below a power of ten the logarithm rounds up to the whole number, which gave the rounding
@@ -127,11 +130,6 @@ TEST(RoundToDigits, EqualsReadingTheDecimalText)
 // either side of its power of ten and the decimals just below it, at 7 and 16 digits.
 TEST(RoundToDigits, AgreesWithTheTextRouteAcrossEveryDecade)
 {
-    auto byText = [](double value, int digits) {
-        char text[64];
-        std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
-        return std::strtod(text, nullptr);
-    };
     for (int decade = -300; decade <= 300; ++decade) {
         char text[64];
         std::snprintf(text, sizeof text, "1e%d", decade);
@@ -153,8 +151,8 @@ TEST(RoundToDigits, AgreesWithTheTextRouteAcrossEveryDecade)
         }
         for (double value : values) {
             for (int digits : {7, 16}) {
-                ASSERT_EQ(RoundToDigits(value, digits), byText(value, digits)) << value << " to " << digits;
-                ASSERT_EQ(RoundToDigits(-value, digits), byText(-value, digits)) << -value << " to " << digits;
+                ASSERT_EQ(RoundToDigits(value, digits), roundedByText(value, digits)) << value << " to " << digits;
+                ASSERT_EQ(RoundToDigits(-value, digits), roundedByText(-value, digits)) << -value << " to " << digits;
             }
         }
     }
@@ -165,11 +163,6 @@ TEST(RoundToDigits, AgreesWithTheTextRouteAcrossEveryDecade)
 // back, right up to the last digit kept and one beyond it.
 TEST(RoundToDigits, ShortBinaryFractionsAgreeWithTheTextRoute)
 {
-    auto byText = [](double value, int digits) {
-        char text[64];
-        std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
-        return std::strtod(text, nullptr);
-    };
     std::mt19937_64 random(20261126);
     std::uniform_int_distribution<int> fractionBits(0, 30);
     std::uniform_int_distribution<int> wholeBits(1, 56);
@@ -180,12 +173,12 @@ TEST(RoundToDigits, ShortBinaryFractionsAgreeWithTheTextRoute)
         if (k % 2 == 1)
             value = -value;
         for (int digits : {1, 3, 7, 15, 16})
-            ASSERT_EQ(RoundToDigits(value, digits), byText(value, digits)) << value << " to " << digits;
+            ASSERT_EQ(RoundToDigits(value, digits), roundedByText(value, digits)) << value << " to " << digits;
     }
     for (double value : {9999999.5, 999999.5, 1234567.5, 0.0078125, 0.00390625, 123456.25, 1e15 + 0.5,
              999999999999999.5, 99999999999999.75, 4503599627370495.5, 9999999999999998.0})
         for (int digits : {7, 16})
-            EXPECT_EQ(RoundToDigits(value, digits), byText(value, digits)) << value << " to " << digits;
+            EXPECT_EQ(RoundToDigits(value, digits), roundedByText(value, digits)) << value << " to " << digits;
 }
 
 TEST(NumberText, ValuesJustBelowAPowerOfTenKeepTheirLastDigit)
