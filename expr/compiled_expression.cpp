@@ -599,7 +599,8 @@ private:
             case GroupInstruction::Kind::Binary: {
                 double right = instruction.rightIsLiteral ? group.operands[instruction.b].literal.number
                                                           : slots[instruction.b].number;
-                TRY_BASIC(applyBinary(m_in, instruction.op, slots[instruction.a], right));
+                if (!applyWholeQuickly(instruction.op, slots[instruction.a], right))
+                    TRY_BASIC(applyBinary(m_in, instruction.op, slots[instruction.a], right));
                 break;
             }
             case GroupInstruction::Kind::NegateTerm:

@@ -117,13 +117,13 @@ int16_t logical(Op op, int16_t a, int16_t b)
 
 int16_t toInt16(double value)
 {
+    // The cast truncates toward zero, and two's complement keeps the low 16 bits of any whole number
+    // that fits 64 bits.
+    if (std::fabs(value) < 9.0e18)
+        return static_cast<int16_t>(static_cast<uint16_t>(static_cast<int64_t>(value) & 0xFFFF));
     if (!std::isfinite(value))
         return 0;
-    double truncated = std::trunc(value);
-    // Two's complement keeps the low 16 bits of any whole number that fits 64 bits.
-    if (std::fabs(truncated) < 9.0e18)
-        return static_cast<int16_t>(static_cast<uint16_t>(static_cast<int64_t>(truncated) & 0xFFFF));
-    double wrapped = std::fmod(truncated, 65536.0);
+    double wrapped = std::fmod(std::trunc(value), 65536.0);
     if (wrapped < 0)
         wrapped += 65536.0;
     return static_cast<int16_t>(static_cast<uint16_t>(wrapped));
@@ -179,6 +179,8 @@ int applyBinary(core::Interpreter& in, Op op, Value& left, const Value& right)
 
 int applyBinary(core::Interpreter& in, Op op, Number& left, double b)
 {
+    if (applyWholeQuickly(op, left, b))
+        return 0;
     double a = left.number;
     if (isRelational(op))
         return finishNumber(in, left, relationHolds(op, compareNumbers(a, b)) ? -1 : 0, 7, ValueType::Integer);

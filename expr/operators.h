@@ -86,6 +86,22 @@ struct Number {
 int applyBinary(core::Interpreter& interpreter, Op op, Value& left, const Value& right);
 // The same on two numbers (the right one's type plays no part).
 int applyBinary(core::Interpreter& interpreter, Op op, Number& left, double right);
+// The commonest operations done inline: +, - and * whose result is a whole number below a million,
+// which reads back as itself (what applyBinary gives then). false leaves left as it was.
+[[nodiscard]] inline bool applyWholeQuickly(Op op, Number& left, double right)
+{
+    double x = 0;
+    switch (op) {
+    case Op::Add: x = left.number + right; break;
+    case Op::Subtract: x = left.number - right; break;
+    case Op::Multiply: x = left.number * right; break;
+    default: return false;
+    }
+    if (!(x < 1e6 && x > -1e6) || static_cast<double>(static_cast<int32_t>(x)) != x)
+        return false;
+    left = {x == 0.0 ? 0.0 : x, left.type, NumberForm::Computed16};
+    return true;
+}
 // operand = NOT operand.
 int applyNot(core::Interpreter& interpreter, Value& operand);
 int applyNot(core::Interpreter& interpreter, Number& operand);

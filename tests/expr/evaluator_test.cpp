@@ -2,6 +2,7 @@
 // texts, errors, variables, arrays and functions.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "expr/evaluator.h"
 #include "expr/function_state.h"
 #include "expr/number_text.h"
+#include "expr/operators.h"
 #include "expr/variables.h"
 #include "support/test_host.h"
 
@@ -127,6 +129,17 @@ INSTANTIATE_TEST_SUITE_P(StringFunctions, Expressions,
 
 // The record layouts of MKI$/MKS$/MKD$: little-endian 16-bit integers and IEEE singles and
 // doubles, checked byte for byte at the limits of each type, and read back by CVI/CVS/CVD.
+// The 16-bit view of a number that the logical operators and the comparisons use: truncated toward
+// zero, its low 16 bits; beyond 64 bits through the remainder; not a number gives 0.
+TEST(Evaluator, SixteenBitViewOfNumbers)
+{
+    const std::pair<double, int16_t> cases[] = {{0, 0}, {1.9, 1}, {-1.9, -1}, {32767, 32767}, {32768, -32768},
+        {65535, -1}, {65536, 0}, {-65537, -1}, {1e10, -7168}, {-1e10, 7168}, {9.0e18, 0},
+        {9223372036854781952.0, 6144}, {-9223372036854781952.0, -6144}, {HUGE_VAL, 0}, {NAN, 0}};
+    for (const auto& [value, expected] : cases)
+        EXPECT_EQ(toInt16(value), expected) << value;
+}
+
 TEST(Evaluator, NumbersAsByteStringsAtTheirLimits)
 {
     using namespace std::string_literals;
