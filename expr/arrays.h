@@ -4,6 +4,7 @@
 // screen images, PEEK and POKE work on these bytes.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,6 +22,16 @@ inline constexpr int kMaxStringElements = 65535;
 inline constexpr int kImplicitBound = 10;
 
 enum class ArrayStatus : uint8_t { Ok, Duplicate, OutOfMemory, SubscriptOutOfRange, Overflow, TypeMismatch };
+
+// A subscript is its number truncated toward zero; false (Subscript out of range) outside 0..32767.
+[[nodiscard]] inline bool toSubscript(double number, int32_t& subscript)
+{
+    double s = std::trunc(number);
+    if (!(s >= 0 && s <= 32767))
+        return false;
+    subscript = static_cast<int32_t>(s);
+    return true;
+}
 
 // An array named in compiled code: found once, and again only after arrays went away (ERASE,
 // CLEAR, RUN, NEW, CHAIN).

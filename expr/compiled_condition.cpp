@@ -1,7 +1,5 @@
 #include "expr/compiled_condition.h"
 
-#include <cmath>
-
 #include "core/interpreter.h"
 #include "expr/condition_parts.h"
 #include "expr/evaluator.h"
@@ -64,7 +62,7 @@ int CompiledCondition::numericTermTruth(core::Interpreter& in, const Term& term,
     if (status != 0)
         return status;
     if (!term.right) {
-        truth = std::trunc(left.number) != 0;
+        truth = numberTruth(left.number);
         return 0;
     }
     Number right {};

@@ -26,15 +26,6 @@ constexpr size_t kNumericSlots = 16;
 constexpr int kNamesAString = CompiledExpression::kNotNumbers;
 static_assert(kNamesAString != core::kFailed && kNamesAString != 0);
 
-// How a numeric variable's value is written.
-NumberForm variableForm(ValueType type)
-{
-    switch (type) {
-    case ValueType::Integer: return NumberForm::IntegerVar;
-    case ValueType::Single: return NumberForm::SingleVar;
-    default: return NumberForm::DoubleVar;
-    }
-}
 
 using core::ErrorId;
 using core::isDigit;
@@ -631,10 +622,10 @@ private:
         auto& subscripts = m_scratch.subscriptLists[static_cast<size_t>(m_scratch.depth)];
         subscripts.clear();
         for (size_t k = 0; k < operand.groups.size(); ++k) {
-            double s = std::trunc(numbers[k].number);
-            if (!(s >= 0 && s <= 32767))
+            int32_t subscript = 0;
+            if (!toSubscript(numbers[k].number, subscript))
                 return m_in.raise(ErrorId::SubscriptOutOfRange);
-            subscripts.push_back(static_cast<int32_t>(s));
+            subscripts.push_back(subscript);
         }
         switch (m_in.arrays().readNumber(operand.array, slot.type, subscripts, slot.number)) {
         case ArrayStatus::Ok:
@@ -704,10 +695,10 @@ private:
         for (const auto& arg : args) {
             if (arg.isString())
                 return m_in.raise(ErrorId::TypeMismatch);
-            double s = std::trunc(arg.number);
-            if (!(s >= 0 && s <= 32767))
+            int32_t subscript = 0;
+            if (!toSubscript(arg.number, subscript))
                 return m_in.raise(ErrorId::SubscriptOutOfRange);
-            subscripts.push_back(static_cast<int32_t>(s));
+            subscripts.push_back(subscript);
         }
         switch (m_in.arrays().read(operand.array, type, subscripts, value)) {
         case ArrayStatus::Ok:

@@ -62,10 +62,10 @@ int CompiledTarget::locate(core::Interpreter& in)
     TRY_BASIC(numeric);
     if (numeric == 0) {
         for (size_t k = 0; k < count; ++k) {
-            double s = std::trunc(numbers[k].number);
-            if (!(s >= 0 && s <= 32767))
+            int32_t subscript = 0;
+            if (!toSubscript(numbers[k].number, subscript))
                 return in.raise(ErrorId::SubscriptOutOfRange);
-            m_subscripts.push_back(static_cast<int32_t>(s));
+            m_subscripts.push_back(subscript);
         }
         return 0;
     }
@@ -73,10 +73,10 @@ int CompiledTarget::locate(core::Interpreter& in)
     for (const auto& value : m_values) {
         if (value.isString() || value.empty)
             return in.raise(value.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
-        double s = std::trunc(value.number);
-        if (!(s >= 0 && s <= 32767))
+        int32_t subscript = 0;
+        if (!toSubscript(value.number, subscript))
             return in.raise(ErrorId::SubscriptOutOfRange);
-        m_subscripts.push_back(static_cast<int32_t>(s));
+        m_subscripts.push_back(subscript);
     }
     return 0;
 }

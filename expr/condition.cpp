@@ -67,7 +67,7 @@ int valueTruth(core::Interpreter& in, const Value& value, bool& truth)
 {
     if (value.isString())
         return in.raise(ErrorId::TypeMismatch);
-    truth = std::trunc(value.number) != 0;
+    truth = numberTruth(value.number);
     return 0;
 }
 

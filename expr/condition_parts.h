@@ -2,6 +2,7 @@
 // logical words that separate its terms, the comparison of a term, and a term's truth.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <string_view>
 
@@ -29,6 +30,8 @@ Relation findRelation(std::string_view term);
 int valueTruth(core::Interpreter& interpreter, const Value& value, bool& truth);
 // A comparison of two whole sides, exactly.
 int sidesTruth(core::Interpreter& interpreter, const Value& left, const Value& right, int kind, bool& truth);
+// A number alone as a condition: true unless its whole part is 0.
+[[nodiscard]] inline bool numberTruth(double number) { return std::trunc(number) != 0; }
 // Whether the relation of the given kind holds between two numbers.
 [[nodiscard]] bool numbersHold(int kind, double left, double right);
 

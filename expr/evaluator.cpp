@@ -351,10 +351,10 @@ int Parser::toSubscripts(const std::vector<Value>& args, std::vector<int32_t>& s
     for (const auto& arg : args) {
         if (arg.isString())
             return m_in.raise(ErrorId::TypeMismatch);
-        double s = std::trunc(arg.number);
-        if (!(s >= 0 && s <= 32767))
+        int32_t subscript = 0;
+        if (!toSubscript(arg.number, subscript))
             return m_in.raise(ErrorId::SubscriptOutOfRange);
-        subscripts.push_back(static_cast<int32_t>(s));
+        subscripts.push_back(subscript);
     }
     return 0;
 }

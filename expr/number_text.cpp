@@ -346,8 +346,7 @@ bool hasFewDigits(double magnitude, int digits)
 
 double RoundToDigits(double value, int digits)
 {
-    // The commonest case first: a whole number below a million keeps its six digits or fewer.
-    if (digits >= 6 && std::fabs(value) < 1e6 && static_cast<double>(static_cast<int32_t>(value)) == value)
+    if (digits >= 6 && isShortWhole(value))
         return value == 0.0 ? 0.0 : value;
     if (!std::isfinite(value) || value == 0.0)
         return value == 0.0 ? 0.0 : value;

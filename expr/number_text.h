@@ -2,6 +2,7 @@
 // the evaluator, PRINT and STR$, and the one text-to-number reading. PRINT USING formats elsewhere.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,13 @@ namespace tessaly::expr {
 
 // The number rounded as its text with that many significant digits reads back.
 [[nodiscard]] double RoundToDigits(double value, int digits);
+
+// A whole number below a million: its text with six digits or more is the number itself, so the
+// rounding keeps it (the commonest case, tested first wherever results are made).
+[[nodiscard]] inline bool isShortWhole(double x)
+{
+    return x < 1e6 && x > -1e6 && static_cast<double>(static_cast<int32_t>(x)) == x;
+}
 
 // The value text of a number as the evaluator writes it: a blank or "-" first, a blank last
 // (" 2. ", "-0.5 ", " 007 " for a literal written 007).

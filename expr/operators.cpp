@@ -27,11 +27,6 @@ bool roundTo32(double x, int64_t& out)
 // A computed number: its text reads back with the given number of digits; too big is Overflow.
 int finishNumber(core::Interpreter& in, Number& result, double x, int digits, ValueType shown)
 {
-    // A whole number below a million reads back as itself at 7 digits and at 16.
-    if (std::fabs(x) < 1e6 && static_cast<double>(static_cast<int32_t>(x)) == x) {
-        result = {x == 0.0 ? 0.0 : x, shown, digits == 16 ? NumberForm::Computed16 : NumberForm::Computed7};
-        return 0;
-    }
     if (!std::isfinite(x))
         return in.raise(core::ErrorId::Overflow);
     double rounded = RoundToDigits(x, digits);
@@ -172,15 +167,14 @@ int applyBinary(core::Interpreter& in, Op op, Value& left, const Value& right)
         return in.raise(core::ErrorId::SyntaxError);
     }
     Number number {left.number, left.type, left.form};
-    TRY_BASIC(applyBinary(in, op, number, right.number));
+    if (!applyWholeQuickly(op, number, right.number))
+        TRY_BASIC(applyBinary(in, op, number, right.number));
     left.setNumber(number.number, number.form, number.type);
     return 0;
 }
 
 int applyBinary(core::Interpreter& in, Op op, Number& left, double b)
 {
-    if (applyWholeQuickly(op, left, b))
-        return 0;
     double a = left.number;
     if (isRelational(op))
         return finishNumber(in, left, relationHolds(op, compareNumbers(a, b)) ? -1 : 0, 7, ValueType::Integer);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 
+#include "expr/number_text.h"
 #include "expr/values.h"
 
 namespace tessaly::core {
@@ -86,8 +87,9 @@ struct Number {
 int applyBinary(core::Interpreter& interpreter, Op op, Value& left, const Value& right);
 // The same on two numbers (the right one's type plays no part).
 int applyBinary(core::Interpreter& interpreter, Op op, Number& left, double right);
-// The commonest operations done inline: +, - and * whose result is a whole number below a million,
-// which reads back as itself (what applyBinary gives then). false leaves left as it was.
+// The commonest operations done inline, before applyBinary: +, - and * whose result is a whole
+// number below a million, which reads back as itself (what applyBinary gives then). false leaves
+// left as it was.
 [[nodiscard]] inline bool applyWholeQuickly(Op op, Number& left, double right)
 {
     double x = 0;
@@ -97,7 +99,7 @@ int applyBinary(core::Interpreter& interpreter, Op op, Number& left, double righ
     case Op::Multiply: x = left.number * right; break;
     default: return false;
     }
-    if (!(x < 1e6 && x > -1e6) || static_cast<double>(static_cast<int32_t>(x)) != x)
+    if (!isShortWhole(x))
         return false;
     left = {x == 0.0 ? 0.0 : x, left.type, NumberForm::Computed16};
     return true;

@@ -75,10 +75,10 @@ int parseTarget(core::Interpreter& in, int& pos, int end, Target& target)
     for (const auto& value : values) {
         if (value.isString() || value.empty)
             return in.raise(value.empty ? ErrorId::SyntaxError : ErrorId::TypeMismatch);
-        double s = std::trunc(value.number);
-        if (!(s >= 0 && s <= 32767))
+        int32_t subscript = 0;
+        if (!toSubscript(value.number, subscript))
             return in.raise(ErrorId::SubscriptOutOfRange);
-        target.subscripts.push_back(static_cast<int32_t>(s));
+        target.subscripts.push_back(subscript);
     }
     return 0;
 }

@@ -69,17 +69,8 @@ double cellNumber(ValueType type, double stored)
 
 void setCellValue(Value& value, ValueType type, double stored)
 {
-    switch (type) {
-    case ValueType::Integer:
-        value.setNumber(stored, NumberForm::IntegerVar, ValueType::Integer);
-        break;
-    case ValueType::Single:
-        value.setNumber(cellNumber(type, stored), NumberForm::SingleVar, ValueType::Single);
-        break;
-    default:
-        value.setNumber(cellNumber(type, stored), NumberForm::DoubleVar, ValueType::Double);
-        break;
-    }
+    auto shown = type == ValueType::Integer || type == ValueType::Single ? type : ValueType::Double;
+    value.setNumber(cellNumber(type, stored), variableForm(type), shown);
 }
 
 VariableStore::VariableStore()

@@ -41,6 +41,15 @@ StoreStatus convertNumberForStore(double number, bool unsignedLiteral, ValueType
 void setCellValue(Value& value, ValueType type, double stored);
 // A numeric cell's number as the evaluator reads it (a single through its seven-digit text).
 [[nodiscard]] double cellNumber(ValueType type, double stored);
+// How a numeric variable's value is written.
+[[nodiscard]] constexpr NumberForm variableForm(ValueType type)
+{
+    switch (type) {
+    case ValueType::Integer: return NumberForm::IntegerVar;
+    case ValueType::Single: return NumberForm::SingleVar;
+    default: return NumberForm::DoubleVar;
+    }
+}
 
 class VariableStore {
 public:

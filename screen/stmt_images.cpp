@@ -88,10 +88,10 @@ int arrayCells(core::Interpreter& in, std::string_view text, expr::ArrayStore::C
         for (size_t k = 0; k < args.size() && !none; ++k) {
             if (args[k].isString())
                 return in.raise(ErrorId::TypeMismatch);
-            double s = std::trunc(args[k].number);
-            if (!(s >= 0 && s <= 32767))
+            int32_t subscript = 0;
+            if (!expr::toSubscript(args[k].number, subscript))
                 return in.raise(ErrorId::SubscriptOutOfRange);
-            subscripts.push_back(static_cast<int32_t>(s));
+            subscripts.push_back(subscript);
         }
     }
     auto type = in.variables().typeOfName(name);
