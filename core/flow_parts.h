@@ -20,5 +20,7 @@ Outcome leaveSubroutine(Interpreter& interpreter);
 [[nodiscard]] size_t ifConditionEnd(std::string_view statement, int begin, int end);
 // IF once its condition is known: on to the THEN or the ELSE branch entry.
 Outcome takeIfBranch(Interpreter& interpreter, bool truth);
+// The same for an IF that runs again and again: known keeps the IF found (-1 at first).
+Outcome takeIfBranch(Interpreter& interpreter, bool truth, int& known);
 
 } // namespace tessaly::core

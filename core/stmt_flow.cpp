@@ -87,8 +87,18 @@ Outcome stmtIf(Interpreter& in, int begin, int end)
 
 Outcome takeIfBranch(Interpreter& in, bool truth)
 {
+    int k = -1;
+    return takeIfBranch(in, truth, k);
+}
+
+Outcome takeIfBranch(Interpreter& in, bool truth, int& known)
+{
     auto& run = in.run();
-    int k = in.prepared().findIf(run.currentIndex);
+    const auto& prepared = in.prepared();
+    // The IF found last time stands for this entry while it is still recorded there.
+    int k = known;
+    if (k < 0 || k >= prepared.ifCount() || prepared.ifAt(k).entry != run.currentIndex)
+        k = known = prepared.findIf(run.currentIndex);
     if (k < 0)
         return in.raise(ErrorId::IllegalFunctionCall);
     int base = in.prepared().ifAt(k).branchBase;

@@ -68,11 +68,12 @@ public:
         in.stacks().lastIfEntry = in.run().currentIndex;
         bool truth = false;
         TRY_BASIC(m_condition->evaluate(in, truth));
-        return takeIfBranch(in, truth);
+        return takeIfBranch(in, truth, m_knownIf);
     }
 
 private:
     std::unique_ptr<expr::CompiledCondition> m_condition;
+    int m_knownIf = -1;
 };
 
 template <Stmt kCode>

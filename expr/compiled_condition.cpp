@@ -73,43 +73,38 @@ int CompiledCondition::numericTermTruth(core::Interpreter& in, const Term& term,
     return 0;
 }
 
+int CompiledCondition::termTruth(core::Interpreter& in, const Term& term, bool& truth)
+{
+    int numeric = numericTermTruth(in, term, truth);
+    if (numeric != CompiledExpression::kNotNumbers)
+        return numeric;
+    Value left;
+    TRY_BASIC(term.left->evaluate(in, left));
+    if (!term.right)
+        return valueTruth(in, left, truth);
+    Value right;
+    TRY_BASIC(term.right->evaluate(in, right));
+    return sidesTruth(in, left, right, term.kind, truth);
+}
+
 int CompiledCondition::evaluate(core::Interpreter& in, bool& truth) const
 {
+    if (m_pieces.size() == 1) {
+        bool termTrue = false;
+        TRY_BASIC(termTruth(in, m_terms.front(), termTrue));
+        in.functionState().conditionValue = termTrue ? -1 : 0;
+        truth = termTrue;
+        return 0;
+    }
     // The terms are evaluated in order; the words between them then combine their -1 and 0.
-    bool single = m_pieces.size() == 1;
     std::string combined;
     for (const auto& piece : m_pieces) {
         if (piece.term < 0) {
             combined += piece.text;
             continue;
         }
-        const auto& term = m_terms[static_cast<size_t>(piece.term)];
         bool termTrue = false;
-        int numeric = numericTermTruth(in, term, termTrue);
-        TRY_BASIC(numeric);
-        if (numeric == 0) {
-            if (single) {
-                in.functionState().conditionValue = termTrue ? -1 : 0;
-                truth = termTrue;
-                return 0;
-            }
-            combined += termTrue ? "-1 " : " 0 ";
-            continue;
-        }
-        Value left;
-        TRY_BASIC(term.left->evaluate(in, left));
-        if (term.right) {
-            Value right;
-            TRY_BASIC(term.right->evaluate(in, right));
-            TRY_BASIC(sidesTruth(in, left, right, term.kind, termTrue));
-        } else {
-            TRY_BASIC(valueTruth(in, left, termTrue));
-        }
-        if (single) {
-            in.functionState().conditionValue = termTrue ? -1 : 0;
-            truth = termTrue;
-            return 0;
-        }
+        TRY_BASIC(termTruth(in, m_terms[static_cast<size_t>(piece.term)], termTrue));
         combined += termTrue ? "-1 " : " 0 ";
     }
     Value value;

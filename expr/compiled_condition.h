@@ -34,6 +34,7 @@ private:
         std::string text; // a logical word and its blank
     };
     static int numericTermTruth(core::Interpreter& interpreter, const Term& term, bool& truth);
+    static int termTruth(core::Interpreter& interpreter, const Term& term, bool& truth);
 
     std::vector<Term> m_terms;
     std::vector<Piece> m_pieces;

@@ -430,6 +430,25 @@ private:
     int m_depth = 0;
 };
 
+// A literal or a name of a numeric group into its slot; a name gives the group its type.
+// kNamesAString when the name has become a string.
+inline int readSimpleOperand(core::Interpreter& in, const CompiledOperand& operand, Number& slot, ValueType& type)
+{
+    if (operand.kind == CompiledOperand::Kind::Literal) {
+        slot = {operand.literal.number, operand.literal.type, operand.literal.form};
+    } else {
+        if (!operand.scalar.readNumber(in.variables(), slot.number, slot.type))
+            return in.raise(ErrorId::OutOfMemory);
+        if (slot.type == ValueType::String)
+            return kNamesAString;
+        slot.form = variableForm(slot.type);
+        type = slot.type;
+    }
+    if (operand.negate)
+        slot.number = -slot.number;
+    return 0;
+}
+
 // Evaluation: the groups' tokens go to the evaluator's scratch lists, level by level.
 class Evaluation {
 public:
@@ -557,16 +576,10 @@ private:
                 Number& slot = slots[instruction.a];
                 switch (operand.kind) {
                 case CompiledOperand::Kind::Literal:
-                    slot = {operand.literal.number, operand.literal.type, operand.literal.form};
-                    break;
                 case CompiledOperand::Kind::Scalar:
-                    if (!operand.scalar.readNumber(m_in.variables(), slot.number, slot.type))
-                        return m_in.raise(ErrorId::OutOfMemory);
-                    if (slot.type == ValueType::String)
-                        return kNamesAString;
-                    slot.form = variableForm(slot.type);
-                    type = slot.type;
-                    break;
+                    if (int read = readSimpleOperand(m_in, operand, slot, type); read != 0)
+                        return read;
+                    continue;
                 case CompiledOperand::Kind::Element:
                     if (int read = numericElement(operand, slot); read != 0)
                         return read;
@@ -724,6 +737,7 @@ std::unique_ptr<CompiledExpression> CompiledExpression::compile(std::string_view
     ExpressionCompiler compiler(text, begin, end, quotes);
     if (!compiler.top(scope, compiled->m_top))
         return nullptr;
+    compiled->m_shape = shapeOf(compiled->m_top);
     return compiled;
 }
 
@@ -742,8 +756,54 @@ int CompiledExpression::evaluate(core::Interpreter& in, Value& result) const
     return evaluation.group(m_top, result);
 }
 
+CompiledExpression::Shape CompiledExpression::shapeOf(const CompiledGroup& top)
+{
+    if (!top.numeric || top.result != 0)
+        return Shape::General;
+    for (const auto& operand : top.operands) {
+        if (operand.kind != CompiledOperand::Kind::Literal && operand.kind != CompiledOperand::Kind::Scalar)
+            return Shape::General;
+    }
+    using Kind = GroupInstruction::Kind;
+    const auto& code = top.code;
+    auto operandAt = [&](size_t k, uint16_t operand) { return code[k].kind == Kind::Operand && code[k].a == operand; };
+    // One operand read and nothing more done to it (a wrapped minus would be a second instruction).
+    if (top.operands.size() == 1 && code.size() == 1 && operandAt(0, 0))
+        return Shape::Single;
+    if (top.operands.size() != 2 || !operandAt(0, 0))
+        return Shape::General;
+    // Two operands and the operator between them: a literal on the right is read where it stands.
+    const auto& last = code.back();
+    bool pair = last.kind == Kind::Binary && last.a == 0 && last.b == 1
+        && (last.rightIsLiteral ? code.size() == 2 : code.size() == 3 && operandAt(1, 1));
+    return pair ? Shape::Pair : Shape::General;
+}
+
 int CompiledExpression::evaluateNumber(core::Interpreter& in, Number& result) const
 {
+    // A group of one or two operands as numericBody does it, at a level of its own (which must be
+    // free) and with nothing below it.
+    if (m_shape != Shape::General
+        && in.expressionScratch().depth + 1 < static_cast<int>(ExpressionScratch::kGroupSlots)) {
+        const auto& operands = m_top.operands;
+        ValueType type = ValueType::Double;
+        if (int read = readSimpleOperand(in, operands[0], result, type); read != 0)
+            return read;
+        if (m_shape == Shape::Pair) {
+            const auto& binary = m_top.code.back();
+            double right = operands[1].literal.number;
+            if (!binary.rightIsLiteral) {
+                Number slot {};
+                if (int read = readSimpleOperand(in, operands[1], slot, type); read != 0)
+                    return read;
+                right = slot.number;
+            }
+            if (!applyWholeQuickly(binary.op, result, right))
+                TRY_BASIC(applyBinary(in, binary.op, result, right));
+        }
+        result.type = m_top.relational ? ValueType::Integer : type;
+        return 0;
+    }
     Evaluation evaluation(in);
     return evaluation.numericGroup(m_top, result);
 }

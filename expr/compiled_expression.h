@@ -95,7 +95,13 @@ public:
     int evaluateArguments(core::Interpreter& interpreter, std::vector<Value>& values) const;
 
 private:
+    // The commonest numeric expressions, a literal or a name alone or two of them with an
+    // operator between them, are evaluated without entering the levels of groups.
+    enum class Shape : uint8_t { General, Single, Pair };
+    [[nodiscard]] static Shape shapeOf(const CompiledGroup& top);
+
     CompiledGroup m_top;
+    Shape m_shape = Shape::General;
     std::vector<CompiledGroup> m_arguments;
 };
 
