@@ -250,42 +250,45 @@ bool divideThroughExtended(uint64_t n, int k, double& rounded)
     }
 }
 
-// magnitude x 10^k as an exact integer part and the rounding of its fraction: magnitude = m x 2^e,
-// so magnitude x 10^k is m x 5^k x 2^(e+k). false when it does not fit the 128-bit arithmetic.
+// magnitude x 10^k (k from 0 to 22) as an exact integer part and the rounding of its fraction:
+// magnitude = m x 2^(e-53), so magnitude x 10^k is m x 5^k x 2^(e-53+k), one 128-bit product
+// shifted. false when the integer part would not fit 64 bits.
 struct ScaledDigits {
-    Wide whole = 0;        // the integer part
+    uint64_t whole = 0;    // the integer part
     bool roundUp = false;  // the fraction rounds the last digit up (half to even, as the text does)
 };
 
 bool scaleByPowerOfTen(uint64_t mantissa, int binaryExponent, int k, ScaledDigits& out)
 {
-    if (k < 0 || k > 22)
-        return false;
     int shift = binaryExponent - 53 + k;
     Wide scaled = static_cast<Wide>(mantissa) * kPowersOfFive[k];
     if (shift >= 0) {
-        if (shift > 20)
+        if (shift > 10 || (scaled >> (64 - shift)) != 0)
             return false;
-        out = {scaled << shift, false};
+        out = {static_cast<uint64_t>(scaled) << shift, false};
         return true;
     }
     int right = -shift;
-    if (right >= 120)
+    if (right >= 64)
         return false;
     Wide whole = scaled >> right;
-    Wide rest = scaled - (whole << right);
-    Wide half = static_cast<Wide>(1) << (right - 1);
-    out = {whole, rest > half || (rest == half && (whole & 1) != 0)};
+    if ((whole >> 64) != 0)
+        return false;
+    // The fraction is the low `right` bits; half is the bit below the last digit.
+    auto low = static_cast<uint64_t>(scaled);
+    uint64_t rest = low & ((uint64_t {1} << right) - 1);
+    uint64_t half = uint64_t {1} << (right - 1);
+    auto digits = static_cast<uint64_t>(whole);
+    out = {digits, rest > half || (rest == half && (digits & 1) != 0)};
     return true;
 }
 
 // Rounding to 16 digits with exact integers: magnitude x 10^k rounded half to even like the
-// decimal text, k chosen so that its integer part has exactly 16 digits. The logarithm only
-// proposes k: just below a power of ten it rounds up to the whole number (log10 of
-// 99999.99999999999 is 5), so the integer part itself decides, and k moves by one when it has 15
-// or 17 digits. The result n / 10^k is the double nearest the decimal: one rounding of exact
-// operands below 2^53, the extended division above. Outside 1e-7 to 1e16 false sends the value
-// the text route.
+// decimal text, k chosen so that its integer part has exactly 16 digits. The binary exponent
+// proposes k (floor of log10 is the proposal or one above it), so the integer part decides: with
+// 17 digits k is one too high. The result n / 10^k is the double nearest the decimal: one
+// rounding of exact operands below 2^53, the extended division above. Outside 1e-7 to 1e16 false
+// sends the value the text route.
 bool roundSixteenExactly(double magnitude, double& rounded)
 {
     if (!(magnitude >= 1e-7 && magnitude < 1e16))
@@ -293,24 +296,19 @@ bool roundSixteenExactly(double magnitude, double& rounded)
     constexpr uint64_t kLowest = 1000000000000000ULL;
     constexpr uint64_t kExactLimit = 1ULL << 53;
     constexpr uint64_t kHighest = 10000000000000000ULL;
-    // The guess is the exponent or one short, so k is right or one too high; 22 is the highest k
-    // that a magnitude from 1e-7 can need.
-    int k = std::min(15 - decimalExponentGuess(magnitude), 22);
     uint64_t mantissa = 0;
     int binaryExponent = 0;
-    if (!splitNormal(magnitude, mantissa, binaryExponent))
-        return false;
+    splitNormal(magnitude, mantissa, binaryExponent); // normal throughout the range
+    // floor((binaryExponent - 1) x log10 2): 78913 / 2^18 gives the same floor for every exponent.
+    int k = std::min(15 - (((binaryExponent - 1) * 78913) >> 18), 22);
     ScaledDigits scaled;
     if (!scaleByPowerOfTen(mantissa, binaryExponent, k, scaled))
         return false;
-    if (scaled.whole < kLowest || scaled.whole >= kHighest) {
-        k += scaled.whole < kLowest ? 1 : -1;
-        if (!scaleByPowerOfTen(mantissa, binaryExponent, k, scaled))
-            return false;
-        if (scaled.whole < kLowest || scaled.whole >= kHighest)
-            return false;
-    }
-    auto digits = static_cast<uint64_t>(scaled.whole) + (scaled.roundUp ? 1 : 0);
+    if (scaled.whole >= kHighest && (k == 0 || !scaleByPowerOfTen(mantissa, binaryExponent, --k, scaled)))
+        return false;
+    if (scaled.whole < kLowest || scaled.whole >= kHighest)
+        return false;
+    uint64_t digits = scaled.whole + (scaled.roundUp ? 1 : 0);
     if (digits < kExactLimit) {
         rounded = static_cast<double>(digits) / kPowersOfTen[k];
         return true;
@@ -348,15 +346,17 @@ double RoundToDigits(double value, int digits)
 {
     if (digits >= 6 && isShortWhole(value))
         return value == 0.0 ? 0.0 : value;
+    double rounded = 0;
+    // Sixteen digits, the rounding of every operation, go the exact way at once (a number with no
+    // more digits comes out as itself there too).
+    if (digits == 16 && roundSixteenExactly(std::fabs(value), rounded))
+        return value < 0 ? -rounded : rounded;
     if (!std::isfinite(value) || value == 0.0)
         return value == 0.0 ? 0.0 : value;
     // A number with no more digits than are kept (every whole number among them) reads back as itself.
     if (digits >= 1 && digits <= 16 && hasFewDigits(std::fabs(value), digits))
         return value;
-    double rounded = 0;
     if (digits >= 1 && digits <= 7 && roundByScaling(std::fabs(value), digits, rounded))
-        return value < 0 ? -rounded : rounded;
-    if (digits == 16 && roundSixteenExactly(std::fabs(value), rounded))
         return value < 0 ? -rounded : rounded;
     char text[64];
     std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
