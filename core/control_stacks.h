@@ -32,6 +32,7 @@ struct ForLevel {
     // while the store's generation stays the same.
     int cell = -1;
     uint32_t cellGeneration = 0;
+    uint32_t serial = 0; // which push this is (ControlStacks::forPushes when it was pushed)
 };
 
 struct ControlStacks {
@@ -41,6 +42,7 @@ struct ControlStacks {
     int forDepth = 0;
     int forCurrentLevel = 0;
     std::array<ForLevel, kMaxForDepth + 1> forLevels {}; // levels 1..31
+    uint32_t forPushes = 0; // levels pushed so far (never reset: a level's serial names its push)
     int whileDepth = 0;
     std::array<int32_t, kMaxWhileDepth + 1> whileEntry {};
     std::array<int32_t, kMaxWhileDepth + 1> wendEntry {};

@@ -146,6 +146,7 @@ Outcome enterLoop(Interpreter& in, const expr::Target& target, int level, const 
     auto& entry = stacks.forLevels[static_cast<size_t>(level)];
     entry = {run.currentIndex, target.name, target.subscripts, target.isElement, target.type, current.number,
         limit.number, step};
+    entry.serial = ++stacks.forPushes;
 
     bool zeroTrip = step > 0 ? limit.number < current.number : limit.number > current.number;
     if (!zeroTrip)

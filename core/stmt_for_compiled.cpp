@@ -67,12 +67,23 @@ public:
         if (stacks.forDepth <= 0)
             return in.raise(ErrorId::NextWithoutFor);
         int level = stacks.forDepth;
-        if (target) {
+        if (target && !isKnownTop(stacks)) {
             TRY_BASIC(target->locate(in));
             TRY_BASIC(levelOfVariable(in, target->name(), target->isElement(), target->subscripts(), level));
+            m_knownSerial = target->isElement() ? 0 : stacks.forLevels[static_cast<size_t>(level)].serial;
         }
         return stepLoop(in, level);
     }
+
+private:
+    // A scalar's NEXT whose level is the top one and the same push as last time: that level has
+    // this variable, as found then (locating a scalar changes nothing), so it is the level again.
+    [[nodiscard]] bool isKnownTop(const ControlStacks& stacks) const
+    {
+        return m_knownSerial != 0 && stacks.forLevels[static_cast<size_t>(stacks.forDepth)].serial == m_knownSerial;
+    }
+
+    uint32_t m_knownSerial = 0; // the push of the level found last time; 0: none (or an element)
 };
 
 std::unique_ptr<expr::CompiledExpression> compilePart(std::string_view text, size_t begin, size_t end)

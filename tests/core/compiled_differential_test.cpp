@@ -186,6 +186,27 @@ TEST(CompiledStatements, OneOrTwoOperandsGiveWhatTheGeneralPathGives)
         "E 13  80 \nE 13  81 \nE 2  82 \nE 13  83 \nE 13  800 \nS\n");
 }
 
+// A NEXT remembers the loop it stepped last; other loops pushed meanwhile, a NEXT of an outer
+// variable that closes inner loops, a subroutine's loop at the same variable and loops that have
+// ended must all make it look again.
+TEST(CompiledStatements, NextFindsItsLoopAfterOthersWerePushed)
+{
+    std::string program = "1 ON ERROR GOTO 900\n"
+                          "10 FOR I=1 TO 3\n20 FOR J=1 TO 2\n30 PRINT I;J;\n"
+                          "40 IF J=1 AND I=2 THEN NEXT I\n50 NEXT J\n60 PRINT \"/\";\n70 NEXT I\n75 PRINT\n"
+                          "80 FOR K=1 TO 2:FOR L=1 TO 2:NEXT K\n90 PRINT K;L\n"
+                          "100 FOR I=1 TO 2:GOSUB 200:NEXT I:PRINT \"I\";I\n"
+                          "110 NEXT L\n"
+                          "115 FOR M=1 TO 2:FOR N=1 TO 2:NEXT N:NEXT M:PRINT M;N:NEXT M\n"
+                          "120 END\n"
+                          "200 FOR J=5 TO 6:NEXT J:RETURN\n"
+                          "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
+    std::string compiled = runOneWay(program, false, 100000);
+    EXPECT_EQ(compiled, runOneWay(program, true, 100000));
+    EXPECT_EQ(compiled.substr(0, compiled.find("OK\n")),
+        " 1  1  1  2 / 2  1  3  1  3  2 /\n 3  1 \nI 3 \nE 1  110 \n 3  3 \nE 1  115 \n");
+}
+
 class RandomPrograms : public ::testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomPrograms, RunAsFromTheirText)
