@@ -255,6 +255,13 @@ private:
                 if (!operand.groups.front().numeric)
                     return false;
                 break;
+            case CompiledOperand::Kind::Function:
+                if (!isPureNumericFunction(operand.function) || !operand.hasParentheses)
+                    return false;
+                for (const auto& argument : operand.groups)
+                    if (!argument.numeric)
+                        return false;
+                break;
             case CompiledOperand::Kind::Element:
                 if (operand.array.name.ends_with('$') || operand.groups.size() > kNumericSlots)
                     return false;
@@ -273,11 +280,12 @@ private:
         });
         if (computed)
             return true;
-        // A lone operand keeps its own form: a name its variable's, a literal its spelling (so no
-        // minus may have been put in front of it while running); a group in parentheses whatever
-        // its own value had, which only the general path carries.
+        // A lone operand keeps its own form: a name its variable's, a function's value its own, a
+        // literal its spelling (so no minus may have been put in front of it while running); a
+        // group in parentheses whatever its own value had, which only the general path carries.
         const auto& lone = group.operands[result];
-        if (lone.kind == CompiledOperand::Kind::Scalar || lone.kind == CompiledOperand::Kind::Element)
+        if (lone.kind == CompiledOperand::Kind::Scalar || lone.kind == CompiledOperand::Kind::Element
+            || lone.kind == CompiledOperand::Kind::Function)
             return true;
         return lone.kind == CompiledOperand::Kind::Literal
             && std::none_of(group.code.begin(), group.code.end(), [&](const GroupInstruction& instruction) {
@@ -585,6 +593,11 @@ private:
                         return read;
                     type = slot.type;
                     break;
+                case CompiledOperand::Kind::Function:
+                    if (int called = numericFunction(operand, slot); called != 0)
+                        return called;
+                    type = ValueType::Double;
+                    break;
                 default: {
                     TRY_BASIC(enterLevel());
                     LevelGuard guard {*this};
@@ -614,6 +627,34 @@ private:
         }
         result = slots[static_cast<size_t>(group.result)];
         result.type = group.relational ? ValueType::Integer : type;
+        return 0;
+    }
+
+    // A function of numbers alone, its arguments evaluated on numbers as the general path evaluates
+    // them (each a group of its own, one level deeper) into the values it is called with. The
+    // function changes nothing, so a group that goes the general way after it may call it again.
+    int numericFunction(const CompiledOperand& operand, Number& slot)
+    {
+        auto& args = argumentList();
+        args.resize(operand.groups.size());
+        for (size_t k = 0; k < operand.groups.size(); ++k) {
+            TRY_BASIC(enterLevel());
+            LevelGuard guard {*this};
+            const auto& argument = operand.groups[k];
+            Number number {};
+            if (int inner = numericBody(argument, number); inner != 0)
+                return inner;
+            if (number.form == NumberForm::Literal) {
+                // A lone literal: the value with its spelling, as the general path passes it.
+                args[k] = argument.operands[static_cast<size_t>(argument.result)].literal;
+                args[k].type = number.type;
+            } else {
+                args[k].setNumber(number.number, number.form, number.type);
+            }
+        }
+        Value& value = m_scratch.functionResults[static_cast<size_t>(m_scratch.depth)];
+        TRY_BASIC(callFunction(m_in, operand.function, FunctionCall {operand.name, args, true}, value));
+        slot = {value.number, value.type, value.form};
         return 0;
     }
 

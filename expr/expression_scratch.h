@@ -21,6 +21,7 @@ struct ExpressionScratch {
         , firstTerms(kGroupSlots)
         , argumentLists(kGroupSlots)
         , subscriptLists(kGroupSlots)
+        , functionResults(kGroupSlots)
     {
     }
 
@@ -33,6 +34,8 @@ struct ExpressionScratch {
     // The arguments of a call or the subscripts of an element read by a compiled group, per level.
     std::vector<std::vector<Value>> argumentLists;
     std::vector<std::vector<int32_t>> subscriptLists;
+    // The value of a function called by a group evaluated on numbers, per level.
+    std::vector<Value> functionResults;
     int depth = 0;
 };
 

@@ -43,7 +43,7 @@ int numberResult(core::Interpreter& in, double x, Value& result)
 {
     if (!std::isfinite(x))
         return in.raise(ErrorId::Overflow);
-    result = Value::makeNumber(RoundToDigits(x, 16), NumberForm::Computed16);
+    result.setNumber(RoundToDigits(x, 16), NumberForm::Computed16, ValueType::Double);
     return 0;
 }
 

@@ -76,6 +76,18 @@ FunctionId findFunction(std::string_view name)
     return {};
 }
 
+bool isPureNumericFunction(FunctionId function)
+{
+    if (function.kind != FunctionKind::Numeric)
+        return false;
+    auto code = static_cast<NumericFunction>(function.code);
+    // The trigonometric, logarithmic and conversion functions (SIN to CDBL), FIX and INT, the
+    // further trigonometric and hyperbolic ones (SEC to ACOTH) and ROUND.
+    return (code >= NumericFunction::Sin && code <= NumericFunction::Cdbl) || code == NumericFunction::Fix
+        || code == NumericFunction::Int || (code >= NumericFunction::Sec && code <= NumericFunction::Acoth)
+        || code == NumericFunction::Round;
+}
+
 int callFunction(core::Interpreter& in, FunctionId function, const FunctionCall& call, Value& result)
 {
     const auto* entry = entryOf(function.kind, function.code);

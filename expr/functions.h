@@ -57,6 +57,10 @@ struct FunctionCall {
 // Recognises a built-in function by its whole name (every name of both lists, and USR0 .. USR9).
 [[nodiscard]] FunctionId findFunction(std::string_view name);
 
+// A numeric function whose value depends on its arguments alone and that changes nothing (SIN,
+// INT, ROUND and their kin): calling it once more with the same arguments shows nothing new.
+[[nodiscard]] bool isPureNumericFunction(FunctionId function);
+
 // Calls the function with its evaluated arguments. Returns 0, or kFailed with the error raised.
 int callFunction(core::Interpreter& interpreter, FunctionId function, const FunctionCall& call, Value& result);
 
