@@ -35,6 +35,7 @@ struct EventTraps {
     // Some function-key trap is on (or stopped, so that the key it remembers can arrive): keys
     // reach a running program.
     bool keyTrapsActive = false;
+    bool comTrapOn = false;
     int penColumn = 0;           // the cell of the last left click
     int penRow = 0;
     int penX = 0;                // its pixel
@@ -48,13 +49,14 @@ struct EventTraps {
             sources[static_cast<size_t>(trap::kFirstKey + k)] = {};
         keyTrapsActive = false;
     }
-    // Whether a serial-input trap (the five slots from kFirstCom) is on; asked at every idle call.
-    [[nodiscard]] bool anyComTrapOn() const
+    // Whether a serial-input trap (the five slots from kFirstCom) is on; asked at every idle call,
+    // so kept by updateComTrapOn whenever a slot is switched.
+    [[nodiscard]] bool anyComTrapOn() const { return comTrapOn; }
+    void updateComTrapOn()
     {
+        comTrapOn = false;
         for (int k = 0; k < trap::kComSlotCount; ++k)
-            if (sources[static_cast<size_t>(trap::kFirstCom + k)].mode == TrapMode::On)
-                return true;
-        return false;
+            comTrapOn = comTrapOn || sources[static_cast<size_t>(trap::kFirstCom + k)].mode == TrapMode::On;
     }
     void updateKeyTrapsActive()
     {

@@ -36,7 +36,7 @@ int gosubTarget(Interpreter& in, int begin, int end, int& target)
 
 // Switching a slot: the mode is stored; ON without a target is refused (function keys simply
 // stay untrapped); ON fires an event that came while the trap was stopped.
-int switchSlot(Interpreter& in, int slot, TrapMode mode, bool isKey)
+int setSlotMode(Interpreter& in, int slot, TrapMode mode, bool isKey)
 {
     auto& entry = in.eventTraps().sources[static_cast<size_t>(slot)];
     entry.mode = mode;
@@ -55,6 +55,13 @@ int switchSlot(Interpreter& in, int slot, TrapMode mode, bool isKey)
         }
     }
     return 0;
+}
+
+int switchSlot(Interpreter& in, int slot, TrapMode mode, bool isKey)
+{
+    int status = setSlotMode(in, slot, mode, isKey);
+    in.eventTraps().updateComTrapOn();
+    return status;
 }
 
 TrapMode modeOf(int switchMode) { return static_cast<TrapMode>(switchMode); }

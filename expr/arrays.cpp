@@ -171,6 +171,33 @@ ArrayStatus ArrayStore::store(ArrayBinding& binding, ValueType type, const std::
     return status == ArrayStatus::Ok ? storeElement(element, value) : status;
 }
 
+ArrayStatus ArrayStore::storeNumber(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts,
+    double number)
+{
+    Element element;
+    auto status = locate(binding.name, type, subscripts, element, &binding);
+    if (status != ArrayStatus::Ok)
+        return status;
+    if (element.array->type == ValueType::String)
+        return ArrayStatus::TypeMismatch;
+    return storeCellNumber(element, number, false);
+}
+
+ArrayStatus ArrayStore::storeCellNumber(const Element& element, double number, bool unsignedLiteral)
+{
+    Array& array = *element.array;
+    double stored = 0;
+    switch (convertNumberForStore(number, unsignedLiteral, array.type, stored)) {
+    case StoreStatus::Ok:
+        writeCell(m_data.data() + array.start + element.cell * cellSize(array.type), array.type, stored);
+        return ArrayStatus::Ok;
+    case StoreStatus::Overflow:
+        return ArrayStatus::Overflow;
+    default:
+        return ArrayStatus::TypeMismatch;
+    }
+}
+
 ArrayStatus ArrayStore::storeElement(const Element& element, const Value& value)
 {
     Array& array = *element.array;
@@ -180,16 +207,9 @@ ArrayStatus ArrayStore::storeElement(const Element& element, const Value& value)
         array.strings[element.cell] = value.text;
         return ArrayStatus::Ok;
     }
-    double stored = 0;
-    switch (convertForStore(value, array.type, stored)) {
-    case StoreStatus::Ok:
-        writeCell(m_data.data() + array.start + element.cell * cellSize(array.type), array.type, stored);
-        return ArrayStatus::Ok;
-    case StoreStatus::Overflow:
-        return ArrayStatus::Overflow;
-    default:
+    if (value.isString())
         return ArrayStatus::TypeMismatch;
-    }
+    return storeCellNumber(element, value.number, value.unsignedLiteral);
 }
 
 bool ArrayStore::erase(std::string_view name)

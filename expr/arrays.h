@@ -58,6 +58,9 @@ public:
     ArrayStatus readNumber(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts,
         double& number);
     ArrayStatus store(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts, const Value& value);
+    // The same for a computed number (as a number value without a spelling would be stored).
+    ArrayStatus storeNumber(ArrayBinding& binding, ValueType type, const std::vector<int32_t>& subscripts,
+        double number);
     // Removes an array; false when there is none of that name. The cells of the arrays made after
     // it move down to close the gap.
     bool erase(std::string_view name);
@@ -104,6 +107,8 @@ private:
         ArrayBinding* binding = nullptr);
     ArrayStatus readElement(const Element& element, Value& value) const;
     ArrayStatus storeElement(const Element& element, const Value& value);
+    // Into a numeric array's cell, converted as storing does.
+    ArrayStatus storeCellNumber(const Element& element, double number, bool unsignedLiteral);
     // The number a numeric array's cell holds.
     [[nodiscard]] double storedAt(const Array& array, size_t cell) const;
 

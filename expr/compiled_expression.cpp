@@ -234,6 +234,7 @@ private:
             return false;
         readLiteralsInPlace(group);
         group.numeric = isNumeric(group);
+        group.shape = shapeOf(group);
         return true;
     }
 
@@ -291,6 +292,32 @@ private:
             && std::none_of(group.code.begin(), group.code.end(), [&](const GroupInstruction& instruction) {
                    return instruction.kind == GroupInstruction::Kind::NegateTerm && instruction.a == result;
                });
+    }
+
+    // One or two literals and names with at most an operator between them: evaluated at once.
+    static GroupShape shapeOf(const CompiledGroup& group)
+    {
+        if (!group.numeric || group.result != 0)
+            return GroupShape::General;
+        for (const auto& operand : group.operands) {
+            if (operand.kind != CompiledOperand::Kind::Literal && operand.kind != CompiledOperand::Kind::Scalar)
+                return GroupShape::General;
+        }
+        using Kind = GroupInstruction::Kind;
+        const auto& code = group.code;
+        if (code.empty())
+            return GroupShape::General;
+        auto operandAt = [&](size_t k, uint16_t operand) { return code[k].kind == Kind::Operand && code[k].a == operand; };
+        // One operand read and nothing more done to it (a wrapped minus would be a second instruction).
+        if (group.operands.size() == 1 && code.size() == 1 && operandAt(0, 0))
+            return GroupShape::Single;
+        if (group.operands.size() != 2 || !operandAt(0, 0))
+            return GroupShape::General;
+        // Two operands and the operator between them: a literal on the right is read where it stands.
+        const auto& last = code.back();
+        bool pair = last.kind == Kind::Binary && last.a == 0 && last.b == 1
+            && (last.rightIsLiteral ? code.size() == 2 : code.size() == 3 && operandAt(1, 1));
+        return pair ? GroupShape::Pair : GroupShape::General;
     }
 
     // A literal that is only ever the right operand of an operator is not copied into its slot:
@@ -457,6 +484,29 @@ inline int readSimpleOperand(core::Interpreter& in, const CompiledOperand& opera
     return 0;
 }
 
+// A group of one or two literals and names (GroupShape Single or Pair), as numericBody does it.
+int simpleGroupNumber(core::Interpreter& in, const CompiledGroup& group, Number& result)
+{
+    const auto& operands = group.operands;
+    ValueType type = ValueType::Double;
+    if (int read = readSimpleOperand(in, operands[0], result, type); read != 0)
+        return read;
+    if (group.shape == GroupShape::Pair) {
+        const auto& binary = group.code.back();
+        double right = operands[1].literal.number;
+        if (!binary.rightIsLiteral) {
+            Number slot {};
+            if (int read = readSimpleOperand(in, operands[1], slot, type); read != 0)
+                return read;
+            right = slot.number;
+        }
+        if (!applyWholeQuickly(binary.op, result, right))
+            TRY_BASIC(applyBinary(in, binary.op, result, right));
+    }
+    result.type = group.relational ? ValueType::Integer : type;
+    return 0;
+}
+
 // Evaluation: the groups' tokens go to the evaluator's scratch lists, level by level.
 class Evaluation {
 public:
@@ -575,6 +625,8 @@ private:
     // same errors), and reading names again changes nothing.
     int numericBody(const CompiledGroup& group, Number& result)
     {
+        if (group.shape != GroupShape::General)
+            return simpleGroupNumber(m_in, group, result);
         std::array<Number, kNumericSlots> slots; // NOLINT: each slot is written before it is read
         ValueType type = ValueType::Double;
         for (const auto& instruction : group.code) {
@@ -674,12 +726,10 @@ private:
                 return inner;
         }
         auto& subscripts = m_scratch.subscriptLists[static_cast<size_t>(m_scratch.depth)];
-        subscripts.clear();
+        subscripts.resize(operand.groups.size());
         for (size_t k = 0; k < operand.groups.size(); ++k) {
-            int32_t subscript = 0;
-            if (!toSubscript(numbers[k].number, subscript))
+            if (!toSubscript(numbers[k].number, subscripts[k]))
                 return m_in.raise(ErrorId::SubscriptOutOfRange);
-            subscripts.push_back(subscript);
         }
         switch (m_in.arrays().readNumber(operand.array, slot.type, subscripts, slot.number)) {
         case ArrayStatus::Ok:
@@ -778,7 +828,6 @@ std::unique_ptr<CompiledExpression> CompiledExpression::compile(std::string_view
     ExpressionCompiler compiler(text, begin, end, quotes);
     if (!compiler.top(scope, compiled->m_top))
         return nullptr;
-    compiled->m_shape = shapeOf(compiled->m_top);
     return compiled;
 }
 
@@ -797,54 +846,12 @@ int CompiledExpression::evaluate(core::Interpreter& in, Value& result) const
     return evaluation.group(m_top, result);
 }
 
-CompiledExpression::Shape CompiledExpression::shapeOf(const CompiledGroup& top)
-{
-    if (!top.numeric || top.result != 0)
-        return Shape::General;
-    for (const auto& operand : top.operands) {
-        if (operand.kind != CompiledOperand::Kind::Literal && operand.kind != CompiledOperand::Kind::Scalar)
-            return Shape::General;
-    }
-    using Kind = GroupInstruction::Kind;
-    const auto& code = top.code;
-    auto operandAt = [&](size_t k, uint16_t operand) { return code[k].kind == Kind::Operand && code[k].a == operand; };
-    // One operand read and nothing more done to it (a wrapped minus would be a second instruction).
-    if (top.operands.size() == 1 && code.size() == 1 && operandAt(0, 0))
-        return Shape::Single;
-    if (top.operands.size() != 2 || !operandAt(0, 0))
-        return Shape::General;
-    // Two operands and the operator between them: a literal on the right is read where it stands.
-    const auto& last = code.back();
-    bool pair = last.kind == Kind::Binary && last.a == 0 && last.b == 1
-        && (last.rightIsLiteral ? code.size() == 2 : code.size() == 3 && operandAt(1, 1));
-    return pair ? Shape::Pair : Shape::General;
-}
-
 int CompiledExpression::evaluateNumber(core::Interpreter& in, Number& result) const
 {
-    // A group of one or two operands as numericBody does it, at a level of its own (which must be
-    // free) and with nothing below it.
-    if (m_shape != Shape::General
-        && in.expressionScratch().depth + 1 < static_cast<int>(ExpressionScratch::kGroupSlots)) {
-        const auto& operands = m_top.operands;
-        ValueType type = ValueType::Double;
-        if (int read = readSimpleOperand(in, operands[0], result, type); read != 0)
-            return read;
-        if (m_shape == Shape::Pair) {
-            const auto& binary = m_top.code.back();
-            double right = operands[1].literal.number;
-            if (!binary.rightIsLiteral) {
-                Number slot {};
-                if (int read = readSimpleOperand(in, operands[1], slot, type); read != 0)
-                    return read;
-                right = slot.number;
-            }
-            if (!applyWholeQuickly(binary.op, result, right))
-                TRY_BASIC(applyBinary(in, binary.op, result, right));
-        }
-        result.type = m_top.relational ? ValueType::Integer : type;
-        return 0;
-    }
+    // A group of one or two operands at a level of its own (which must be free): nothing below it.
+    if (m_top.shape != GroupShape::General
+        && in.expressionScratch().depth + 1 < static_cast<int>(ExpressionScratch::kGroupSlots))
+        return simpleGroupNumber(in, m_top, result);
     Evaluation evaluation(in);
     return evaluation.numericGroup(m_top, result);
 }

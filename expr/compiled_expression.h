@@ -58,6 +58,10 @@ struct GroupInstruction {
     bool rightIsLiteral = false; // the right operand is literal b itself, read where it stands
 };
 
+// The commonest numeric groups, a literal or a name alone or two of them with an operator between
+// them, are evaluated at once, without the loop over instructions or levels below.
+enum class GroupShape : uint8_t { General, Single, Pair };
+
 struct CompiledGroup {
     std::vector<CompiledStep> steps;
     std::vector<CompiledOperand> operands;
@@ -68,6 +72,7 @@ struct CompiledGroup {
     // Only numbers can meet here (numeric literals, names without $, such groups) and the value is
     // computed: evaluated on numbers alone while its names are numeric.
     bool numeric = false;
+    GroupShape shape = GroupShape::General; // Single and Pair are numeric
 };
 
 class CompiledExpression {
@@ -95,13 +100,7 @@ public:
     int evaluateArguments(core::Interpreter& interpreter, std::vector<Value>& values) const;
 
 private:
-    // The commonest numeric expressions, a literal or a name alone or two of them with an
-    // operator between them, are evaluated without entering the levels of groups.
-    enum class Shape : uint8_t { General, Single, Pair };
-    [[nodiscard]] static Shape shapeOf(const CompiledGroup& top);
-
     CompiledGroup m_top;
-    Shape m_shape = Shape::General;
     std::vector<CompiledGroup> m_arguments;
 };
 

@@ -93,7 +93,7 @@ int CompiledTarget::assign(core::Interpreter& in, const Value& value)
 int CompiledTarget::assignNumber(core::Interpreter& in, const Number& number)
 {
     if (m_subscriptList)
-        return assign(in, Value::makeNumber(number.number, number.form, number.type));
+        return arrayStatusError(in, in.arrays().storeNumber(m_array, m_type, m_subscripts, number.number));
     return storeStatusError(in, m_scalar.storeNumber(in.variables(), number.number));
 }
 

@@ -161,6 +161,9 @@ TEST(CompiledStatements, OneOrTwoOperandsGiveWhatTheGeneralPathGives)
                           "20 X=A+I:Y=I*A:Z=-A+1:W=2-I:V=C#*3:U=D!+D!:PRINT X;Y;Z;W;V;U\n"
                           "30 X=A<I:Y=2>A:Z=I=7:T=-I:C#=D!:PRINT X;Y;Z;T;-3;C#\n"
                           "40 B%=I*5000\n"
+                          "45 M%(1)=I*5000\n"
+                          "46 S$(1)=I+1\n"
+                          "47 M%(2)=I+1:M(I)=A*2:PRINT M%(2);M(7)\n"
                           "50 X=A/0\n"
                           "60 IF A<I THEN PRINT \"LT\"\n"
                           "70 IF -A THEN PRINT \"NZ\"\n"
@@ -181,8 +184,10 @@ TEST(CompiledStatements, OneOrTwoOperandsGiveWhatTheGeneralPathGives)
     // Round two: C# holds .1 now, and E is a string (a string + 1 is a string, a string under a
     // minus a syntax error, a string against a number a type mismatch).
     EXPECT_EQ(compiled.substr(0, compiled.find("OK\n")),
-        " 8.5  10.5 -0.5 -5  1  0.2 \n-1 -1 -1 -7 -3  0.1 \nE 6  40 \nE 11  50 \nLT\nNZ\n"
-        " 8.5  10.5 -0.5 -5  0.3  0.2 \n-1 -1 -1 -7 -3  0.1 \nE 6  40 \nE 11  50 \nLT\nNZ\n"
+        " 8.5  10.5 -0.5 -5  1  0.2 \n-1 -1 -1 -7 -3  0.1 \nE 6  40 \nE 6  45 \nE 13  46 \n 8  3 \n"
+        "E 11  50 \nLT\nNZ\n"
+        " 8.5  10.5 -0.5 -5  0.3  0.2 \n-1 -1 -1 -7 -3  0.1 \nE 6  40 \nE 6  45 \nE 13  46 \n 8  3 \n"
+        "E 11  50 \nLT\nNZ\n"
         "E 13  80 \nE 13  81 \nE 2  82 \nE 13  83 \nE 13  800 \nS\n");
 }
 
