@@ -26,7 +26,9 @@ public:
 
     core::Outcome run(core::Interpreter& in) override
     {
-        TRY_BASIC(m_target.locate(in));
+        // An element's subscripts are evaluated first; a scalar is found when it is stored.
+        if (m_target.isElement())
+            TRY_BASIC(m_target.locate(in));
         // A computed number is stored as it is; a lone literal (which may be a &H value that an
         // integer takes up to 65535) and anything else go through its value.
         Number number {};
