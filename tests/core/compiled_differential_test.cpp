@@ -5,6 +5,7 @@
 
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/compiled_program.h"
@@ -152,11 +153,25 @@ TEST(CompiledStatements, NumericGroupsGiveWhatTheGeneralPathGives)
     EXPECT_NE(compiled.find("-1 \n 32767 \nE 6  28 \nY\n"), std::string::npos) << compiled;
 }
 
+// The lines the tests below share: errors are shown with their line and the run resumes after
+// them; the program runs a second time with E a string.
+constexpr std::string_view kResumeAfterErrors = "1 ON ERROR GOTO 900\n";
+constexpr std::string_view kShowErrors = "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
+constexpr std::string_view kAgainWithStringE = "90 R=R+1:IF R>1 THEN 100\n95 DEFSTR E:GOTO 20\n100 END\n";
+
+// Runs the program both ways, expects the same output, and gives what it wrote before "OK".
+std::string outputBothWays(const std::string& program)
+{
+    std::string compiled = runOneWay(program, false, 100000);
+    EXPECT_EQ(compiled, runOneWay(program, true, 100000));
+    return compiled.substr(0, compiled.find("OK\n"));
+}
+
 // One or two literals and names with an operator between them are evaluated at once, without the
 // group's levels: the same values, types, errors and string names as any other group.
 TEST(CompiledStatements, OneOrTwoOperandsGiveWhatTheGeneralPathGives)
 {
-    std::string program = "1 ON ERROR GOTO 900\n"
+    std::string program = std::string(kResumeAfterErrors) +
                           "10 DEFINT I:A=1.5:I=7:D!=.1:C#=1/3\n"
                           "20 X=A+I:Y=I*A:Z=-A+1:W=2-I:V=C#*3:U=D!+D!:PRINT X;Y;Z;W;V;U\n"
                           "30 X=A<I:Y=2>A:Z=I=7:T=-I:C#=D!:PRINT X;Y;Z;T;-3;C#\n"
@@ -171,19 +186,15 @@ TEST(CompiledStatements, OneOrTwoOperandsGiveWhatTheGeneralPathGives)
                           "81 IF R=1 THEN X=1+E\n"
                           "82 IF R=1 THEN X=-E\n"
                           "83 IF R=1 THEN X=E\n"
-                          "84 IF R=1 THEN GOSUB 800\n"
-                          "90 R=R+1:IF R>1 THEN 100\n"
-                          "95 DEFSTR E:GOTO 20\n"
-                          "100 END\n"
+                          "84 IF R=1 THEN GOSUB 800\n" +
+                          std::string(kAgainWithStringE) +
                           "800 IF E<1 THEN PRINT \"N\"\n"
                           "810 IF E=\"\" THEN PRINT \"S\"\n"
-                          "820 RETURN\n"
-                          "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
-    std::string compiled = runOneWay(program, false, 100000);
-    EXPECT_EQ(compiled, runOneWay(program, true, 100000));
+                          "820 RETURN\n" +
+                          std::string(kShowErrors);
     // Round two: C# holds .1 now, and E is a string (a string + 1 is a string, a string under a
     // minus a syntax error, a string against a number a type mismatch).
-    EXPECT_EQ(compiled.substr(0, compiled.find("OK\n")),
+    EXPECT_EQ(outputBothWays(program),
         " 8.5  10.5 -0.5 -5  1  0.2 \n-1 -1 -1 -7 -3  0.1 \nE 6  40 \nE 6  45 \nE 13  46 \n 8  3 \n"
         "E 11  50 \nLT\nNZ\n"
         " 8.5  10.5 -0.5 -5  0.3  0.2 \n-1 -1 -1 -7 -3  0.1 \nE 6  40 \nE 6  45 \nE 13  46 \n 8  3 \n"
@@ -196,7 +207,7 @@ TEST(CompiledStatements, OneOrTwoOperandsGiveWhatTheGeneralPathGives)
 // ended must all make it look again.
 TEST(CompiledStatements, NextFindsItsLoopAfterOthersWerePushed)
 {
-    std::string program = "1 ON ERROR GOTO 900\n"
+    std::string program = std::string(kResumeAfterErrors) +
                           "10 FOR I=1 TO 3\n20 FOR J=1 TO 2\n30 PRINT I;J;\n"
                           "40 IF J=1 AND I=2 THEN NEXT I\n50 NEXT J\n60 PRINT \"/\";\n70 NEXT I\n75 PRINT\n"
                           "80 FOR K=1 TO 2:FOR L=1 TO 2:NEXT K\n90 PRINT K;L\n"
@@ -204,11 +215,9 @@ TEST(CompiledStatements, NextFindsItsLoopAfterOthersWerePushed)
                           "110 NEXT L\n"
                           "115 FOR M=1 TO 2:FOR N=1 TO 2:NEXT N:NEXT M:PRINT M;N:NEXT M\n"
                           "120 END\n"
-                          "200 FOR J=5 TO 6:NEXT J:RETURN\n"
-                          "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
-    std::string compiled = runOneWay(program, false, 100000);
-    EXPECT_EQ(compiled, runOneWay(program, true, 100000));
-    EXPECT_EQ(compiled.substr(0, compiled.find("OK\n")),
+                          "200 FOR J=5 TO 6:NEXT J:RETURN\n" +
+                          std::string(kShowErrors);
+    EXPECT_EQ(outputBothWays(program),
         " 1  1  1  2 / 2  1  3  1  3  2 /\n 3  1 \nI 3 \nE 1  110 \n 3  3 \nE 1  115 \n");
 }
 
@@ -217,7 +226,7 @@ TEST(CompiledStatements, NextFindsItsLoopAfterOthersWerePushed)
 // turned into a string after such a call goes the general way and calls it again unseen.
 TEST(CompiledStatements, FunctionsOfNumbersGiveWhatTheGeneralPathGives)
 {
-    std::string program = "1 ON ERROR GOTO 900\n"
+    std::string program = std::string(kResumeAfterErrors) +
                           "10 DEFINT I:A=1.5:I=7:D!=.1:C#=1/3\n"
                           "20 X=SIN(A)+COS(I)*2:Y=INT(-A)+FIX(-A):Z=SQR(I*I)-ABS(-3):PRINT X;Y;Z\n"
                           "30 X=CINT(&HFFFF):PRINT X\n"
@@ -230,14 +239,9 @@ TEST(CompiledStatements, FunctionsOfNumbersGiveWhatTheGeneralPathGives)
                           "70 X=-SIN(A):Y=(COS(0)):PRINT X;Y\n"
                           "80 IF R=1 THEN X=SIN(A)+E\n"
                           "81 IF R=1 THEN X=INT(E)\n"
-                          "82 IF R=1 THEN X=ABS(2)*E+SIN(1)\n"
-                          "90 R=R+1:IF R>1 THEN 100\n"
-                          "95 DEFSTR E:GOTO 20\n"
-                          "100 END\n"
-                          "900 PRINT \"E\";ERR;ERL:RESUME NEXT\n";
-    std::string compiled = runOneWay(program, false, 100000);
-    EXPECT_EQ(compiled, runOneWay(program, true, 100000));
-    EXPECT_EQ(compiled.substr(0, compiled.find("OK\n")),
+                          "82 IF R=1 THEN X=ABS(2)*E+SIN(1)\n" +
+                          std::string(kAgainWithStringE) + std::string(kShowErrors);
+    EXPECT_EQ(outputBothWays(program),
         " 2.5053 -3  4 \nE 6  30 \n 2.5053 \n 32767.4 \n 0.333  3.141592653589793 \nE 5  40 \n"
         "E 5  41 \nS\n 5  0 \n-0.997495  1 \n 2.5053 -3  4 \nE 6  30 \n 2.5053 \n 32767.4 \n"
         " 0.333  3.141592653589793 \nE 5  40 \nE 5  41 \nS\n 5  0 \n-0.997495  1 \nE 13  80 \n"
