@@ -107,6 +107,9 @@ int applyBinary(core::Interpreter& interpreter, Op op, Number& left, double righ
 // operand = NOT operand.
 int applyNot(core::Interpreter& interpreter, Value& operand);
 int applyNot(core::Interpreter& interpreter, Number& operand);
+// a^b for a whole a from 1 and a whole b from 1 whose power is at most 1e12: the exact product,
+// which is what a^b gives there (false outside that range, result untouched).
+[[nodiscard]] bool wholePowerExactly(double a, double b, double& result);
 // Truncated toward zero and taken as a 16-bit value.
 [[nodiscard]] int16_t toInt16(double value);
 

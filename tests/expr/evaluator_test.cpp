@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/interpreter.h"
+#include "core/rounding.h"
 #include "expr/evaluator.h"
 #include "expr/function_state.h"
 #include "expr/number_text.h"
@@ -138,6 +139,43 @@ TEST(Evaluator, SixteenBitViewOfNumbers)
         {9223372036854781952.0, 6144}, {-9223372036854781952.0, -6144}, {HUGE_VAL, 0}, {NAN, 0}};
     for (const auto& [value, expected] : cases)
         EXPECT_EQ(toInt16(value), expected) << value;
+}
+
+// A whole number to a whole power up to 1e12 is taken as the exact product: it must be what the
+// logarithm route, rounded to the nearest whole number, gives, for every such power; outside that
+// range (fractions, negative bases, larger powers) the logarithm route stays.
+TEST(Evaluator, WholePowersAreTheirExactProducts)
+{
+    int checked = 0;
+    auto check = [&](double a, double b) {
+        double exact = 0;
+        if (!wholePowerExactly(a, b, exact))
+            return;
+        ++checked;
+        ASSERT_EQ(exact, core::roundHalfAwayFromZero(std::exp(std::log(a) * b))) << a << "^" << b;
+    };
+    for (int a = 1; a <= 3000; ++a)
+        for (int b = 1; b <= 40; ++b)
+            check(a, b);
+    for (double a = 3001; a <= 1e6; a = std::floor(a * 1.01) + 1)
+        check(a, 2);
+    for (double a : {999999.0, 1000000.0, 9999.0, 10000.0, 4096.0, 8191.0})
+        for (int b = 1; b <= 4; ++b)
+            check(a, b);
+    EXPECT_GT(checked, 9000);
+    double untouched = 7;
+    for (auto [a, b] : {std::pair {1.5, 2.0}, {2.0, 2.5}, {-2.0, 2.0}, {2.0, 0.0}, {2.0, -1.0}, {0.5, 3.0},
+             {1000001.0, 2.0}, {10.0, 13.0}, {2.0, 41.0}}) {
+        EXPECT_FALSE(wholePowerExactly(a, b, untouched)) << a << "^" << b;
+        EXPECT_EQ(untouched, 7);
+    }
+    // What the logarithm route showed for them before.
+    test::Session session;
+    const std::pair<const char*, const char*> shown[] = {{"3^2", " 9 "}, {"2^39", " 549755813888 "},
+        {"1000000!^2", " 1000000000000 "}, {"10^12", " 1000000000000 "}, {"10^13", " 10000000000000 "},
+        {"(-3)^3", "-27 "}, {"1.5^2", " 2.25 "}, {"7^14", " 678223072849 "}};
+    for (const auto& [expression, text] : shown)
+        EXPECT_EQ(evaluate(session.interpreter(), expression), text) << expression;
 }
 
 TEST(Evaluator, NumbersAsByteStringsAtTheirLimits)
