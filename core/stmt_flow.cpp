@@ -101,7 +101,7 @@ Outcome takeIfBranch(Interpreter& in, bool truth, int& known)
         k = known = prepared.findIf(run.currentIndex);
     if (k < 0)
         return in.raise(ErrorId::IllegalFunctionCall);
-    int base = in.prepared().ifAt(k).branchBase;
+    int base = prepared.ifAt(k).branchBase;
     run.currentIndex = truth ? base : base + 2;
     return Outcome(Flow::RepeatEntry);
 }

@@ -484,6 +484,17 @@ inline int readSimpleOperand(core::Interpreter& in, const CompiledOperand& opera
     return 0;
 }
 
+// A numeric group's number as the value the general path gives: a lone literal with its spelling.
+void setGroupValue(const CompiledGroup& group, const Number& number, Value& value)
+{
+    if (number.form == NumberForm::Literal) {
+        value = group.operands[static_cast<size_t>(group.result)].literal;
+        value.type = number.type;
+    } else {
+        value.setNumber(number.number, number.form, number.type);
+    }
+}
+
 // A group of one or two literals and names (GroupShape Single or Pair), as numericBody does it.
 int simpleGroupNumber(core::Interpreter& in, const CompiledGroup& group, Number& result)
 {
@@ -530,13 +541,7 @@ public:
         if (numeric == core::kFailed)
             return core::kFailed;
         if (numeric == 0) {
-            if (number.form == NumberForm::Literal) {
-                // A lone literal: the value with its spelling.
-                result = group.operands[static_cast<size_t>(group.result)].literal;
-                result.type = number.type;
-            } else {
-                result.setNumber(number.number, number.form, number.type);
-            }
+            setGroupValue(group, number, result);
             return 0;
         }
         auto& slots = m_scratch.groups[static_cast<size_t>(m_scratch.depth)];
@@ -588,9 +593,7 @@ public:
     {
         if (!group.numeric)
             return kNamesAString;
-        TRY_BASIC(enterLevel());
-        LevelGuard guard {*this};
-        return numericBody(group, result);
+        return numericLevel(group, result);
     }
 
     int arguments(const std::vector<CompiledGroup>& groups, std::vector<Value>& values)
@@ -618,6 +621,14 @@ private:
         ~LevelGuard() { --evaluation.m_scratch.depth, --evaluation.m_depth; }
     };
 
+    // A numeric group one level deeper (a group in parentheses, a subscript, an argument).
+    int numericLevel(const CompiledGroup& group, Number& result)
+    {
+        TRY_BASIC(enterLevel());
+        LevelGuard guard {*this};
+        return numericBody(group, result);
+    }
+
     // A numeric group, with the same steps, errors and result as the general path, on numbers.
     // A DEFSTR may have made one of its names a string since it was compiled: on meeting it, the
     // group gives kNamesAString and is evaluated again the general way. Nothing before that point
@@ -639,7 +650,7 @@ private:
                 case CompiledOperand::Kind::Scalar:
                     if (int read = readSimpleOperand(m_in, operand, slot, type); read != 0)
                         return read;
-                    continue;
+                    continue; // its minus is applied already
                 case CompiledOperand::Kind::Element:
                     if (int read = numericElement(operand, slot); read != 0)
                         return read;
@@ -650,13 +661,10 @@ private:
                         return called;
                     type = ValueType::Double;
                     break;
-                default: {
-                    TRY_BASIC(enterLevel());
-                    LevelGuard guard {*this};
-                    if (int inner = numericBody(operand.groups.front(), slot); inner != 0)
+                default:
+                    if (int inner = numericLevel(operand.groups.front(), slot); inner != 0)
                         return inner;
                     break;
-                }
                 }
                 if (operand.negate)
                     slot.number = -slot.number;
@@ -690,19 +698,10 @@ private:
         auto& args = argumentList();
         args.resize(operand.groups.size());
         for (size_t k = 0; k < operand.groups.size(); ++k) {
-            TRY_BASIC(enterLevel());
-            LevelGuard guard {*this};
-            const auto& argument = operand.groups[k];
             Number number {};
-            if (int inner = numericBody(argument, number); inner != 0)
+            if (int inner = numericLevel(operand.groups[k], number); inner != 0)
                 return inner;
-            if (number.form == NumberForm::Literal) {
-                // A lone literal: the value with its spelling, as the general path passes it.
-                args[k] = argument.operands[static_cast<size_t>(argument.result)].literal;
-                args[k].type = number.type;
-            } else {
-                args[k].setNumber(number.number, number.form, number.type);
-            }
+            setGroupValue(operand.groups[k], number, args[k]);
         }
         Value& value = m_scratch.functionResults[static_cast<size_t>(m_scratch.depth)];
         TRY_BASIC(callFunction(m_in, operand.function, FunctionCall {operand.name, args, true}, value));
@@ -720,9 +719,7 @@ private:
         slot.form = variableForm(slot.type);
         std::array<Number, kNumericSlots> numbers; // NOLINT: each is written before it is read
         for (size_t k = 0; k < operand.groups.size(); ++k) {
-            TRY_BASIC(enterLevel());
-            LevelGuard guard {*this};
-            if (int inner = numericBody(operand.groups[k], numbers[k]); inner != 0)
+            if (int inner = numericLevel(operand.groups[k], numbers[k]); inner != 0)
                 return inner;
         }
         auto& subscripts = m_scratch.subscriptLists[static_cast<size_t>(m_scratch.depth)];

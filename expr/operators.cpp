@@ -67,27 +67,6 @@ int power(core::Interpreter& in, double a, double b, double& result)
     return 0;
 }
 
-} // namespace
-
-bool wholePowerExactly(double a, double b, double& result)
-{
-    // exp(log(a) x b) is a^b within a few units in the last place: for a^b up to 1e12 less than
-    // 0.01, which the rounding to the nearest whole number removes. The product is exact there.
-    constexpr double kExactUpTo = 1e12;
-    if (!(a >= 1 && a <= kExactUpTo && std::trunc(a) == a && b >= 1 && b <= 40 && std::trunc(b) == b))
-        return false;
-    double product = a;
-    for (int k = 1; k < static_cast<int>(b); ++k) {
-        product *= a;
-        if (product > kExactUpTo)
-            return false;
-    }
-    result = product;
-    return true;
-}
-
-namespace {
-
 int compareNumbers(double left, double right)
 {
     int a = toInt16(left);
@@ -132,6 +111,23 @@ int16_t logical(Op op, int16_t a, int16_t b)
 }
 
 } // namespace
+
+bool wholePowerExactly(double a, double b, double& result)
+{
+    // exp(log(a) x b) is a^b within a few units in the last place: for a^b up to 1e12 less than
+    // 0.01, which the rounding to the nearest whole number removes. The product is exact there.
+    constexpr double kExactUpTo = 1e12;
+    if (!(a >= 1 && a <= kExactUpTo && std::trunc(a) == a && b >= 1 && b <= 40 && std::trunc(b) == b))
+        return false;
+    double product = a;
+    for (int k = 1; k < static_cast<int>(b); ++k) {
+        product *= a;
+        if (product > kExactUpTo)
+            return false;
+    }
+    result = product;
+    return true;
+}
 
 int16_t toInt16(double value)
 {
