@@ -283,6 +283,44 @@ bool scaleByPowerOfTen(uint64_t mantissa, int binaryExponent, int k, ScaledDigit
     return true;
 }
 
+// Rounding to 16 digits in doubles, the quick way tried first: p = magnitude x 10^k is one
+// rounding of the exact product and fma gives that rounding's error exactly, so p + error is the
+// product. With p from 1e15 to 2^53 the fraction of p is exact and decides the nearest whole
+// number, except at a half, where the error's sign does (half to even on an exact tie, as the
+// decimal text rounds). false leaves every other case to roundSixteenExactly.
+bool roundSixteenQuickly(double magnitude, double& rounded)
+{
+    constexpr double kLowest = 1e15;
+    constexpr double kExactLimit = 9007199254740992.0; // 2^53
+    uint64_t mantissa = 0;
+    int binaryExponent = 0;
+    if (!(magnitude >= 1e-7 && magnitude < 1e16) || !splitNormal(magnitude, mantissa, binaryExponent))
+        return false;
+    int k = std::min(15 - (((binaryExponent - 1) * 78913) >> 18), 22);
+    double scale = kPowersOfTen[k];
+    double p = magnitude * scale;
+    if (p >= 1e16) {
+        if (k == 0)
+            return false;
+        scale = kPowersOfTen[--k];
+        p = magnitude * scale;
+    }
+    if (!(p > kLowest && p < kExactLimit))
+        return false;
+    double error = std::fma(magnitude, scale, -p);
+    auto whole = static_cast<int64_t>(p); // signed conversions are the quick ones
+    double fraction = p - static_cast<double>(whole);
+    bool odd = (whole & 1) != 0;
+    // Above 2^52 p has no fraction, and an exact tie there was already rounded to the even whole
+    // number by the multiplication itself.
+    if (fraction > 0.5 || (fraction == 0.5 && (error > 0 || (error == 0 && odd))))
+        ++whole;
+    if (whole >= static_cast<int64_t>(kExactLimit))
+        return false;
+    rounded = static_cast<double>(whole) / scale;
+    return true;
+}
+
 // Rounding to 16 digits with exact integers: magnitude x 10^k rounded half to even like the
 // decimal text, k chosen so that its integer part has exactly 16 digits. The binary exponent
 // proposes k (floor of log10 is the proposal or one above it), so the integer part decides: with
@@ -340,12 +378,9 @@ bool hasFewDigits(double magnitude, int digits)
     return wholeDigits + fractionDigits <= digits;
 }
 
-} // namespace
-
-double RoundToDigits(double value, int digits)
+// Every case but the quick 16-digit one; kept apart so that the quick one needs no stack frame.
+[[gnu::noinline]] double roundToDigitsSlowly(double value, int digits)
 {
-    if (digits >= 6 && isShortWhole(value))
-        return value == 0.0 ? 0.0 : value;
     double rounded = 0;
     // Sixteen digits, the rounding of every operation, go the exact way at once (a number with no
     // more digits comes out as itself there too).
@@ -361,6 +396,16 @@ double RoundToDigits(double value, int digits)
     char text[64];
     std::snprintf(text, sizeof text, "%.*e", digits - 1, value);
     return std::strtod(text, nullptr);
+}
+
+} // namespace
+
+double RoundToDigitsBeyondShortWholes(double value, int digits)
+{
+    double rounded = 0;
+    if (digits == 16 && roundSixteenQuickly(std::fabs(value), rounded))
+        return value < 0 ? -rounded : rounded;
+    return roundToDigitsSlowly(value, digits);
 }
 
 std::string numberValueText(const Value& value)

@@ -24,14 +24,22 @@ namespace tessaly::expr {
 // The STR$ form of an evaluated number text.
 [[nodiscard]] std::string StrNumberText(std::string_view text);
 
-// The number rounded as its text with that many significant digits reads back.
-[[nodiscard]] double RoundToDigits(double value, int digits);
-
 // A whole number below a million: its text with six digits or more is the number itself, so the
 // rounding keeps it (the commonest case, tested first wherever results are made).
 [[nodiscard]] inline bool isShortWhole(double x)
 {
     return x < 1e6 && x > -1e6 && static_cast<double>(static_cast<int32_t>(x)) == x;
+}
+
+// RoundToDigits for every number but a short whole one.
+[[nodiscard]] double RoundToDigitsBeyondShortWholes(double value, int digits);
+
+// The number rounded as its text with that many significant digits reads back.
+[[nodiscard]] inline double RoundToDigits(double value, int digits)
+{
+    if (digits >= 6 && isShortWhole(value))
+        return value == 0.0 ? 0.0 : value;
+    return RoundToDigitsBeyondShortWholes(value, digits);
 }
 
 // The value text of a number as the evaluator writes it: a blank or "-" first, a blank last

@@ -181,6 +181,25 @@ TEST(RoundToDigits, ShortBinaryFractionsAgreeWithTheTextRoute)
             EXPECT_EQ(RoundToDigits(value, digits), roundedByText(value, digits)) << value << " to " << digits;
 }
 
+// Scaled to 16 digits above 2^52, where the doubles are whole numbers, a value can lie exactly
+// half way between two of them: x = j / 2^(k+1) with j odd gives x x 10^k = j x 5^k / 2. The
+// nearest even digit must win there, and one unit in the last place either side must not be a tie.
+TEST(RoundToDigits, SixteenDigitTiesAboveTwoToThe52nd)
+{
+    std::mt19937_64 random(20261126);
+    for (int k = 1; k <= 14; ++k) {
+        double fives = std::pow(5.0, k);
+        auto low = static_cast<uint64_t>(std::ceil(std::ldexp(1.0, 53) / fives));
+        auto high = static_cast<uint64_t>(std::floor(std::ldexp(1.0, 54) / fives));
+        for (int n = 0; n < 2000; ++n) {
+            uint64_t j = (low + random() % (high - low)) | 1;
+            double value = std::ldexp(static_cast<double>(j), -(k + 1));
+            for (double near : {value, std::nextafter(value, 0.0), std::nextafter(value, HUGE_VAL)})
+                ASSERT_EQ(RoundToDigits(near, 16), roundedByText(near, 16)) << near << " (k " << k << ")";
+        }
+    }
+}
+
 TEST(NumberText, ValuesJustBelowAPowerOfTenKeepTheirLastDigit)
 {
     EXPECT_EQ(ValueText(RoundToDigits(99999.99999999999 * 1, 16), 16), " 99999.99999999999 ");
