@@ -2,6 +2,7 @@
 // Statements are executed by core/executor; preparation of direct commands is core/preparation.
 #include "core/run_loop.h"
 
+#include <array>
 #include <string>
 #include <utility>
 
@@ -26,10 +27,24 @@ namespace {
 // The first character of a statement: "*", "?", an apostrophe, or any byte above "@".
 bool startsStatement(unsigned char c) { return c == '*' || c > 64 || c == '?' || c == '\''; }
 
-bool isPrintCode(int code)
+// What a completed statement's code asks of the loop beyond the steps every statement takes.
+enum class AfterCode : uint8_t { Plain, End, Run, Jump, Print };
+
+constexpr std::array<AfterCode, kStatementSlots> kAfterCodes = [] {
+    std::array<AfterCode, kStatementSlots> table {};
+    table[static_cast<size_t>(Stmt::End)] = AfterCode::End;
+    table[static_cast<size_t>(Stmt::Run)] = AfterCode::Run;
+    table[static_cast<size_t>(Stmt::Goto)] = AfterCode::Jump;
+    table[static_cast<size_t>(Stmt::GoTo)] = AfterCode::Jump;
+    table[static_cast<size_t>(Stmt::Print)] = AfterCode::Print;
+    table[static_cast<size_t>(Stmt::Write)] = AfterCode::Print;
+    table[static_cast<size_t>(Stmt::PrintUsing)] = AfterCode::Print;
+    return table;
+}();
+
+AfterCode afterCodeOf(int code)
 {
-    return code == static_cast<int>(Stmt::Print) || code == static_cast<int>(Stmt::Write) ||
-           code == static_cast<int>(Stmt::PrintUsing);
+    return static_cast<unsigned>(code) < kAfterCodes.size() ? kAfterCodes[static_cast<size_t>(code)] : AfterCode::Plain;
 }
 
 // The most entries one call of the loop runs. Most statements return to the idle driver after
@@ -44,7 +59,8 @@ enum class Next : uint8_t { Resume, Advance, Repeat };
 enum class AfterStatement : uint8_t { GoOn, Return };
 
 // The end of a run. Returns true when an ON ERROR GOTO handler caught the error and the run goes on.
-bool endRun(Interpreter& in)
+// The rare paths of the loop stay out of line, so that the loop itself stays small.
+[[gnu::noinline]] bool endRun(Interpreter& in)
 {
     auto& run = in.run();
     // No receive waits once the run has ended (or an error handler has taken over).
@@ -143,7 +159,7 @@ void takeBreak(Interpreter& in)
 
 // The events marked since the last pass: due traps perform their GOSUB (in slot order), then a
 // requested BREAK ends the run. Returns false when the loop must return.
-bool takeEvents(Interpreter& in)
+[[gnu::noinline]] bool takeEvents(Interpreter& in)
 {
     auto& run = in.run();
     uint32_t events = std::exchange(run.pendingEvents, 0);
@@ -179,9 +195,10 @@ AfterStatement afterCompleted(Interpreter& in, Flow flow)
     auto& run = in.run();
     auto endOrGoOn = [&] { return endRun(in) ? AfterStatement::GoOn : AfterStatement::Return; };
     int code = run.statementCode;
-    if (code == static_cast<int>(Stmt::End))
+    AfterCode after = afterCodeOf(code);
+    if (after == AfterCode::End)
         return endOrGoOn();
-    if (code == static_cast<int>(Stmt::Run)) {
+    if (after == AfterCode::Run) {
         run.runMode = RunMode::Running;
         in.colours().pointColour = 7;
         in.colours().foregroundColour = 7;
@@ -192,17 +209,19 @@ AfterStatement afterCompleted(Interpreter& in, Flow flow)
         return AfterStatement::GoOn;
     }
     run.previousCode = code;
-    // Most statements leave neither an error nor text behind: nothing to show.
-    if (in.error().isPending() || !run.outputText.empty())
+    // Most statements leave neither an error nor text behind: nothing to show. Neither the jump
+    // nor PRINT's new line below raises an error, so one that is pending now is the only one.
+    bool toShow = in.error().isPending() || !run.outputText.empty();
+    if (toShow) [[unlikely]]
         showPrompt(in, PromptKind::Output);
-    if (code == static_cast<int>(Stmt::Goto) || code == static_cast<int>(Stmt::GoTo))
+    if (after == AfterCode::Jump) {
         run.currentIndex = run.jumpTarget - 1;
-    if (isPrintCode(code)) {
+    } else if (after == AfterCode::Print) {
         run.statementCode = 0;
         if (run.printNewline)
             in.screen().NewLine();
     }
-    if (in.error().isPending())
+    if (toShow && in.error().isPending())
         return endOrGoOn();
     // A statement that raised an event (STOP's BREAK, a remembered trap switched on) has it taken
     // at once, at the yield point.

@@ -78,6 +78,11 @@ int CompiledCondition::termTruth(core::Interpreter& in, const Term& term, bool& 
     int numeric = numericTermTruth(in, term, truth);
     if (numeric != CompiledExpression::kNotNumbers)
         return numeric;
+    return valueTermTruth(in, term, truth);
+}
+
+int CompiledCondition::valueTermTruth(core::Interpreter& in, const Term& term, bool& truth)
+{
     Value left;
     TRY_BASIC(term.left->evaluate(in, left));
     if (!term.right)
@@ -96,6 +101,11 @@ int CompiledCondition::evaluate(core::Interpreter& in, bool& truth) const
         truth = termTrue;
         return 0;
     }
+    return evaluateCombined(in, truth);
+}
+
+int CompiledCondition::evaluateCombined(core::Interpreter& in, bool& truth) const
+{
     // The terms are evaluated in order; the words between them then combine their -1 and 0.
     std::string combined;
     for (const auto& piece : m_pieces) {

@@ -35,6 +35,10 @@ private:
     };
     static int numericTermTruth(core::Interpreter& interpreter, const Term& term, bool& truth);
     static int termTruth(core::Interpreter& interpreter, const Term& term, bool& truth);
+    // The general ways, kept out of line: the values and the text they make would otherwise be set
+    // up and torn down around every numeric term as well.
+    [[gnu::noinline]] static int valueTermTruth(core::Interpreter& interpreter, const Term& term, bool& truth);
+    [[gnu::noinline]] int evaluateCombined(core::Interpreter& interpreter, bool& truth) const;
 
     std::vector<Term> m_terms;
     std::vector<Piece> m_pieces;

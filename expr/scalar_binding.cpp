@@ -57,8 +57,13 @@ StoreStatus ScalarBinding::storeNumber(VariableStore& store, double number)
     if (generation != store.generation())
         bind(store);
     if (index < 0)
-        return this->store(store, Value::makeNumber(number, NumberForm::Computed16));
+        return storeNewNumber(store, number);
     return store.storeNumberAt(index, number);
+}
+
+StoreStatus ScalarBinding::storeNewNumber(VariableStore& store, double number)
+{
+    return this->store(store, Value::makeNumber(number, NumberForm::Computed16));
 }
 
 } // namespace tessaly::expr

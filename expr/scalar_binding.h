@@ -41,8 +41,10 @@ struct ScalarBinding {
     ValueType typeIn(VariableStore& store);
 
 private:
-    void bind(VariableStore& store);
-    bool readNewNumber(VariableStore& store, double& number);
+    // Kept out of line: they run once per binding, and the readers above are in the hot path.
+    [[gnu::noinline]] void bind(VariableStore& store);
+    [[gnu::noinline]] bool readNewNumber(VariableStore& store, double& number);
+    [[gnu::noinline]] StoreStatus storeNewNumber(VariableStore& store, double number);
 };
 
 } // namespace tessaly::expr

@@ -38,13 +38,19 @@ public:
             TRY_BASIC(m_target.assignNumber(in, number));
             return core::kDone;
         }
+        return assignValue(in);
+    }
+
+private:
+    // Kept out of line, so that the value is not set up and torn down around every number stored.
+    [[gnu::noinline]] core::Outcome assignValue(core::Interpreter& in)
+    {
         Value value;
         TRY_BASIC(m_value->evaluate(in, value));
         TRY_BASIC(m_target.assign(in, value));
         return core::kDone;
     }
 
-private:
     CompiledTarget m_target;
     std::unique_ptr<CompiledExpression> m_value;
 };

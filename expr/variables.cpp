@@ -57,16 +57,6 @@ StoreStatus convertNumberForStore(double x, bool unsignedLiteral, ValueType targ
     }
 }
 
-// A single reads back through its seven-digit text, a double through its sixteen-digit one.
-double cellNumber(ValueType type, double stored)
-{
-    switch (type) {
-    case ValueType::Integer: return stored;
-    case ValueType::Single: return RoundToDigits(stored, 7);
-    default: return RoundToDigits(stored, 16);
-    }
-}
-
 void setCellValue(Value& value, ValueType type, double stored)
 {
     auto shown = type == ValueType::Integer || type == ValueType::Single ? type : ValueType::Double;
@@ -197,12 +187,6 @@ void VariableStore::readAt(int index, Value& value) const
         value.setString(m_stringPool[scalar.poolNumber - 1u]);
     else
         setCellValue(value, scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
-}
-
-double VariableStore::readNumberAt(int index) const
-{
-    const auto& scalar = m_entries[static_cast<size_t>(index)];
-    return cellNumber(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
 }
 
 double VariableStore::readStoredAt(int index) const

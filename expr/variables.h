@@ -10,6 +10,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "expr/cell_bytes.h"
+#include "expr/number_text.h"
 #include "expr/values.h"
 
 namespace tessaly::expr {
@@ -39,8 +41,16 @@ StoreStatus convertForStore(const Value& value, ValueType target, double& stored
 StoreStatus convertNumberForStore(double number, bool unsignedLiteral, ValueType target, double& stored);
 // A cell's value as the evaluator reads it, set into value.
 void setCellValue(Value& value, ValueType type, double stored);
-// A numeric cell's number as the evaluator reads it (a single through its seven-digit text).
-[[nodiscard]] double cellNumber(ValueType type, double stored);
+// A numeric cell's number as the evaluator reads it: a single through its seven-digit text, a
+// double through its sixteen-digit one.
+[[nodiscard]] inline double cellNumber(ValueType type, double stored)
+{
+    switch (type) {
+    case ValueType::Integer: return stored;
+    case ValueType::Single: return RoundToDigits(stored, 7);
+    default: return RoundToDigits(stored, 16);
+    }
+}
 // How a numeric variable's value is written.
 [[nodiscard]] constexpr NumberForm variableForm(ValueType type)
 {
@@ -82,7 +92,11 @@ public:
     // Reads and stores the scalar at a place that find() gave.
     void readAt(int index, Value& value) const;
     // A numeric scalar's value as reading it gives (a single through its seven-digit text).
-    [[nodiscard]] double readNumberAt(int index) const;
+    [[nodiscard]] double readNumberAt(int index) const
+    {
+        const auto& scalar = m_entries[static_cast<size_t>(index)];
+        return cellNumber(scalar.type, readCell(m_cells.data() + scalar.offset, scalar.type));
+    }
     // Stores a computed number (as storeAt would store it as a value).
     StoreStatus storeNumberAt(int index, double number);
     [[nodiscard]] double readStoredAt(int index) const;
