@@ -287,12 +287,29 @@ int loadEntryIntoBuffer(Interpreter& in, int entry)
     return 1;
 }
 
-void runLoop(Interpreter& in)
+namespace {
+
+// Steps 7 and 8's common part: the entry runs, from its compiled statement or from its text in the
+// statement buffer, and its outcome is kept.
+Outcome runEntry(Interpreter& in, CompiledStatement* compiled)
 {
     auto& run = in.run();
-    Next next = Next::Resume;
+    run.lastExecutedIndex = run.currentIndex;
+    run.executing = true;
+    run.waitingForKeys = false;
+    run.waitingForDevice = false;
+    Outcome outcome = compiled != nullptr ? runCompiled(in, *compiled) : executeStatement(in, 0, in.buffer().length());
+    run.executing = false;
+    run.lastFlow = outcome.flow();
+    return outcome;
+}
+
+// The passes of the loop from the given point, at most budget of them.
+[[gnu::noinline]] void runEntries(Interpreter& in, Next next, int budget)
+{
+    auto& run = in.run();
     CompiledStatement* compiled = nullptr;
-    for (int budget = kEntriesPerCall;; --budget) {
+    for (;; --budget) {
         // The yield point: every pass of the loop comes here before it takes an entry, and no
         // other place handles events. Marked traps fire and a requested BREAK is taken here; after
         // kEntriesPerCall passes the loop returns to the idle driver, whatever the statements
@@ -334,17 +351,46 @@ void runLoop(Interpreter& in)
             }
         }
         next = Next::Advance;
-        run.lastExecutedIndex = run.currentIndex;
-        run.executing = true;
-        run.waitingForKeys = false;
-        run.waitingForDevice = false;
-        Outcome outcome = compiled != nullptr ? runCompiled(in, *compiled) : executeStatement(in, 0, in.buffer().length());
+        Outcome outcome = runEntry(in, compiled);
         compiled = nullptr;
-        run.executing = false;
-        run.lastFlow = outcome.flow();
         if (afterStatement(in, outcome) == AfterStatement::Return)
             return;
     }
+}
+
+// The commonest pass, taken without the general loop: a run going on with nothing due (no event,
+// no INPUT waiting, no entry to start from) whose next entry, after its override, has a compiled
+// statement. Returns it and the entry; nullptr (nothing changed) sends the pass the general way,
+// which finds what this found.
+CompiledStatement* plainNextStatement(Interpreter& in, int& entry)
+{
+    const auto& run = in.run();
+    if (run.pendingEvents != 0 || run.runMode != RunMode::Running || !run.running || run.startEntry > 0 ||
+        run.lastFlow == Flow::InputWait || run.previousCode == static_cast<int>(Stmt::Input))
+        return nullptr;
+    entry = run.currentIndex + 1;
+    if (!ProgramStore::isValidEntry(entry))
+        return nullptr;
+    int target = in.prepared().overrideAt(entry);
+    if (target != 0 && ProgramStore::isValidEntry(target))
+        entry = target;
+    return in.compiled().statementAt(entry, in.program().revision());
+}
+
+} // namespace
+
+void runLoop(Interpreter& in)
+{
+    int entry = 0;
+    if (CompiledStatement* compiled = plainNextStatement(in, entry)) {
+        // As steps 2 and 3 would have it.
+        in.run().currentIndex = entry;
+        if (afterStatement(in, runEntry(in, compiled)) == AfterStatement::Return)
+            return;
+        runEntries(in, Next::Advance, kEntriesPerCall - 1);
+        return;
+    }
+    runEntries(in, Next::Resume, kEntriesPerCall);
 }
 
 void showPrompt(Interpreter& in, PromptKind kind)
