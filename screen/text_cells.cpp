@@ -17,9 +17,11 @@ void TextCells::clearRows(int first, int last, Pixel background)
 {
     first = std::clamp(first, 0, kRows - 1);
     last = std::clamp(last, first, kRows - 1);
+    // One blank row is kept and copied whole (a scroll clears a row at every line printed).
+    if (m_blankRow[0].background != background || m_blankRow[0].part != TextCell::Blank)
+        m_blankRow.fill({0, TextCell::Blank, 0, background});
     for (int r = first; r <= last; ++r)
-        for (int c = 0; c < kColumns; ++c)
-            cell(c, r) = {0, TextCell::Blank, 0, background};
+        m_cells[m_order[static_cast<size_t>(r)]] = m_blankRow;
     m_changed = true;
 }
 

@@ -52,6 +52,7 @@ private:
     std::array<Row, kRows> m_cells;
     std::array<uint8_t, kRows> m_order {}; // screen row -> row of m_cells, so that a scroll moves no cells
     std::array<Row, kRows> m_shown;        // what the plane shows, by screen row
+    Row m_blankRow {};                     // blank cells on the last background cleared to
     bool m_changed = false;
 };
 

@@ -210,6 +210,9 @@ TEST(TextCells, RandomEditsOfCellsShowThePixelsOfDrawingEveryChangeAtOnce)
     const std::string_view pieces[] = {"A", "\x82\xa0", "xyz", "\x93\xfa\x96\x7b", "\xa0", "\x81", " ", "\x88\x9f!"};
     for (int k = 0; k < 3000; ++k) {
         f.in.colours().textColour = pick(8);
+        // Rows cleared and scrolled in on changing backgrounds.
+        if (pick(50) == 0)
+            f.in.colours().backgroundInEffect = pick(3);
         std::string drawn;
         for (int n = pick(4); n > 0; --n)
             drawn += pieces[pick(static_cast<int>(std::size(pieces)))];
