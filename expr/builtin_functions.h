@@ -12,6 +12,7 @@
 #include "core/basic_error.h"
 #include "core/interpreter.h"
 #include "expr/functions.h"
+#include "expr/operators.h"
 
 namespace tessaly::expr::builtin {
 
@@ -30,6 +31,7 @@ int requiredString(core::Interpreter& interpreter, const std::vector<Value>& arg
     const std::string*& text);
 // A numeric function's result, kept to 16 digits; Overflow when it is not finite.
 int numberResult(core::Interpreter& interpreter, double x, Value& result);
+int numberResult(core::Interpreter& interpreter, double x, Number& result);
 // A string function's result.
 int stringResult(std::string bytes, Value& result);
 
@@ -84,5 +86,28 @@ int ofNumberInDomain(core::Interpreter& interpreter, const FunctionCall& call, V
     TRY_BASIC(compute(x, y));
     return numberResult(interpreter, y, result);
 }
+
+// The ways on a number alone (functions.h: oneNumberHandler), made from the same computations as
+// the handlers: compute(x) where refused(x) is false, else the error.
+template <typename Compute>
+int numberOf(core::Interpreter& interpreter, double x, Number& result, Compute compute)
+{
+    return numberResult(interpreter, compute(x), result);
+}
+template <typename Refused, typename Compute>
+int numberUnless(core::Interpreter& interpreter, double x, Number& result, Refused refused, core::ErrorId error,
+    Compute compute)
+{
+    if (refused(x))
+        return interpreter.raise(error);
+    return numberResult(interpreter, compute(x), result);
+}
+int sineOfNumber(core::Interpreter& interpreter, double x, Number& result);
+int cosineOfNumber(core::Interpreter& interpreter, double x, Number& result);
+int tangentOfNumber(core::Interpreter& interpreter, double x, Number& result);
+int arcTangentOfNumber(core::Interpreter& interpreter, double x, Number& result);
+int naturalLogarithmOfNumber(core::Interpreter& interpreter, double x, Number& result);
+int exponentialOfNumber(core::Interpreter& interpreter, double x, Number& result);
+int squareRootOfNumber(core::Interpreter& interpreter, double x, Number& result);
 
 } // namespace tessaly::expr::builtin

@@ -416,7 +416,11 @@ private:
             operand.kind = CompiledOperand::Kind::Function;
             operand.function = function;
             operand.name = std::move(name);
-            return readCallArguments(operand);
+            if (!readCallArguments(operand))
+                return false;
+            if (operand.hasParentheses && operand.groups.size() == 1 && operand.groups.front().result >= 0)
+                operand.oneNumber = oneNumberHandler(function);
+            return true;
         }
         operand.scalar.name = std::move(name);
         size_t mark = m_pos;
@@ -695,6 +699,17 @@ private:
     // function changes nothing, so a group that goes the general way after it may call it again.
     int numericFunction(const CompiledOperand& operand, Number& slot)
     {
+        if (operand.oneNumber != nullptr) {
+            // The number its argument value would carry (a lone literal its own), without the value.
+            const auto& argument = operand.groups.front();
+            Number number {};
+            if (int inner = numericLevel(argument, number); inner != 0)
+                return inner;
+            double x = number.form == NumberForm::Literal
+                ? argument.operands[static_cast<size_t>(argument.result)].literal.number
+                : number.number;
+            return operand.oneNumber(m_in, x, slot);
+        }
         auto& args = argumentList();
         args.resize(operand.groups.size());
         for (size_t k = 0; k < operand.groups.size(); ++k) {

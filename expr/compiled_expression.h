@@ -33,6 +33,7 @@ struct CompiledOperand {
     mutable ScalarBinding scalar;       // Scalar; Element: its name (and the type of the name)
     mutable ArrayBinding array;         // Element
     FunctionId function;                // Function
+    OneNumberHandler oneNumber = nullptr; // Function of one argument with a way on a number alone
     std::string name;                   // Function, UserFunction (with FN)
     bool hasParentheses = false;        // Function, UserFunction
     std::vector<CompiledGroup> groups;  // the arguments or subscripts; Group: the group itself

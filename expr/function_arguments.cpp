@@ -47,6 +47,14 @@ int numberResult(core::Interpreter& in, double x, Value& result)
     return 0;
 }
 
+int numberResult(core::Interpreter& in, double x, Number& result)
+{
+    if (!std::isfinite(x))
+        return in.raise(ErrorId::Overflow);
+    result = {RoundToDigits(x, 16), ValueType::Double, NumberForm::Computed16};
+    return 0;
+}
+
 int stringResult(std::string bytes, Value& result)
 {
     result = Value::makeString(std::move(bytes));

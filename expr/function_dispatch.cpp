@@ -88,6 +88,22 @@ bool isPureNumericFunction(FunctionId function)
         || code == NumericFunction::Round;
 }
 
+OneNumberHandler oneNumberHandler(FunctionId function)
+{
+    if (function.kind != FunctionKind::Numeric)
+        return nullptr;
+    switch (static_cast<NumericFunction>(function.code)) {
+    case NumericFunction::Sin: return &builtin::sineOfNumber;
+    case NumericFunction::Cos: return &builtin::cosineOfNumber;
+    case NumericFunction::Tan: return &builtin::tangentOfNumber;
+    case NumericFunction::Atn: return &builtin::arcTangentOfNumber;
+    case NumericFunction::Log: return &builtin::naturalLogarithmOfNumber;
+    case NumericFunction::Exp: return &builtin::exponentialOfNumber;
+    case NumericFunction::Sqr: return &builtin::squareRootOfNumber;
+    default: return nullptr;
+    }
+}
+
 int callFunction(core::Interpreter& in, FunctionId function, const FunctionCall& call, Value& result)
 {
     const auto* entry = entryOf(function.kind, function.code);

@@ -64,6 +64,13 @@ struct FunctionCall {
 // Calls the function with its evaluated arguments. Returns 0, or kFailed with the error raised.
 int callFunction(core::Interpreter& interpreter, FunctionId function, const FunctionCall& call, Value& result);
 
+struct Number;
+// SIN, COS, TAN, ATN, LOG, EXP and SQR also have a way on a number alone: it gives the number and
+// raises the error that callFunction gives with that one number as the argument.
+using OneNumberHandler = int (*)(core::Interpreter& interpreter, double x, Number& result);
+// That way of the function; nullptr for every other function.
+[[nodiscard]] OneNumberHandler oneNumberHandler(FunctionId function);
+
 // The interpreter's clock: the host's local time moved by what DATE$ and TIME$ statements set.
 std::tm interpreterClock(core::Interpreter& interpreter);
 

@@ -16,6 +16,13 @@ namespace {
 // Below this a logarithm's argument counts as zero, and SQR's as negative.
 constexpr double kZeroThreshold = 1e-50;
 
+// Shared by the handlers and their ways on a number alone.
+constexpr auto kLogarithm = [](double x) { return std::log(x); };
+constexpr auto kLogarithmRefused = [](double x) { return x < kZeroThreshold; };
+constexpr auto kSquareRoot = [](double x) { return x < 0 ? 0 : std::sqrt(x); };
+constexpr auto kSquareRootRefused = [](double x) { return x < -kZeroThreshold; };
+constexpr auto kExponential = [](double x) { return std::exp(x); };
+
 // x written with exactly n decimals, halves away from zero, then read back.
 double roundDecimals(double x, int n)
 {
@@ -49,21 +56,32 @@ double roundDecimals(double x, int n)
 
 int naturalLogarithm(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberUnless(
-        in, call, result, [](double x) { return x < kZeroThreshold; }, ErrorId::IllegalFunctionCall,
-        [](double x) { return std::log(x); });
+    return ofNumberUnless(in, call, result, kLogarithmRefused, ErrorId::IllegalFunctionCall, kLogarithm);
+}
+
+int naturalLogarithmOfNumber(core::Interpreter& in, double x, Number& result)
+{
+    return numberUnless(in, x, result, kLogarithmRefused, ErrorId::IllegalFunctionCall, kLogarithm);
 }
 
 int squareRoot(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberUnless(
-        in, call, result, [](double x) { return x < -kZeroThreshold; }, ErrorId::IllegalFunctionCall,
-        [](double x) { return x < 0 ? 0 : std::sqrt(x); });
+    return ofNumberUnless(in, call, result, kSquareRootRefused, ErrorId::IllegalFunctionCall, kSquareRoot);
+}
+
+int squareRootOfNumber(core::Interpreter& in, double x, Number& result)
+{
+    return numberUnless(in, x, result, kSquareRootRefused, ErrorId::IllegalFunctionCall, kSquareRoot);
 }
 
 int exponential(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumber(in, call, result, [](double x) { return std::exp(x); });
+    return ofNumber(in, call, result, kExponential);
+}
+
+int exponentialOfNumber(core::Interpreter& in, double x, Number& result)
+{
+    return numberOf(in, x, result, kExponential);
 }
 
 int absoluteValue(core::Interpreter& in, const FunctionCall& call, Value& result)

@@ -14,28 +14,53 @@ namespace {
 bool outsideOne(double x) { return x < -1 || x > 1; }
 bool insideOne(double x) { return x > -1 && x < 1; }
 
+// Shared by the handlers and their ways on a number alone.
+constexpr auto kSine = [](double x) { return std::sin(x); };
+constexpr auto kCosine = [](double x) { return std::cos(x); };
+constexpr auto kTangent = [](double x) { return std::tan(x); };
+constexpr auto kTangentRefused = [](double x) { return std::fabs(std::cos(x)) < kNearZero; };
+constexpr auto kArcTangent = [](double x) { return std::atan(x); };
+
 } // namespace
 
 int sine(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumber(in, call, result, [](double x) { return std::sin(x); });
+    return ofNumber(in, call, result, kSine);
+}
+
+int sineOfNumber(core::Interpreter& in, double x, Number& result)
+{
+    return numberOf(in, x, result, kSine);
 }
 
 int cosine(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumber(in, call, result, [](double x) { return std::cos(x); });
+    return ofNumber(in, call, result, kCosine);
+}
+
+int cosineOfNumber(core::Interpreter& in, double x, Number& result)
+{
+    return numberOf(in, x, result, kCosine);
 }
 
 int tangent(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumberUnless(
-        in, call, result, [](double x) { return std::fabs(std::cos(x)) < kNearZero; }, ErrorId::DivisionByZero,
-        [](double x) { return std::tan(x); });
+    return ofNumberUnless(in, call, result, kTangentRefused, ErrorId::DivisionByZero, kTangent);
+}
+
+int tangentOfNumber(core::Interpreter& in, double x, Number& result)
+{
+    return numberUnless(in, x, result, kTangentRefused, ErrorId::DivisionByZero, kTangent);
 }
 
 int arcTangent(core::Interpreter& in, const FunctionCall& call, Value& result)
 {
-    return ofNumber(in, call, result, [](double x) { return std::atan(x); });
+    return ofNumber(in, call, result, kArcTangent);
+}
+
+int arcTangentOfNumber(core::Interpreter& in, double x, Number& result)
+{
+    return numberOf(in, x, result, kArcTangent);
 }
 
 int secant(core::Interpreter& in, const FunctionCall& call, Value& result)

@@ -248,6 +248,30 @@ TEST(CompiledStatements, FunctionsOfNumbersGiveWhatTheGeneralPathGives)
         "E 13  81 \nE 2  82 \n");
 }
 
+// SIN, COS, TAN, ATN, LOG, EXP and SQR have a way on numbers alone: the same results, errors and
+// forms as their handlers, for literals with their spelling, names, sums and nested calls. Each
+// line runs twice: the first time from its text, then compiled.
+TEST(CompiledStatements, FunctionsOfOneNumberGiveWhatTheirHandlersGive)
+{
+    std::string program = std::string(kResumeAfterErrors) +
+                          "10 DEFINT I:DEFDBL D:A=2.5:I=3:D=1/7:FOR P=1 TO 2\n"
+                          "20 PRINT TAN(A);TAN(I);ATN(D);SQR(&H10);EXP(1D0);LOG(1E3)\n"
+                          "21 X=SIN(COS(TAN(A)))+SQR(SQR(I)):PRINT X;SIN(D*2)\n"
+                          "22 IF EXP(A)>LOG(I) THEN PRINT \"T\";EXP(-A)\n"
+                          "30 X=EXP(1000)\n"
+                          "31 X=LOG(A-A)+1\n"
+                          "32 X=SQR(I-4)\n"
+                          "33 X=1+EXP(88.7)\n"
+                          "34 PRINT SIN();LOG(-0)\n"
+                          "35 NEXT P:END\n" +
+                          std::string(kShowErrors);
+    // The first row ends at its 80th column, inside EXP's value.
+    const std::string once = "-0.7470222972386603 -0.1425465430742778  0.1418970546041639  4  2.71828182845904\n"
+                             "5  6.907755278982137 \n 1.98571  0.2818428521222098 \nT 0.0820849986238988 \n"
+                             "E 6  30 \nE 5  31 \nE 5  32 \nE 6  33 \nE 5  34 \n";
+    EXPECT_EQ(outputBothWays(program), once + once);
+}
+
 class RandomPrograms : public ::testing::TestWithParam<unsigned> {};
 
 TEST_P(RandomPrograms, RunAsFromTheirText)
