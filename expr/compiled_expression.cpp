@@ -515,7 +515,7 @@ int simpleGroupNumber(core::Interpreter& in, const CompiledGroup& group, Number&
                 return read;
             right = slot.number;
         }
-        if (!applyWholeQuickly(binary.op, result, right))
+        if (!applyQuickly(binary.op, result, right))
             TRY_BASIC(applyBinary(in, binary.op, result, right));
     }
     result.type = group.relational ? ValueType::Integer : type;
@@ -680,7 +680,7 @@ private:
             case GroupInstruction::Kind::Binary: {
                 double right = instruction.rightIsLiteral ? group.operands[instruction.b].literal.number
                                                           : slots[instruction.b].number;
-                if (!applyWholeQuickly(instruction.op, slots[instruction.a], right))
+                if (!applyQuickly(instruction.op, slots[instruction.a], right))
                     TRY_BASIC(applyBinary(m_in, instruction.op, slots[instruction.a], right));
                 break;
             }

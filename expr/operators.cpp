@@ -12,8 +12,6 @@ namespace tessaly::expr {
 
 namespace {
 
-constexpr double kZeroThreshold = 1e-50;
-
 // Rounded half away from zero to a 32-bit integer.
 bool roundTo32(double x, int64_t& out)
 {
@@ -186,7 +184,7 @@ int applyBinary(core::Interpreter& in, Op op, Value& left, const Value& right)
         return in.raise(core::ErrorId::SyntaxError);
     }
     Number number {left.number, left.type, left.form};
-    if (!applyWholeQuickly(op, number, right.number))
+    if (!applyQuickly(op, number, right.number))
         TRY_BASIC(applyBinary(in, op, number, right.number));
     left.setNumber(number.number, number.form, number.type);
     return 0;
@@ -203,7 +201,7 @@ int applyBinary(core::Interpreter& in, Op op, Number& left, double b)
     case Op::Subtract: return finishNumber(in, left, a - b, 16, shown);
     case Op::Multiply: return finishNumber(in, left, a * b, 16, shown);
     case Op::Divide:
-        if (std::fabs(b) < kZeroThreshold)
+        if (std::fabs(b) < kDivisorThreshold)
             return in.raise(core::ErrorId::DivisionByZero);
         return finishNumber(in, left, a / b, 16, shown);
     case Op::Power: {

@@ -2,6 +2,7 @@
 // first), and the operations on numbers and strings with their errors.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -87,21 +88,36 @@ struct Number {
 int applyBinary(core::Interpreter& interpreter, Op op, Value& left, const Value& right);
 // The same on two numbers (the right one's type plays no part).
 int applyBinary(core::Interpreter& interpreter, Op op, Number& left, double right);
-// The commonest operations done inline, before applyBinary: +, - and * whose result is a whole
-// number below a million, which reads back as itself (what applyBinary gives then). false leaves
-// left as it was.
-[[nodiscard]] inline bool applyWholeQuickly(Op op, Number& left, double right)
+// A divisor below this in size is a division by zero.
+inline constexpr double kDivisorThreshold = 1e-50;
+
+// The commonest operations done inline, before applyBinary: +, -, * and / with a finite result,
+// rounded to 16 digits as applyBinary rounds it (a whole number below a million reads back as
+// itself). false leaves left as it was: applyBinary then raises the error there is.
+[[nodiscard]] inline bool applyQuickly(Op op, Number& left, double right)
 {
     double x = 0;
     switch (op) {
     case Op::Add: x = left.number + right; break;
     case Op::Subtract: x = left.number - right; break;
     case Op::Multiply: x = left.number * right; break;
+    case Op::Divide:
+        if (!(right >= kDivisorThreshold || right <= -kDivisorThreshold))
+            return false;
+        x = left.number / right;
+        break;
     default: return false;
     }
-    if (!isShortWhole(x))
+    if (isShortWhole(x)) {
+        left = {x == 0.0 ? 0.0 : x, left.type, NumberForm::Computed16};
+        return true;
+    }
+    if (!std::isfinite(x))
         return false;
-    left = {x == 0.0 ? 0.0 : x, left.type, NumberForm::Computed16};
+    double rounded = RoundToDigitsBeyondShortWholes(x, 16);
+    if (!std::isfinite(rounded))
+        return false;
+    left = {rounded, left.type, NumberForm::Computed16};
     return true;
 }
 // operand = NOT operand.

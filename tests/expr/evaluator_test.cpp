@@ -99,6 +99,9 @@ INSTANTIATE_TEST_SUITE_P(Errors, Expressions,
     ::testing::Values(Case {"1/0", "Division by Zero (/0) in "}, Case {"1/1E-60", "Division by Zero (/0) in "},
         Case {"5\\0", "Division by Zero (/0) in "}, Case {"5 MOD 0", "Division by Zero (/0) in "},
         Case {"(-8)^(1/3)", "Illegal function call in "}, Case {"1E300*1E300", "Overflow in "},
+        // The smallest divisor allowed, and results that overflow only when rounded to 16 digits.
+        Case {"1/-1E-51", "Division by Zero (/0) in "}, Case {"2/1E-50", " 2.e+050 "}, Case {"1E308*10-1", "Overflow in "},
+        Case {"1.7976931348623157E308+1", "Overflow in "}, Case {"1.797693134862315E308-1", " 1.797693134862315e+308 "},
         Case {"(1+2", "Syntax error in "}, Case {"1+2)", "Syntax error in "}, Case {"1+", "Syntax error in "},
         Case {"1 2", "Syntax error in "}, Case {"*3", "Syntax error in "}));
 
