@@ -91,9 +91,14 @@ int applyBinary(core::Interpreter& interpreter, Op op, Number& left, double righ
 // A divisor below this in size is a division by zero.
 inline constexpr double kDivisorThreshold = 1e-50;
 
-// The commonest operations done inline, before applyBinary: +, -, * and / with a finite result,
-// rounded to 16 digits as applyBinary rounds it (a whole number below a million reads back as
-// itself). false leaves left as it was: applyBinary then raises the error there is.
+// a^b for a whole a from 1 and a whole b from 1 whose power is at most 1e12: the exact product,
+// which is what a^b gives there (false outside that range, result untouched).
+[[nodiscard]] bool wholePowerExactly(double a, double b, double& result);
+
+// The commonest operations done inline, before applyBinary: +, -, * and / with a finite result
+// and whole powers of whole numbers, rounded to 16 digits as applyBinary rounds them (a whole
+// number below a million reads back as itself). false leaves left as it was: applyBinary then
+// raises the error there is.
 [[nodiscard]] inline bool applyQuickly(Op op, Number& left, double right)
 {
     double x = 0;
@@ -105,6 +110,10 @@ inline constexpr double kDivisorThreshold = 1e-50;
         if (!(right >= kDivisorThreshold || right <= -kDivisorThreshold))
             return false;
         x = left.number / right;
+        break;
+    case Op::Power:
+        if (!wholePowerExactly(left.number, right, x))
+            return false;
         break;
     default: return false;
     }
@@ -123,9 +132,6 @@ inline constexpr double kDivisorThreshold = 1e-50;
 // operand = NOT operand.
 int applyNot(core::Interpreter& interpreter, Value& operand);
 int applyNot(core::Interpreter& interpreter, Number& operand);
-// a^b for a whole a from 1 and a whole b from 1 whose power is at most 1e12: the exact product,
-// which is what a^b gives there (false outside that range, result untouched).
-[[nodiscard]] bool wholePowerExactly(double a, double b, double& result);
 // Truncated toward zero and taken as a 16-bit value.
 [[nodiscard]] int16_t toInt16(double value);
 
