@@ -365,9 +365,14 @@ Outcome runEntry(Interpreter& in, CompiledStatement* compiled)
 CompiledStatement* plainNextStatement(Interpreter& in, int& entry)
 {
     const auto& run = in.run();
-    if (run.pendingEvents != 0 || run.runMode != RunMode::Running || !run.running || run.startEntry > 0 ||
-        run.lastFlow == Flow::InputWait || run.previousCode == static_cast<int>(Stmt::Input))
+    if (run.pendingEvents != 0 || run.startEntry > 0 || run.lastFlow == Flow::InputWait)
         return nullptr;
+    if (run.runMode == RunMode::Running) {
+        if (!run.running || run.previousCode == static_cast<int>(Stmt::Input))
+            return nullptr;
+    } else if (run.runMode != RunMode::Gosub && run.runMode != RunMode::Returned) {
+        return nullptr; // after GOSUB and RETURN, step 2 only makes the mode Running again
+    }
     entry = run.currentIndex + 1;
     if (!ProgramStore::isValidEntry(entry))
         return nullptr;
@@ -384,7 +389,12 @@ void runLoop(Interpreter& in)
     int entry = 0;
     if (CompiledStatement* compiled = plainNextStatement(in, entry)) {
         // As steps 2 and 3 would have it.
-        in.run().currentIndex = entry;
+        auto& run = in.run();
+        if (run.runMode != RunMode::Running) {
+            run.runMode = RunMode::Running;
+            run.running = true;
+        }
+        run.currentIndex = entry;
         if (afterStatement(in, runEntry(in, compiled)) == AfterStatement::Return)
             return;
         runEntries(in, Next::Advance, kEntriesPerCall - 1);
