@@ -200,53 +200,79 @@ int levelOfVariable(Interpreter& in, std::string_view name, bool isElement, cons
     return 0;
 }
 
-Outcome stepLoop(Interpreter& in, int level)
+namespace {
+
+// The loop variable's next value from the value its cell holds, and whether the loop has ended
+// with it; false when an integer variable would step out of its 16-bit range (an overflow: the
+// variable keeps its value).
+bool stepValue(const ForLevel& loop, double stored, double& next, bool& ended)
 {
-    auto& run = in.run();
-    auto& stacks = in.stacks();
-    auto& loop = stacks.forLevels[static_cast<size_t>(level)];
-    auto& variables = in.variables();
-    if (!loop.isElement && (loop.cellGeneration != variables.generation() || loop.cell < 0)) {
-        loop.cell = variables.find(loop.variable);
-        loop.cellGeneration = variables.generation();
-    }
-    bool bound = !loop.isElement && loop.cell >= 0;
-    // The variable steps from the value its cell holds: a single not through its seven-digit
-    // text, so 0.1 added ten times is just above 1 and FOR X=0 TO 1 STEP 0.1 runs ten times.
-    double stored = 0;
-    if (bound)
-        stored = variables.readStoredAt(loop.cell);
-    else
-        TRY_BASIC(expr::readTargetStored(in, {loop.variable, loop.subscripts, loop.isElement, loop.type}, stored));
-    bool ended = false;
-    double next = 0;
     if (loop.type == expr::ValueType::Integer) {
         // An integer loop variable steps by the step truncated to a whole number.
         next = stored + std::trunc(loop.step);
-        // Stepping out of the 16-bit range is an overflow; the variable keeps its value.
         if (next > 32767 || next < -32768)
-            return in.raise(ErrorId::Overflow);
+            return false;
         double limit = std::trunc(loop.limit);
         ended = loop.step > 0 ? next > limit : next < limit;
-    } else {
-        float value = static_cast<float>(stored) + static_cast<float>(loop.step);
-        next = value;
-        float limit = static_cast<float>(loop.limit);
-        ended = loop.step > 0 ? value > limit : value < limit;
+        return true;
     }
-    if (bound) {
-        TRY_BASIC(expr::storeStatusError(in, variables.storeNumberAt(loop.cell, next)));
-    } else {
-        expr::Value stepped = expr::Value::makeNumber(next, expr::NumberForm::Computed16);
-        TRY_BASIC(expr::assignTarget(in, {loop.variable, loop.subscripts, loop.isElement, loop.type}, stepped));
-    }
+    float value = static_cast<float>(stored) + static_cast<float>(loop.step);
+    next = value;
+    float limit = static_cast<float>(loop.limit);
+    ended = loop.step > 0 ? value > limit : value < limit;
+    return true;
+}
+
+// After the variable is stored: an ended loop leaves its level, else the body runs again.
+Outcome endStep(Interpreter& in, int level, bool ended)
+{
+    auto& stacks = in.stacks();
     stacks.forCurrentLevel = level;
     if (ended) {
         stacks.forDepth = level - 1;
         return kDone;
     }
-    run.currentIndex = loop.entry;
+    in.run().currentIndex = stacks.forLevels[static_cast<size_t>(level)].entry;
     return kDone;
+}
+
+// stepLoop for an array element, or a variable not made yet: read and stored by its name. Out of
+// line, so that the values it makes are not set up around every step of a bound variable.
+[[gnu::noinline]] Outcome stepLoopByName(Interpreter& in, int level)
+{
+    const auto& loop = in.stacks().forLevels[static_cast<size_t>(level)];
+    expr::Target target {loop.variable, loop.subscripts, loop.isElement, loop.type};
+    double stored = 0;
+    TRY_BASIC(expr::readTargetStored(in, target, stored));
+    double next = 0;
+    bool ended = false;
+    if (!stepValue(loop, stored, next, ended))
+        return in.raise(ErrorId::Overflow);
+    expr::Value stepped = expr::Value::makeNumber(next, expr::NumberForm::Computed16);
+    TRY_BASIC(expr::assignTarget(in, target, stepped));
+    return endStep(in, level, ended);
+}
+
+} // namespace
+
+Outcome stepLoop(Interpreter& in, int level)
+{
+    auto& loop = in.stacks().forLevels[static_cast<size_t>(level)];
+    auto& variables = in.variables();
+    if (!loop.isElement && (loop.cellGeneration != variables.generation() || loop.cell < 0)) {
+        loop.cell = variables.find(loop.variable);
+        loop.cellGeneration = variables.generation();
+    }
+    if (loop.isElement || loop.cell < 0)
+        return stepLoopByName(in, level);
+    // The variable steps from the value its cell holds: a single not through its seven-digit
+    // text, so 0.1 added ten times is just above 1 and FOR X=0 TO 1 STEP 0.1 runs ten times.
+    double next = 0;
+    bool ended = false;
+    if (!stepValue(loop, variables.readStoredAt(loop.cell), next, ended))
+        return in.raise(ErrorId::Overflow);
+    TRY_BASIC(expr::storeStatusError(in, variables.storeNumberAt(loop.cell, next)));
+    return endStep(in, level, ended);
 }
 
 } // namespace tessaly::core
