@@ -38,9 +38,18 @@ struct Target {
 enum class StoreStatus : uint8_t;
 enum class ArrayStatus : uint8_t;
 
-// The errors of a store that failed: Ok gives 0, the others raise their error (kFailed).
-int storeStatusError(core::Interpreter& interpreter, StoreStatus status);
-int arrayStatusError(core::Interpreter& interpreter, ArrayStatus status);
+// The errors of a store that failed: Ok gives 0, the others raise their error (kFailed). Ok is the
+// zero of both statuses, told apart here without a call (a store is part of most statements).
+int raiseStoreError(core::Interpreter& interpreter, StoreStatus status);
+int raiseArrayError(core::Interpreter& interpreter, ArrayStatus status);
+inline int storeStatusError(core::Interpreter& interpreter, StoreStatus status)
+{
+    return status == StoreStatus {} ? 0 : raiseStoreError(interpreter, status);
+}
+inline int arrayStatusError(core::Interpreter& interpreter, ArrayStatus status)
+{
+    return status == ArrayStatus {} ? 0 : raiseArrayError(interpreter, status);
+}
 
 // Reads a target (name, optional subscripts in parentheses) from the statement buffer at pos;
 // pos moves past it. Returns 0 or kFailed.

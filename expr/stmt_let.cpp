@@ -17,7 +17,9 @@ using core::Outcome;
 
 using core::ErrorId;
 
-int storeStatusError(core::Interpreter& in, StoreStatus status)
+static_assert(StoreStatus::Ok == StoreStatus {} && ArrayStatus::Ok == ArrayStatus {}, "Ok is the zero status");
+
+int raiseStoreError(core::Interpreter& in, StoreStatus status)
 {
     switch (status) {
     case StoreStatus::Ok: return 0;
@@ -27,7 +29,7 @@ int storeStatusError(core::Interpreter& in, StoreStatus status)
     }
 }
 
-int arrayStatusError(core::Interpreter& in, ArrayStatus status)
+int raiseArrayError(core::Interpreter& in, ArrayStatus status)
 {
     switch (status) {
     case ArrayStatus::Ok: return 0;
